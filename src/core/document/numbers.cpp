@@ -1,0 +1,188 @@
+#include "numbers.h"
+
+#include "qoserror.h"
+
+#include <cmath>
+#include <limits>
+
+namespace Numbers {
+
+namespace {
+
+bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+// Scans "[+-]digits[.digits]" from pos; returns the end, or pos when there is no digit.
+qsizetype scanNumber(QStringView text, qsizetype pos)
+{
+    qsizetype i = pos;
+    if (i < text.size() && (text[i] == u'+' || text[i] == u'-'))
+        ++i;
+    qsizetype digits = 0;
+    while (i < text.size() && isDigit(text[i])) {
+        ++i;
+        ++digits;
+    }
+    if (i < text.size() && text[i] == u'.') {
+        qsizetype j = i + 1;
+        qsizetype fraction = 0;
+        while (j < text.size() && isDigit(text[j])) {
+            ++j;
+            ++fraction;
+        }
+        if (fraction > 0 || digits > 0) {
+            if (fraction > 0)
+                i = j;
+            digits += fraction;
+        }
+    }
+    return digits > 0 ? i : pos;
+}
+
+double toDouble(QStringView number)
+{
+    bool ok = false;
+    const double v = number.toString().toDouble(&ok);
+    if (!ok || !std::isfinite(v))
+        throw QoSError::overflow();
+    return v;
+}
+
+} // namespace
+
+double LeadingValue(QStringView text)
+{
+    qsizetype pos = 0;
+    while (pos < text.size() && text[pos] == u' ')
+        ++pos;
+    const qsizetype end = scanNumber(text, pos);
+    if (end == pos)
+        return 0.0;
+    QStringView number = text.mid(pos, end - pos);
+    if (number.endsWith(u'.'))
+        number.chop(1);
+    return toDouble(number);
+}
+
+std::optional<double> ParseNumber(QStringView text)
+{
+    QStringView t = text.trimmed();
+    const qsizetype end = scanNumber(t, 0);
+    if (end == 0 || end != t.size())
+        return std::nullopt;
+    if (t.endsWith(u'.'))
+        t.chop(1);
+    return toDouble(t);
+}
+
+std::optional<double> ParseLooseNumber(QStringView text)
+{
+    const QStringView t = text.trimmed();
+    if (t.isEmpty())
+        return std::nullopt;
+    bool hasDigit = false;
+    for (QChar c : t) {
+        if (isDigit(c))
+            hasDigit = true;
+        else if (c != u'+' && c != u'-' && c != u'.' && c != u'e' && c != u'E')
+            return std::nullopt;
+    }
+    if (!hasDigit)
+        return std::nullopt;
+    bool ok = false;
+    const double v = t.toString().toDouble(&ok);
+    if (!ok || !std::isfinite(v))
+        return std::nullopt;
+    return v;
+}
+
+std::optional<qint32> TryRoundToInt32(double value)
+{
+    if (std::isnan(value))
+        return std::nullopt;
+    const double r = std::nearbyint(value); // the default rounding mode rounds halves to even
+    if (r < -2147483648.0 || r > 2147483647.0)
+        return std::nullopt;
+    return static_cast<qint32>(r);
+}
+
+qint32 RoundToInt32(double value)
+{
+    if (const auto r = TryRoundToInt32(value))
+        return *r;
+    throw QoSError::overflow();
+}
+
+qint16 RoundToInt16(double value)
+{
+    const qint32 r = RoundToInt32(value);
+    if (r < -32768 || r > 32767)
+        throw QoSError::overflow();
+    return static_cast<qint16>(r);
+}
+
+qint32 AsInteger(QStringView text)
+{
+    const auto v = ParseNumber(text);
+    if (!v)
+        throw QoSError::typeMismatch(text.toString());
+    return RoundToInt32(*v);
+}
+
+qint16 AsInt16(QStringView text)
+{
+    const auto v = ParseNumber(text);
+    if (!v)
+        throw QoSError::typeMismatch(text.toString());
+    return RoundToInt16(*v);
+}
+
+qint32 TruncateToInt32(double value)
+{
+    if (std::isnan(value))
+        throw QoSError::overflow();
+    const double t = std::trunc(value);
+    if (t < -2147483648.0 || t > 2147483647.0)
+        throw QoSError::overflow();
+    return static_cast<qint32>(t);
+}
+
+bool Inexact(double value)
+{
+    const double asInt = RoundToInt32(value);
+    const double asSingle = static_cast<float>(value);
+    return asInt != asSingle;
+}
+
+QString Format(double value)
+{
+    if (value == 0.0)
+        return QStringLiteral("0");
+    if (std::fabs(value) < 1e15 && value == std::trunc(value))
+        return QString::number(static_cast<qint64>(value));
+    QString s = QString::number(value, 'g', 15);
+    const qsizetype e = s.indexOf(u'e');
+    if (e >= 0)
+        s[e] = u'E';
+    return s;
+}
+
+qint32 CheckedAdd(qint32 a, qint32 b)
+{
+    qint32 r;
+    if (__builtin_add_overflow(a, b, &r))
+        throw QoSError::overflow();
+    return r;
+}
+
+qint32 CheckedSub(qint32 a, qint32 b)
+{
+    qint32 r;
+    if (__builtin_sub_overflow(a, b, &r))
+        throw QoSError::overflow();
+    return r;
+}
+
+} // namespace Numbers

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "colors.h"
+
+#include <QObject>
+#include <QString>
+
+class UserPrompt;
+
+// The value behind a bandwidth input: a number part and a unit part, joined without a
+// blank ("768kbit", "10Mbit"). It never judges the value; the host sets IsValid.
+class BandwidthField : public QObject
+{
+    Q_OBJECT
+public:
+    explicit BandwidthField(QObject* parent = nullptr);
+
+    QString Value() const { return m_value; }
+    void SetValue(const QString& number);
+    QString Unit() const { return m_unit; }
+    void SetUnit(const QString& unit);
+
+    QString Bandwidth() const { return m_value + m_unit; }
+    void SetBandwidth(const QString& text);
+
+    // The value in kbit, rounded halves to even. Throws an overflow QoSError beyond 32 bits;
+    // a number part that is no number counts by its leading number (an empty box is 0).
+    qint32 kbit() const;
+    // Writes a kbit value back in the current unit. The unit is compared case-sensitively,
+    // so a unit with capitals ("Mbit") gives 0: kept, callers depend on it.
+    void SetKbit(qint32 k);
+
+    bool Locked() const { return m_locked; }
+    void SetLocked(bool locked);
+    bool ShowLock() const { return m_showLock; }
+    void SetShowLock(bool show);
+    bool IsValid() const { return m_valid; }
+    void SetIsValid(bool valid);
+
+    Colors::Rgb ErrorBackColor() const { return m_errorBack; }
+    void SetErrorBackColor(Colors::Rgb c);
+    Colors::Rgb ErrorTextColor() const { return m_errorText; }
+    void SetErrorTextColor(Colors::Rgb c) { m_errorText = c; }
+    Colors::Rgb LockedBackColor() const { return m_lockedBack; }
+    void SetLockedBackColor(Colors::Rgb c);
+    Colors::Rgb LockedTextColor() const { return m_lockedText; }
+    void SetLockedTextColor(Colors::Rgb c) { m_lockedText = c; }
+    Colors::Rgb BackColor() const { return m_backColor; }
+    void SetBackColor(Colors::Rgb c);
+
+    // Background of the number box: error colour when not valid, else the locked colour
+    // when locked, else plain white (not BackColor).
+    Colors::Rgb NumberBackground() const;
+
+    // Whether the unit menu may open (only while not locked).
+    bool UnitMenuAllowed() const { return !m_locked; }
+
+    // "Umwandeln zu...": converts the number into another unit. Asks before losing
+    // precision; an overflow or a number part that is no number is reported and leaves
+    // the field as it was. Returns true when the field changed.
+    bool ConvertTo(const QString& unit, UserPrompt& prompt);
+    // Relabels the unit without touching the number. Returns true when it changed.
+    bool Relabel(const QString& unit);
+
+    // Key filter of the number box: digits, backspace and Ctrl+C/V/X.
+    static bool AcceptsKey(QChar c);
+
+    static QString PrecisionQuestion();
+
+signals:
+    void Change();
+    void valueChanged(const QString& value);
+    void unitChanged(const QString& unit);
+    void lockedChanged(bool locked);
+    void showLockChanged(bool show);
+    void validChanged(bool valid);
+    void backgroundChanged();
+
+private:
+    void applyColors();
+
+    QString m_value = QStringLiteral("0");
+    QString m_unit = QStringLiteral("kbit");
+    bool m_locked = false;
+    bool m_showLock = true;
+    bool m_valid = true;
+    Colors::Rgb m_errorBack = Colors::LightRed;
+    Colors::Rgb m_errorText = Colors::Black;
+    Colors::Rgb m_lockedBack = Colors::Silver;
+    Colors::Rgb m_lockedText = Colors::Black;
+    Colors::Rgb m_backColor = Colors::WindowBackground;
+};

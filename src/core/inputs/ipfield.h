@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+// The value behind the address input: a dotted address and optional mask bits.
+// Text is "address" or "address/bits" when the bits read as a number above 0.
+class IpField : public QObject
+{
+    Q_OBJECT
+public:
+    enum class KeyAction { Accept, Discard, Paste, FocusMask };
+
+    explicit IpField(QObject* parent = nullptr);
+
+    QString Address() const { return m_address; }
+    void SetAddress(const QString& address);
+    QString MaskBits() const { return m_mask; }
+    void SetMaskBits(const QString& bits);
+
+    // Throws an overflow QoSError only for mask bits too long for any number.
+    QString Text() const;
+    void SetText(const QString& text);
+
+    // Key filter of the address box. text is the box's text, the selection is replaced by key.
+    static KeyAction FilterAddressKey(const QString& text, int selectionStart, int selectionLength, QChar key);
+    // Key filter of the mask box: digits, backspace, Ctrl+X and Ctrl+C.
+    static bool AcceptsMaskKey(QChar key);
+    // The check when the focus leaves the address box; an empty box passes.
+    static bool IsValidAddress(const QString& address);
+    static QString InvalidAddressMessage();
+
+signals:
+    void Change();
+
+private:
+    QString m_address;
+    QString m_mask;
+};

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+// The value behind the port input: a list such as "21,80,6000-6010". Every single port
+// becomes one filter entry in the file, so the list is counted as it changes.
+class PortField : public QObject
+{
+    Q_OBJECT
+public:
+    enum class CountLook { One, Few, Many }; // 1, 2 to 9, above 9
+    enum class LeaveResult { Ok, TooManyPorts, OutOfRange };
+
+    explicit PortField(QObject* parent = nullptr);
+
+    QString Port() const { return m_port; }
+    void SetPort(const QString& port);
+
+    // Number of single ports the list stands for. A reversed range a-b counts two less than
+    // it expands to; kept as it is. Saturates at the 32-bit maximum instead of overflowing.
+    qint32 count() const { return m_count; }
+    CountLook Look() const;
+
+    // The list expanded into single ports, in list order.
+    QStringList PortExt() const;
+    // The i-th entry of PortExt without expanding the whole list; "" outside the list.
+    QString PortExt(qint64 index) const;
+    // Number of entries that PortExt yields.
+    qint64 ExpandedCount() const;
+
+    // Check when the focus leaves the box.
+    LeaveResult CheckLeave() const;
+
+    static qint32 Count(const QString& port);
+    static bool AcceptsKey(QChar key);
+    static QString TooManyPortsText() { return QStringLiteral("Zuviele Ports"); }
+    static QString OutOfRangeText() { return QStringLiteral("Nur werte von 0 bis 65535 sind erlaubt!"); }
+    static constexpr int MaxPorts = 20;
+
+signals:
+    void Change();
+
+private:
+    QString m_port;
+    qint32 m_count = 1;
+};

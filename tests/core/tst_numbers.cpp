@@ -1,0 +1,173 @@
+#include "document/numbers.h"
+#include "document/qoserror.h"
+#include "document/unitconversion.h"
+
+#include <QTest>
+
+#include <cmath>
+
+class TestNumbers : public QObject
+{
+    Q_OBJECT
+private slots:
+    void leadingValue_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("value");
+        QTest::newRow("plain") << "768kbit" << 768.0;
+        QTest::newRow("leading blanks") << "   12x" << 12.0;
+        QTest::newRow("tab is no blank") << "\t12" << 0.0;
+        QTest::newRow("decimal point") << "1.5Mbit" << 1.5;
+        QTest::newRow("comma stops") << "1,5" << 1.0;
+        QTest::newRow("no exponent") << "1e3kbit" << 1.0;
+        QTest::newRow("blank after sign") << "- 5" << 0.0;
+        QTest::newRow("negative") << "-7" << -7.0;
+        QTest::newRow("plus") << "+3" << 3.0;
+        QTest::newRow("point first") << ".5" << 0.5;
+        QTest::newRow("trailing point") << "5." << 5.0;
+        QTest::newRow("no digits") << "abc" << 0.0;
+        QTest::newRow("empty") << "" << 0.0;
+        QTest::newRow("lone point") << "." << 0.0;
+    }
+    void leadingValue()
+    {
+        QFETCH(QString, text);
+        QFETCH(double, value);
+        QCOMPARE(Numbers::LeadingValue(text), value);
+    }
+
+    void leadingValueOverflow()
+    {
+        QVERIFY_THROWS_EXCEPTION(QoSError, Numbers::LeadingValue(QString(400, u'9')));
+    }
+
+    void asInteger_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<int>("value");
+        QTest::newRow("plain") << "42" << true << 42;
+        QTest::newRow("blanks around") << "  42 " << true << 42;
+        QTest::newRow("half to even down") << "2.5" << true << 2;
+        QTest::newRow("half to even up") << "3.5" << true << 4;
+        QTest::newRow("negative half") << "-2.5" << true << -2;
+        QTest::newRow("empty") << "" << false << 0;
+        QTest::newRow("trailing letter") << "4x" << false << 0;
+        QTest::newRow("comma") << "2,5" << false << 0;
+        QTest::newRow("exponent") << "1e2" << false << 0;
+    }
+    void asInteger()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, ok);
+        QFETCH(int, value);
+        if (ok)
+            QCOMPARE(Numbers::AsInteger(text), value);
+        else
+            QVERIFY_THROWS_EXCEPTION(QoSError, Numbers::AsInteger(text));
+    }
+
+    void rounding_data()
+    {
+        QTest::addColumn<double>("value");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<int>("rounded");
+        QTest::newRow("max") << 2147483647.0 << true << 2147483647;
+        QTest::newRow("max plus half rounds even up") << 2147483647.5 << false << 0;
+        QTest::newRow("min") << -2147483648.0 << true << int(-2147483647 - 1);
+        QTest::newRow("below min") << -2147483649.0 << false << 0;
+        QTest::newRow("nan") << std::nan("") << false << 0;
+        QTest::newRow("infinity") << HUGE_VAL << false << 0;
+        QTest::newRow("0.5") << 0.5 << true << 0;
+        QTest::newRow("1.5") << 1.5 << true << 2;
+    }
+    void rounding()
+    {
+        QFETCH(double, value);
+        QFETCH(bool, ok);
+        QFETCH(int, rounded);
+        if (ok)
+            QCOMPARE(Numbers::RoundToInt32(value), rounded);
+        else
+            QVERIFY_THROWS_EXCEPTION(QoSError, Numbers::RoundToInt32(value));
+    }
+
+    void int16Range()
+    {
+        QCOMPARE(Numbers::AsInt16(u"32767"), qint16(32767));
+        QVERIFY_THROWS_EXCEPTION(QoSError, Numbers::AsInt16(u"32768"));
+        QVERIFY_THROWS_EXCEPTION(QoSError, Numbers::AsInt16(u"-32769"));
+    }
+
+    void format_data()
+    {
+        QTest::addColumn<double>("value");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("whole") << 10240.0 << "10240";
+        QTest::newRow("zero") << 0.0 << "0";
+        QTest::newRow("fraction") << 0.9765625 << "0.9765625";
+        QTest::newRow("fifteen digits") << 1.0 / 3 << "0.333333333333333";
+        QTest::newRow("large") << 1e20 << "1E+20";
+        QTest::newRow("small") << 0.0000125 << "1.25E-05";
+        QTest::newRow("negative") << -1.5 << "-1.5";
+    }
+    void format()
+    {
+        QFETCH(double, value);
+        QFETCH(QString, text);
+        QCOMPARE(Numbers::Format(value), text);
+    }
+
+    void conversion_data()
+    {
+        QTest::addColumn<QString>("op");
+        QTest::addColumn<double>("value");
+        QTest::addColumn<QString>("unit");
+        QTest::addColumn<double>("result");
+        QTest::addColumn<bool>("inexact");
+        QTest::newRow("kbit to kbit") << "to" << 768.0 << "kbit" << 768.0 << false;
+        QTest::newRow("Mbit to kbit ignores case") << "to" << 10.0 << "Mbit" << 10240.0 << false;
+        QTest::newRow("MBIT to kbit") << "to" << 3.0 << "MBIT" << 3072.0 << false;
+        QTest::newRow("bit to kbit") << "to" << 1.0 << "bit" << 0.0009765625 << true;
+        QTest::newRow("bps to kbit") << "to" << 1.0 << "bps" << 0.0078125 << true;
+        QTest::newRow("kbps to kbit") << "to" << 1.0 << "kbps" << 8.0 << false;
+        QTest::newRow("gbps to kbit") << "to" << 1.0 << "gbps" << 8388608.0 << false;
+        QTest::newRow("unknown to kbit") << "to" << 5.0 << "xyz" << 0.0 << true;
+        QTest::newRow("single precision limit") << "to" << 16777217.0 << "kbit" << 16777217.0 << true;
+        QTest::newRow("kbit to Mbit is unknown") << "from" << 10240.0 << "Mbit" << 0.0 << true;
+        QTest::newRow("kbit to mbit") << "from" << 10240.0 << "mbit" << 10.0 << false;
+        QTest::newRow("inexact mbit") << "from" << 1000.0 << "mbit" << 0.9765625 << true;
+        QTest::newRow("exact mbit") << "from" << 2048.0 << "mbit" << 2.0 << false;
+        QTest::newRow("kbit to bps") << "from" << 1.0 << "bps" << 128.0 << false;
+        QTest::newRow("kbit to gbps") << "from" << 8388608.0 << "gbps" << 1.0 << false;
+        QTest::newRow("convert from unknown") << "convert" << 5.0 << "xyz" << 0.0 << false;
+    }
+    void conversion()
+    {
+        QFETCH(QString, op);
+        QFETCH(double, value);
+        QFETCH(QString, unit);
+        QFETCH(double, result);
+        QFETCH(bool, inexact);
+        bool flag = !inexact;
+        double r = 0;
+        if (op == u"to")
+            r = UnitConversion::ToKbit(value, unit, flag);
+        else if (op == u"from")
+            r = UnitConversion::FromKbit(value, unit, flag);
+        else
+            r = UnitConversion::ConvertUnit(value, unit, QStringLiteral("kbit"), flag);
+        QCOMPARE(r, result);
+        QCOMPARE(flag, inexact);
+    }
+
+    void conversionOverflow()
+    {
+        bool inexact = false;
+        QVERIFY_THROWS_EXCEPTION(QoSError,
+                                 UnitConversion::ConvertUnit(3, QStringLiteral("gbit"), QStringLiteral("bit"), inexact));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestNumbers)
+#include "tst_numbers.moc"
