@@ -87,13 +87,11 @@ void BandwidthField::SetIsValid(bool valid)
 void BandwidthField::SetErrorBackColor(Colors::Rgb c)
 {
     m_errorBack = c;
-    applyColors();
 }
 
 void BandwidthField::SetLockedBackColor(Colors::Rgb c)
 {
     m_lockedBack = c;
-    applyColors();
 }
 
 void BandwidthField::SetBackColor(Colors::Rgb c)
@@ -102,17 +100,12 @@ void BandwidthField::SetBackColor(Colors::Rgb c)
     SetLocked(m_locked);
 }
 
-Colors::Rgb BandwidthField::NumberBackground() const
-{
-    if (!m_valid)
-        return m_errorBack;
-    if (m_locked)
-        return m_lockedBack;
-    return Colors::White;
-}
-
 void BandwidthField::applyColors()
 {
+    const Colors::Rgb c = !m_valid ? m_errorBack : m_locked ? m_lockedBack : Colors::White;
+    if (c == m_background)
+        return;
+    m_background = c;
     emit backgroundChanged();
 }
 

@@ -48,9 +48,10 @@ public:
     Colors::Rgb BackColor() const { return m_backColor; }
     void SetBackColor(Colors::Rgb c);
 
-    // Background of the number box: error colour when not valid, else the locked colour
-    // when locked, else plain white (not BackColor).
-    Colors::Rgb NumberBackground() const;
+    // Background of the number box as last applied by Locked or IsValid: error colour when
+    // not valid, else the locked colour when locked, else plain white (not BackColor).
+    // Setting one of the colours alone does not repaint; the next Locked or IsValid does.
+    Colors::Rgb NumberBackground() const { return m_background; }
 
     // Whether the unit menu may open (only while not locked).
     bool UnitMenuAllowed() const { return !m_locked; }
@@ -89,4 +90,5 @@ private:
     Colors::Rgb m_lockedBack = Colors::Silver;
     Colors::Rgb m_lockedText = Colors::Black;
     Colors::Rgb m_backColor = Colors::WindowBackground;
+    Colors::Rgb m_background = Colors::White;
 };
