@@ -1,6 +1,7 @@
 #include "ipfield.h"
 
 #include "document/numbers.h"
+#include "document/qoserror.h"
 
 IpField::IpField(QObject* parent) : QObject(parent) {}
 
@@ -46,8 +47,7 @@ IpField::KeyAction IpField::FilterAddressKey(const QString& text, int selectionS
     const char16_t k = key.unicode();
     selectionStart = qBound(0, selectionStart, int(text.size()));
     selectionLength = qBound(0, selectionLength, int(text.size()) - selectionStart);
-    const QString after =
-        text.left(selectionStart) + key + text.mid(selectionStart + selectionLength);
+    const QString after = text.left(selectionStart) + key + text.mid(selectionStart + selectionLength);
     if (k >= u'0' && k <= u'9') {
         const int caret = selectionStart; // the new digit stands here
         const qsizetype begin = after.lastIndexOf(u'.', caret) + 1;
@@ -55,7 +55,11 @@ IpField::KeyAction IpField::FilterAddressKey(const QString& text, int selectionS
         if (end < 0)
             end = after.size();
         const QStringView octet = QStringView(after).mid(begin, end - begin);
-        return Numbers::LeadingValue(octet) > 255 ? KeyAction::Discard : KeyAction::Accept;
+        try {
+            return Numbers::LeadingValue(octet) > 255 ? KeyAction::Discard : KeyAction::Accept;
+        } catch (const QoSError&) {
+            return KeyAction::Discard; // a pasted octet too long for any number
+        }
     }
     switch (k) {
     case u'.':
