@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+// The value behind the filter option input: one of a fixed list, chosen from a menu or
+// stepped with the arrow keys.
+class OptionField : public QObject
+{
+    Q_OBJECT
+public:
+    enum class KeyResult { None, Emptied, Stepped, OpenMenu };
+
+    explicit OptionField(QObject* parent = nullptr);
+
+    QString Text() const { return m_text; }
+    void SetText(const QString& text);
+
+    void Choose(const QString& caption) { SetText(caption); }
+
+    // Key-down in the box (a Qt::Key and the modifiers held). A digit, a letter or Delete
+    // empties the box; an arrow opens the menu with Alt alone, does nothing with any other
+    // modifier and otherwise steps through the list without wrapping around.
+    KeyResult KeyDown(int key, Qt::KeyboardModifiers modifiers);
+
+    // Previous (-1) or next (+1) list entry. A text not in the list stands one past the last
+    // entry, so both directions lead to the last one.
+    void Step(int delta);
+
+    static QString OptionList() { return QStringLiteral("ACK,ICMP,TOSMD,TOSMT,TOSMR,TOSMC"); }
+    static const QStringList& Options();
+
+signals:
+    void Change();
+
+private:
+    QString m_text;
+};

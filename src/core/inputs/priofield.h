@@ -1,0 +1,50 @@
+#pragma once
+
+#include "colors.h"
+
+#include <QObject>
+#include <QString>
+
+// The value behind the priority input: a single digit 0 to 3, or empty for "no priority".
+// The text is never typed as such; keys and the two buttons step or replace it.
+class PrioField : public QObject
+{
+    Q_OBJECT
+public:
+    explicit PrioField(QObject* parent = nullptr);
+
+    QString Value() const { return m_value; }
+    void SetValue(const QString& value);
+
+    // Step up or down with wrap-around (3 -> 0, 0 -> 3), starting from the numeric value of
+    // the text, so an empty text counts as 0.
+    void Increment();
+    void Decrement();
+    // Delete, Backspace and Space empty the box.
+    void Clear() { SetValue(QString()); }
+    // A typed character: "+" and "-" step, "0" to "3" replace the text, anything else is dropped.
+    void TypeCharacter(QChar c);
+    static bool ClearsOnKey(int key);
+
+    Colors::Rgb BackColor() const { return m_backColor; }
+    void SetBackColor(Colors::Rgb c);
+    Colors::Rgb ForeColor() const { return m_foreColor; }
+    void SetForeColor(Colors::Rgb c);
+    bool Enabled() const { return m_enabled; }
+    void SetEnabled(bool enabled);
+    int BorderStyle() const { return m_borderStyle; } // 0 none, 1 single
+    void SetBorderStyle(int style);
+
+signals:
+    void Change();
+    void appearanceChanged();
+
+private:
+    void step(int delta);
+
+    QString m_value = QStringLiteral("0");
+    Colors::Rgb m_backColor = Colors::WindowBackground;
+    Colors::Rgb m_foreColor = Colors::WindowText;
+    bool m_enabled = true;
+    int m_borderStyle = 1;
+};

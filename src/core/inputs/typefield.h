@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+// The value behind the filter type input: "", "client" or "server". The field steps
+// through the three with a counter of its own.
+class TypeField : public QObject
+{
+    Q_OBJECT
+public:
+    explicit TypeField(QObject* parent = nullptr);
+
+    QString Text() const { return m_text; }
+    void SetText(const QString& text);
+
+    // The button and a double click: the next of the three values. The counter is not
+    // derived from the text, so after the host set "server" the next step still goes on
+    // from the counter's own position.
+    void Step();
+    // The choices of the type menu.
+    void Choose(const QString& caption) { SetText(caption); }
+
+    int Position() const { return m_position; }
+
+    static const QStringList& Values();       // "", "client", "server"
+    static const QStringList& MenuCaptions(); // "client", "server"
+
+signals:
+    void Change();
+
+private:
+    QString m_text;
+    int m_position = 0;
+};
