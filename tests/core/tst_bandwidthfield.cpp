@@ -1,0 +1,269 @@
+#include "document/qoserror.h"
+#include "document/scriptedprompt.h"
+#include "inputs/bandwidthfield.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+class TestBandwidthField : public QObject
+{
+    Q_OBJECT
+private slots:
+    void setBandwidth_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("unit");
+        QTest::newRow("empty is 0kbit") << ""
+                                        << "0"
+                                        << "kbit";
+        QTest::newRow("plain") << "768kbit"
+                               << "768"
+                               << "kbit";
+        QTest::newRow("case of unit kept") << "10Mbit"
+                                           << "10"
+                                           << "Mbit";
+        QTest::newRow("number alone gets kbit") << "768"
+                                                << "768"
+                                                << "kbit";
+        QTest::newRow("rounded number not in text") << "1.5Mbit"
+                                                    << "2"
+                                                    << "1.5Mbit";
+        QTest::newRow("rounded number found in text") << "2.5kbit"
+                                                      << "2"
+                                                      << ".5kbit";
+        QTest::newRow("blanks around number") << " 768 kbit"
+                                              << "768"
+                                              << " kbit";
+        QTest::newRow("negative") << "-5kbit"
+                                  << "-5"
+                                  << "kbit";
+        QTest::newRow("no number at all") << "abc"
+                                          << "0"
+                                          << "abc";
+        QTest::newRow("number beyond 32 bits") << "99999999999kbit"
+                                               << "0"
+                                               << "99999999999kbit";
+    }
+    void setBandwidth()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, value);
+        QFETCH(QString, unit);
+        BandwidthField f;
+        f.SetBandwidth(text);
+        QCOMPARE(f.Value(), value);
+        QCOMPARE(f.Unit(), unit);
+        QCOMPARE(f.Bandwidth(), value + unit);
+    }
+
+    void changeOnlyForTheNumber()
+    {
+        BandwidthField f;
+        f.SetBandwidth(QStringLiteral("768kbit"));
+        QSignalSpy change(&f, &BandwidthField::Change);
+        f.SetBandwidth(QStringLiteral("768mbit"));
+        QCOMPARE(change.count(), 0);
+        f.SetBandwidth(QStringLiteral("512mbit"));
+        QCOMPARE(change.count(), 1);
+    }
+
+    void kbitGet_data()
+    {
+        QTest::addColumn<QString>("bandwidth");
+        QTest::addColumn<int>("kbit");
+        QTest::newRow("kbit") << "768kbit" << 768;
+        QTest::newRow("capitals read in lower case") << "10Mbit" << 10240;
+        QTest::newRow("byte units") << "1mbps" << 8192;
+        QTest::newRow("bit rounds up") << "1023bit" << 1;
+        QTest::newRow("half a kbit rounds to even") << "512bit" << 0;
+        QTest::newRow("unknown unit") << "5xyz" << 0;
+    }
+    void kbitGet()
+    {
+        QFETCH(QString, bandwidth);
+        QFETCH(int, kbit);
+        BandwidthField f;
+        f.SetBandwidth(bandwidth);
+        QCOMPARE(f.kbit(), kbit);
+    }
+
+    void kbitGetOverflow()
+    {
+        BandwidthField f;
+        f.SetBandwidth(QStringLiteral("3000gbit"));
+        QVERIFY_THROWS_EXCEPTION(QoSError, f.kbit());
+    }
+
+    void kbitLet_data()
+    {
+        QTest::addColumn<QString>("unit");
+        QTest::addColumn<int>("kbit");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("unitAfter");
+        QTest::newRow("kbit") << "kbit" << 768 << "768"
+                              << "kbit";
+        QTest::newRow("mbit") << "mbit" << 2048 << "2"
+                              << "mbit";
+        QTest::newRow("fraction unrounded") << "mbit" << 1000 << "0.9765625"
+                                            << "mbit";
+        QTest::newRow("capitals are unknown here") << "Mbit" << 2048 << "0"
+                                                   << "Mbit";
+        QTest::newRow("empty unit becomes kbit") << "" << 64 << "64"
+                                                 << "kbit";
+    }
+    void kbitLet()
+    {
+        QFETCH(QString, unit);
+        QFETCH(int, kbit);
+        QFETCH(QString, value);
+        QFETCH(QString, unitAfter);
+        BandwidthField f;
+        f.SetUnit(unit);
+        f.SetKbit(kbit);
+        QCOMPARE(f.Value(), value);
+        QCOMPARE(f.Unit(), unitAfter);
+    }
+
+    void convert_data()
+    {
+        QTest::addColumn<QString>("bandwidth");
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<bool>("answer");
+        QTest::addColumn<QString>("after");
+        QTest::addColumn<QString>("asked"); // "question", "message" or ""
+        QTest::newRow("inexact, yes") << "1000kbit"
+                                      << "mbit" << true << "1mbit"
+                                      << "question";
+        QTest::newRow("inexact, no") << "1000kbit"
+                                     << "mbit" << false << "1000kbit"
+                                     << "question";
+        QTest::newRow("exact") << "2048kbit"
+                               << "mbit" << true << "2mbit"
+                               << "";
+        QTest::newRow("bit to byte") << "1mbit"
+                                     << "kbps" << true << "128kbps"
+                                     << "";
+        QTest::newRow("same unit in other case") << "5Kbit"
+                                                 << "kbit" << true << "5Kbit"
+                                                 << "";
+        QTest::newRow("unknown source unit gives 0") << "5xyz"
+                                                     << "kbit" << true << "0kbit"
+                                                     << "";
+        QTest::newRow("overflow") << "3gbit"
+                                  << "bit" << true << "3gbit"
+                                  << "message";
+    }
+    void convert()
+    {
+        QFETCH(QString, bandwidth);
+        QFETCH(QString, target);
+        QFETCH(bool, answer);
+        QFETCH(QString, after);
+        QFETCH(QString, asked);
+        BandwidthField f;
+        f.SetBandwidth(bandwidth);
+        ScriptedPrompt prompt;
+        prompt.yesNo << answer;
+        QSignalSpy change(&f, &BandwidthField::Change);
+        const bool changed = f.ConvertTo(target, prompt);
+        QCOMPARE(f.Bandwidth(), after);
+        QCOMPARE(changed, after != bandwidth);
+        QCOMPARE(change.count(), changed ? 1 : 0);
+        if (asked.isEmpty()) {
+            QVERIFY(prompt.log.isEmpty());
+        } else {
+            QCOMPARE(prompt.log.size(), 1);
+            if (asked == u"question") {
+                QCOMPARE(prompt.log.first().kind, QStringLiteral("yesno"));
+                QCOMPARE(prompt.log.first().text,
+                         QStringLiteral("Bei dieser Umwandlung entsteht ein "
+                                        "Genauigkeitsverlust!\nTrotzdem umwandeln?"));
+                QCOMPARE(prompt.log.first().icon, UserPrompt::Icon::Question);
+            } else {
+                QCOMPARE(prompt.log.first().kind, QStringLiteral("message"));
+            }
+        }
+    }
+
+    // Pasted text is not filtered: the kbit value reads the leading number, a conversion
+    // refuses a number part that is no number.
+    void lettersPasted()
+    {
+        BandwidthField f;
+        f.SetBandwidth(QStringLiteral("768kbit"));
+        f.SetValue(QStringLiteral("12ab"));
+        QCOMPARE(f.kbit(), 12);
+        ScriptedPrompt prompt;
+        QVERIFY(!f.ConvertTo(QStringLiteral("bit"), prompt));
+        QCOMPARE(f.Bandwidth(), QStringLiteral("12abkbit"));
+        QCOMPARE(prompt.messages().size(), 1);
+    }
+
+    void relabel()
+    {
+        BandwidthField f;
+        f.SetBandwidth(QStringLiteral("768kbit"));
+        QSignalSpy change(&f, &BandwidthField::Change);
+        QVERIFY(!f.Relabel(QStringLiteral("kbit")));
+        QVERIFY(f.Relabel(QStringLiteral("mbit")));
+        QCOMPARE(f.Bandwidth(), QStringLiteral("768mbit"));
+        QCOMPARE(change.count(), 1);
+    }
+
+    void colourRule_data()
+    {
+        QTest::addColumn<bool>("valid");
+        QTest::addColumn<bool>("locked");
+        QTest::addColumn<Colors::Rgb>("background");
+        QTest::newRow("valid") << true << false << Colors::White;
+        QTest::newRow("invalid") << false << false << Colors::LightRed;
+        QTest::newRow("locked") << true << true << Colors::Silver;
+        QTest::newRow("invalid wins over locked") << false << true << Colors::LightRed;
+    }
+    void colourRule()
+    {
+        QFETCH(bool, valid);
+        QFETCH(bool, locked);
+        QFETCH(Colors::Rgb, background);
+        BandwidthField f;
+        f.SetBackColor(0x123456); // never used as the background
+        f.SetIsValid(valid);
+        f.SetLocked(locked);
+        QCOMPARE(f.NumberBackground(), background);
+    }
+
+    void colourAppliedOnlyByLockedOrValid()
+    {
+        BandwidthField f;
+        f.SetIsValid(false);
+        f.SetErrorBackColor(0x00FF00);
+        QCOMPARE(f.NumberBackground(), Colors::LightRed);
+        f.SetIsValid(false);
+        QCOMPARE(f.NumberBackground(), Colors::Rgb(0x00FF00));
+    }
+
+    void keyFilter_data()
+    {
+        QTest::addColumn<QChar>("key");
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("digit") << QChar(u'7') << true;
+        QTest::newRow("decimal point") << QChar(u'.') << false;
+        QTest::newRow("sign") << QChar(u'-') << false;
+        QTest::newRow("letter") << QChar(u'k') << false;
+        QTest::newRow("backspace") << QChar(8) << true;
+        QTest::newRow("ctrl+c") << QChar(3) << true;
+        QTest::newRow("ctrl+v") << QChar(22) << true;
+        QTest::newRow("ctrl+x") << QChar(24) << true;
+        QTest::newRow("ctrl+a") << QChar(1) << false;
+    }
+    void keyFilter()
+    {
+        QFETCH(QChar, key);
+        QFETCH(bool, accepted);
+        QCOMPARE(BandwidthField::AcceptsKey(key), accepted);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestBandwidthField)
+#include "tst_bandwidthfield.moc"

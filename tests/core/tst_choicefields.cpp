@@ -1,0 +1,181 @@
+#include "inputs/directionfield.h"
+#include "inputs/optionfield.h"
+#include "inputs/priofield.h"
+#include "inputs/typefield.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using KeyResult = OptionField::KeyResult;
+Q_DECLARE_METATYPE(OptionField::KeyResult)
+
+class TestChoiceFields : public QObject
+{
+    Q_OBJECT
+private slots:
+    void prioStep_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<int>("delta");
+        QTest::addColumn<QString>("after");
+        QTest::newRow("up") << "1" << +1 << "2";
+        QTest::newRow("3 wraps to 0") << "3" << +1 << "0";
+        QTest::newRow("0 wraps to 3") << "0" << -1 << "3";
+        QTest::newRow("empty up") << "" << +1 << "1";
+        QTest::newRow("empty down") << "" << -1 << "3";
+        QTest::newRow("out of range folds") << "7" << +1 << "0";
+        QTest::newRow("half rounds to even") << "2.5" << +1 << "0";
+        QTest::newRow("sign of the remainder kept") << "-6" << +1 << "-1";
+        QTest::newRow("no number") << "abc" << +1 << "1";
+        QTest::newRow("absurd number") << "1e300" << -1 << "0";
+        QTest::newRow("beyond 32 bits") << "2147483648" << +1 << "1";
+        QTest::newRow("too long for a number") << QString(400, u'9') << +1 << "1";
+    }
+    void prioStep()
+    {
+        QFETCH(QString, value);
+        QFETCH(int, delta);
+        QFETCH(QString, after);
+        PrioField f;
+        f.SetValue(value);
+        delta > 0 ? f.Increment() : f.Decrement();
+        QCOMPARE(f.Value(), after);
+    }
+
+    void prioTyped_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QChar>("typed");
+        QTest::addColumn<QString>("after");
+        QTest::newRow("digit replaces") << "1" << QChar(u'2') << "2";
+        QTest::newRow("digit into empty") << "" << QChar(u'3') << "3";
+        QTest::newRow("digit above 3 dropped") << "1" << QChar(u'7') << "1";
+        QTest::newRow("plus steps up") << "3" << QChar(u'+') << "0";
+        QTest::newRow("minus steps down") << "1" << QChar(u'-') << "0";
+        QTest::newRow("letter dropped") << "1" << QChar(u'a') << "1";
+        QTest::newRow("blank as a character dropped") << "1" << QChar(u' ') << "1";
+    }
+    void prioTyped()
+    {
+        QFETCH(QString, value);
+        QFETCH(QChar, typed);
+        QFETCH(QString, after);
+        PrioField f;
+        f.SetValue(value);
+        f.TypeCharacter(typed);
+        QCOMPARE(f.Value(), after);
+    }
+
+    void prioClearKeys()
+    {
+        QVERIFY(PrioField::ClearsOnKey(Qt::Key_Delete));
+        QVERIFY(PrioField::ClearsOnKey(Qt::Key_Backspace));
+        QVERIFY(PrioField::ClearsOnKey(Qt::Key_Space));
+        QVERIFY(!PrioField::ClearsOnKey(Qt::Key_0));
+        PrioField f;
+        QSignalSpy change(&f, &PrioField::Change);
+        f.Clear();
+        QCOMPARE(f.Value(), QString());
+        f.Clear();
+        QCOMPARE(change.count(), 1);
+    }
+
+    void typeStepsWithItsOwnCounter()
+    {
+        TypeField f;
+        QSignalSpy change(&f, &TypeField::Change);
+        QStringList seen;
+        for (int i = 0; i < 4; ++i) {
+            f.Step();
+            seen << f.Text();
+        }
+        QCOMPARE(seen, QStringLiteral("client,server,,client").split(u','));
+        QCOMPARE(change.count(), 4);
+
+        TypeField g;
+        g.SetText(QStringLiteral("server"));
+        g.Step();
+        QCOMPARE(g.Text(), QStringLiteral("client"));
+        g.Choose(QStringLiteral("client"));
+        g.Step();
+        QCOMPARE(g.Text(), QStringLiteral("server"));
+    }
+
+    void optionList()
+    {
+        QCOMPARE(OptionField::Options(), QStringLiteral("ACK,ICMP,TOSMD,TOSMT,TOSMR,TOSMC").split(u','));
+        OptionField f;
+        f.Choose(QStringLiteral("TOSMR"));
+        f.Choose(QStringLiteral("ACK"));
+        QCOMPARE(f.Text(), QStringLiteral("ACK"));
+    }
+
+    void optionKeys_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        QTest::addColumn<QString>("after");
+        QTest::addColumn<KeyResult>("result");
+        const Qt::KeyboardModifiers none = Qt::NoModifier;
+        QTest::newRow("down") << "ACK" << int(Qt::Key_Down) << none << "ICMP" << KeyResult::Stepped;
+        QTest::newRow("right") << "ICMP" << int(Qt::Key_Right) << none << "TOSMD" << KeyResult::Stepped;
+        QTest::newRow("left") << "ICMP" << int(Qt::Key_Left) << none << "ACK" << KeyResult::Stepped;
+        QTest::newRow("up at first stays") << "ACK" << int(Qt::Key_Up) << none << "ACK" << KeyResult::Stepped;
+        QTest::newRow("down at last stays")
+            << "TOSMC" << int(Qt::Key_Down) << none << "TOSMC" << KeyResult::Stepped;
+        QTest::newRow("empty up") << "" << int(Qt::Key_Up) << none << "TOSMC" << KeyResult::Stepped;
+        QTest::newRow("empty down") << "" << int(Qt::Key_Down) << none << "TOSMC" << KeyResult::Stepped;
+        QTest::newRow("unknown text up") << "ack" << int(Qt::Key_Up) << none << "TOSMC" << KeyResult::Stepped;
+        QTest::newRow("keypad arrow")
+            << "ACK" << int(Qt::Key_Down) << Qt::KeyboardModifiers(Qt::KeypadModifier) << "ICMP"
+            << KeyResult::Stepped;
+        QTest::newRow("alt opens menu")
+            << "ACK" << int(Qt::Key_Down) << Qt::KeyboardModifiers(Qt::AltModifier) << "ACK"
+            << KeyResult::OpenMenu;
+        QTest::newRow("shift does nothing")
+            << "ACK" << int(Qt::Key_Down) << Qt::KeyboardModifiers(Qt::ShiftModifier) << "ACK"
+            << KeyResult::None;
+        QTest::newRow("ctrl does nothing")
+            << "ACK" << int(Qt::Key_Up) << Qt::KeyboardModifiers(Qt::ControlModifier) << "ACK"
+            << KeyResult::None;
+        QTest::newRow("alt+shift does nothing")
+            << "ACK" << int(Qt::Key_Down) << (Qt::AltModifier | Qt::ShiftModifier) << "ACK"
+            << KeyResult::None;
+        QTest::newRow("letter empties") << "ACK" << int(Qt::Key_T) << none << "" << KeyResult::Emptied;
+        QTest::newRow("digit empties") << "ACK" << int(Qt::Key_5) << none << "" << KeyResult::Emptied;
+        QTest::newRow("delete empties") << "ACK" << int(Qt::Key_Delete) << none << "" << KeyResult::Emptied;
+        QTest::newRow("comma left alone") << "ACK" << int(Qt::Key_Comma) << none << "ACK" << KeyResult::None;
+        QTest::newRow("backspace left alone")
+            << "ACK" << int(Qt::Key_Backspace) << none << "ACK" << KeyResult::None;
+    }
+    void optionKeys()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, key);
+        QFETCH(Qt::KeyboardModifiers, modifiers);
+        QFETCH(QString, after);
+        QFETCH(KeyResult, result);
+        OptionField f;
+        f.SetText(text);
+        QCOMPARE(f.KeyDown(key, modifiers), result);
+        QCOMPARE(f.Text(), after);
+    }
+
+    void directionClickOnlyTellsTheHost()
+    {
+        DirectionField f;
+        QCOMPARE(f.Text(), QStringLiteral("down"));
+        QSignalSpy change(&f, &DirectionField::Change);
+        QSignalSpy text(&f, &DirectionField::textChanged);
+        f.Click();
+        QCOMPARE(change.count(), 1);
+        QCOMPARE(f.Text(), QStringLiteral("down"));
+        f.SetText(QStringLiteral("up"));
+        QCOMPARE(change.count(), 1);
+        QCOMPARE(text.count(), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestChoiceFields)
+#include "tst_choicefields.moc"

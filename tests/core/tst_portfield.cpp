@@ -1,0 +1,142 @@
+#include "inputs/portfield.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <limits>
+
+using LeaveResult = PortField::LeaveResult;
+using CountLook = PortField::CountLook;
+Q_DECLARE_METATYPE(PortField::LeaveResult)
+Q_DECLARE_METATYPE(PortField::CountLook)
+
+namespace {
+QString singlePorts(int n)
+{
+    QStringList ports;
+    for (int i = 1; i <= n; ++i)
+        ports << QString::number(1000 + i);
+    return ports.join(u',');
+}
+} // namespace
+
+class TestPortField : public QObject
+{
+    Q_OBJECT
+private slots:
+    void count_data()
+    {
+        QTest::addColumn<QString>("port");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<CountLook>("look");
+        QTest::newRow("single") << "21" << 1 << CountLook::One;
+        QTest::newRow("two") << "21,80" << 2 << CountLook::Few;
+        QTest::newRow("range") << "6000-6010" << 11 << CountLook::Many;
+        QTest::newRow("reversed range counts two less") << "6010-6000" << 9 << CountLook::Few;
+        QTest::newRow("two dashes count one") << "1-2-3" << 1 << CountLook::One;
+        QTest::newRow("empty") << "" << 1 << CountLook::One;
+        QTest::newRow("empty items") << ",," << 3 << CountLook::Few;
+        QTest::newRow("zero raised to one") << "5-4" << 1 << CountLook::One;
+        QTest::newRow("leading dash is a range from 0") << "-5" << 6 << CountLook::Few;
+        QTest::newRow("huge single") << "99999999999" << 1 << CountLook::One;
+        QTest::newRow("exponent not read") << "1e400" << 1 << CountLook::One;
+        QTest::newRow("huge range saturates")
+            << "1-99999999999" << std::numeric_limits<int>::max() << CountLook::Many;
+        QTest::newRow("range too long for a number") << QStringLiteral("1-") + QString(400, u'9')
+                                                     << std::numeric_limits<int>::max() << CountLook::Many;
+    }
+    void count()
+    {
+        QFETCH(QString, port);
+        QFETCH(int, count);
+        QFETCH(CountLook, look);
+        PortField f;
+        f.SetPort(QStringLiteral("1,2"));
+        f.SetPort(port);
+        QCOMPARE(f.count(), count);
+        QCOMPARE(f.Look(), look);
+    }
+
+    void expand_data()
+    {
+        QTest::addColumn<QString>("port");
+        QTest::addColumn<QStringList>("ports");
+        QTest::newRow("list") << "21,80" << QStringLiteral("21,80").split(u',');
+        QTest::newRow("range") << "20-22,80" << QStringLiteral("20,21,22,80").split(u',');
+        QTest::newRow("reversed range runs down")
+            << "6010-6000"
+            << QStringLiteral("6010,6009,6008,6007,6006,6005,6004,6003,6002,6001,6000").split(u',');
+        QTest::newRow("malformed copied") << "1-2-3,abc" << QStringLiteral("1-2-3,abc").split(u',');
+        QTest::newRow("empty") << "" << QStringLiteral("").split(u',');
+    }
+    void expand()
+    {
+        QFETCH(QString, port);
+        QFETCH(QStringList, ports);
+        PortField f;
+        f.SetPort(port);
+        QCOMPARE(f.PortExt(), ports);
+        QCOMPARE(f.ExpandedCount(), ports.size());
+        for (int i = 0; i < ports.size(); ++i)
+            QCOMPARE(f.PortExt(i), ports.at(i));
+        QCOMPARE(f.PortExt(ports.size()), QString());
+    }
+
+    // A list standing for billions of ports must neither hang nor exhaust memory.
+    void hugeRangeIsNotExpanded()
+    {
+        PortField f;
+        f.SetPort(QStringLiteral("1-99999999999"));
+        QCOMPARE(f.ExpandedCount(), qint64(std::numeric_limits<int>::max()));
+        QCOMPARE(f.PortExt(5), QStringLiteral("6"));
+        QVERIFY(f.PortExt().isEmpty());
+    }
+
+    void leave_data()
+    {
+        QTest::addColumn<QString>("port");
+        QTest::addColumn<LeaveResult>("result");
+        QTest::newRow("20 ports") << singlePorts(20) << LeaveResult::Ok;
+        QTest::newRow("21 ports") << singlePorts(21) << LeaveResult::TooManyPorts;
+        QTest::newRow("range of 21") << "100-120" << LeaveResult::TooManyPorts;
+        QTest::newRow("upper bound") << "65535" << LeaveResult::Ok;
+        QTest::newRow("above range") << "70000" << LeaveResult::OutOfRange;
+        QTest::newRow("only first checked") << "21,70000" << LeaveResult::Ok;
+        QTest::newRow("negative") << "-5" << LeaveResult::OutOfRange;
+        QTest::newRow("huge") << "99999999999" << LeaveResult::OutOfRange;
+        QTest::newRow("too long for a number") << QString(400, u'9') << LeaveResult::OutOfRange;
+        QTest::newRow("exponent not read") << "1e400" << LeaveResult::Ok;
+        QTest::newRow("huge range") << "1-99999999999" << LeaveResult::TooManyPorts;
+        QTest::newRow("empty") << "" << LeaveResult::Ok;
+    }
+    void leave()
+    {
+        QFETCH(QString, port);
+        QFETCH(LeaveResult, result);
+        PortField f;
+        f.SetPort(port);
+        QCOMPARE(f.CheckLeave(), result);
+    }
+
+    void changeAfterCount()
+    {
+        PortField f;
+        int countSeen = -1;
+        connect(&f, &PortField::Change, this, [&] { countSeen = f.count(); });
+        f.SetPort(QStringLiteral("6000-6010"));
+        QCOMPARE(countSeen, 11);
+    }
+
+    void keyFilter()
+    {
+        for (QChar c : QStringLiteral("0123456789,-"))
+            QVERIFY(PortField::AcceptsKey(c));
+        for (QChar c : {QChar(8), QChar(3), QChar(22), QChar(24)})
+            QVERIFY(PortField::AcceptsKey(c));
+        for (QChar c : QStringLiteral("a .;"))
+            QVERIFY(!PortField::AcceptsKey(c));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPortField)
+#include "tst_portfield.moc"
