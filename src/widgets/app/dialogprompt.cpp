@@ -1,0 +1,105 @@
+#include "dialogprompt.h"
+
+#include <QCoreApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+
+namespace {
+
+QMessageBox::Icon boxIcon(UserPrompt::Icon icon)
+{
+    switch (icon) {
+    case UserPrompt::Icon::Information:
+        return QMessageBox::Information;
+    case UserPrompt::Icon::Question:
+        return QMessageBox::Question;
+    case UserPrompt::Icon::Warning:
+        return QMessageBox::Warning;
+    case UserPrompt::Icon::Critical:
+        return QMessageBox::Critical;
+    case UserPrompt::Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+} // namespace
+
+QString DialogPrompt::Title()
+{
+    const QString name = QCoreApplication::applicationName();
+    return name.isEmpty() ? QStringLiteral("Tarnwick") : name;
+}
+
+QString DialogPrompt::QtFilter(const QString& filter)
+{
+    if (!filter.contains(u'|'))
+        return filter;
+    const QStringList parts = filter.split(u'|');
+    QStringList out;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString patterns = QString(parts.at(i + 1)).replace(u';', u' ');
+        const QString& description = parts.at(i);
+        out << (description.contains(u'(') ? description
+                                           : description + QStringLiteral(" (") + patterns + u')');
+    }
+    return out.join(QStringLiteral(";;"));
+}
+
+void DialogPrompt::Message(const QString& text, Icon icon)
+{
+    QMessageBox box(boxIcon(icon), Title(), text, QMessageBox::Ok, m_parent);
+    box.exec();
+}
+
+bool DialogPrompt::AskYesNo(const QString& text, Icon icon)
+{
+    QMessageBox box(boxIcon(icon), Title(), text, QMessageBox::Yes | QMessageBox::No, m_parent);
+    box.setDefaultButton(QMessageBox::Yes);
+    return box.exec() == QMessageBox::Yes;
+}
+
+UserPrompt::Answer DialogPrompt::AskYesNoCancel(const QString& text, Icon icon)
+{
+    QMessageBox box(boxIcon(icon), Title(), text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+                    m_parent);
+    box.setDefaultButton(QMessageBox::Yes);
+    box.setEscapeButton(QMessageBox::Cancel);
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    default:
+        return Answer::Cancel;
+    }
+}
+
+QString DialogPrompt::InputBox(const QString& prompt, const QString& defaultText)
+{
+    bool ok = false;
+    const QString text =
+        QInputDialog::getText(m_parent, Title(), prompt, QLineEdit::Normal, defaultText, &ok);
+    return ok ? text : QString();
+}
+
+std::optional<QString> DialogPrompt::OpenFileName(const QString& title, const QString& initialName,
+                                                  const QString& filter)
+{
+    const QString name = QFileDialog::getOpenFileName(m_parent, title.isEmpty() ? Title() : title,
+                                                      initialName, QtFilter(filter));
+    if (name.isEmpty())
+        return std::nullopt;
+    return name;
+}
+
+std::optional<QString> DialogPrompt::SaveFileName(const QString& title, const QString& initialName,
+                                                  const QString& filter)
+{
+    const QString name = QFileDialog::getSaveFileName(m_parent, title.isEmpty() ? Title() : title,
+                                                      initialName, QtFilter(filter));
+    if (name.isEmpty())
+        return std::nullopt;
+    return name;
+}
