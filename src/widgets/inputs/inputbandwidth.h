@@ -1,0 +1,51 @@
+#pragma once
+
+#include "inputs/bandwidthfield.h"
+
+#include <QPointer>
+#include <QWidget>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class UserPrompt;
+
+// A bandwidth: number box, unit label with its unit menu, and the lock check box.
+// Shows and edits a BandwidthField, its own or one that a class or the common page owns.
+class InputBandwidth final : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit InputBandwidth(QWidget* parent = nullptr);
+    explicit InputBandwidth(BandwidthField* field, QWidget* parent = nullptr);
+
+    BandwidthField* field() const { return m_field; }
+    // Binds to a field owned elsewhere; nullptr returns to the widget's own field.
+    void setField(BandwidthField* field);
+    // Asks the precision question; without one the question comes as a dialog.
+    void setPrompt(UserPrompt* prompt) { m_prompt = prompt; }
+    // The name a screen reader gives the number box, as the label beside the field says.
+    void setLabel(const QString& label);
+
+signals:
+    void Change();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildMenu();
+    void showValue();
+    void showUnit();
+    void showBackground();
+    void convertTo(const QString& unit);
+
+    BandwidthField m_own;
+    QPointer<BandwidthField> m_field;
+    UserPrompt* m_prompt = nullptr;
+    QLineEdit* m_txtMin;
+    QLabel* m_lblMinUnit;
+    QCheckBox* m_chkLocked;
+    QMenu* m_mnuUnits;
+};

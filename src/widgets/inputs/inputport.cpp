@@ -1,0 +1,114 @@
+#include "inputport.h"
+
+#include "app/dialogprompt.h"
+#include "typedkey.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QStatusBar>
+#include <QTimer>
+
+InputPort::InputPort(QWidget* parent) : InputPort(nullptr, parent) {}
+
+InputPort::InputPort(PortField* field, QWidget* parent)
+    : QWidget(parent), m_txtPort(new QLineEdit(this)), m_lblFilterCount(new QLabel(this))
+{
+    m_txtPort->setObjectName(QStringLiteral("txtPort"));
+    m_txtPort->setToolTip(QStringLiteral("Port: z.B.: 21"));
+    m_txtPort->setAccessibleName(QStringLiteral("Port"));
+    m_txtPort->setAccessibleDescription(QStringLiteral("z.B.: 21 oder 21,80,6000-6010"));
+    m_txtPort->installEventFilter(this);
+    m_lblFilterCount->setObjectName(QStringLiteral("lblFilterCount"));
+    m_lblFilterCount->setAccessibleName(QStringLiteral("Anzahl Ports"));
+    m_lblFilterCount->setToolTip(QStringLiteral("Anzahl Ports"));
+    m_lblFilterCount->setAlignment(Qt::AlignCenter);
+    m_lblFilterCount->setMinimumWidth(
+        m_lblFilterCount->fontMetrics().horizontalAdvance(QStringLiteral("000")) + 8);
+    m_lblFilterCount->setFrameShape(QFrame::StyledPanel);
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    layout->addWidget(m_txtPort, 1);
+    layout->addWidget(m_lblFilterCount);
+
+    connect(m_txtPort, &QLineEdit::textEdited, this, [this](const QString& t) { m_field->SetPort(t); });
+    setFocusProxy(m_txtPort);
+    setField(field);
+}
+
+void InputPort::setField(PortField* field)
+{
+    if (m_field)
+        disconnect(m_field, nullptr, this, nullptr);
+    m_field = field ? field : &m_own;
+    connect(m_field, &PortField::Change, this, &InputPort::showPort);
+    connect(m_field, &PortField::Change, this, &InputPort::Change);
+    if (m_field != &m_own)
+        connect(m_field, &QObject::destroyed, this, [this] { setField(nullptr); });
+    showPort();
+}
+
+void InputPort::showPort()
+{
+    if (m_txtPort->text() != m_field->Port())
+        m_txtPort->setText(m_field->Port());
+    m_lblFilterCount->setText(QString::number(m_field->count()));
+    // One port plain, a few in bold, many in bold red: the file gets one entry per port.
+    QFont font = m_lblFilterCount->font();
+    font.setBold(m_field->Look() != PortField::CountLook::One);
+    m_lblFilterCount->setFont(font);
+    QPalette p = palette();
+    if (m_field->Look() == PortField::CountLook::Many)
+        p.setColor(QPalette::WindowText, QColor(0xB0, 0x00, 0x00));
+    m_lblFilterCount->setPalette(p);
+}
+
+void InputPort::checkPorts()
+{
+    if (m_complaining)
+        return;
+    switch (m_field->CheckLeave()) {
+    case PortField::LeaveResult::Ok:
+        return;
+    case PortField::LeaveResult::TooManyPorts:
+        m_txtPort->setFocus(Qt::OtherFocusReason);
+        if (m_status) {
+            m_status->SetStatusText(PortField::TooManyPortsText());
+        } else if (auto* main = qobject_cast<QMainWindow*>(window())) {
+            main->statusBar()->showMessage(PortField::TooManyPortsText());
+        }
+        return;
+    case PortField::LeaveResult::OutOfRange:
+        m_complaining = true;
+        m_txtPort->setFocus(Qt::OtherFocusReason);
+        if (m_prompt) {
+            m_prompt->Message(PortField::OutOfRangeText(), UserPrompt::Icon::None);
+        } else {
+            DialogPrompt dialogs(this);
+            dialogs.Message(PortField::OutOfRangeText(), UserPrompt::Icon::None);
+        }
+        m_txtPort->setFocus(Qt::OtherFocusReason);
+        m_complaining = false;
+        return;
+    }
+}
+
+bool InputPort::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_txtPort)
+        return QWidget::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress) {
+        const QChar c = TypedCharacter(static_cast<QKeyEvent*>(event));
+        return !c.isNull() && !PortField::AcceptsKey(c);
+    }
+    if (event->type() == QEvent::FocusOut) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
+            QTimer::singleShot(0, this, &InputPort::checkPorts);
+    }
+    return false;
+}
