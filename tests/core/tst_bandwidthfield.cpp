@@ -11,39 +11,22 @@ class TestBandwidthField : public QObject
 private slots:
     void setBandwidth_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("unit");
-        QTest::newRow("empty is 0kbit") << ""
-                                        << "0"
-                                        << "kbit";
-        QTest::newRow("plain") << "768kbit"
-                               << "768"
-                               << "kbit";
-        QTest::newRow("case of unit kept") << "10Mbit"
-                                           << "10"
-                                           << "Mbit";
-        QTest::newRow("number alone gets kbit") << "768"
-                                                << "768"
-                                                << "kbit";
-        QTest::newRow("rounded number not in text") << "1.5Mbit"
-                                                    << "2"
-                                                    << "1.5Mbit";
-        QTest::newRow("rounded number found in text") << "2.5kbit"
-                                                      << "2"
-                                                      << ".5kbit";
-        QTest::newRow("blanks around number") << " 768 kbit"
-                                              << "768"
-                                              << " kbit";
-        QTest::newRow("negative") << "-5kbit"
-                                  << "-5"
-                                  << "kbit";
-        QTest::newRow("no number at all") << "abc"
-                                          << "0"
-                                          << "abc";
-        QTest::newRow("number beyond 32 bits") << "99999999999kbit"
-                                               << "0"
-                                               << "99999999999kbit";
+        QTest::newRow("empty is 0kbit") << "" << "0" << "kbit";
+        QTest::newRow("plain") << "768kbit" << "768" << "kbit";
+        QTest::newRow("case of unit kept") << "10Mbit" << "10" << "Mbit";
+        QTest::newRow("number alone gets kbit") << "768" << "768" << "kbit";
+        QTest::newRow("rounded number not in text") << "1.5Mbit" << "2" << "1.5Mbit";
+        QTest::newRow("rounded number found in text") << "2.5kbit" << "2" << ".5kbit";
+        QTest::newRow("blanks around number") << " 768 kbit" << "768" << " kbit";
+        QTest::newRow("negative") << "-5kbit" << "-5" << "kbit";
+        QTest::newRow("no number at all") << "abc" << "0" << "abc";
+        QTest::newRow("number beyond 32 bits") << "99999999999kbit" << "0" << "99999999999kbit";
+        QTest::newRow("beyond 32 bits, holding a 0") << "10000000000kbit" << "0" << "10000000000kbit";
+        // clang-format on
     }
     void setBandwidth()
     {
@@ -70,6 +53,7 @@ private slots:
 
     void kbitGet_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("bandwidth");
         QTest::addColumn<int>("kbit");
         QTest::newRow("kbit") << "768kbit" << 768;
@@ -78,6 +62,7 @@ private slots:
         QTest::newRow("bit rounds up") << "1023bit" << 1;
         QTest::newRow("half a kbit rounds to even") << "512bit" << 0;
         QTest::newRow("unknown unit") << "5xyz" << 0;
+        // clang-format on
     }
     void kbitGet()
     {
@@ -97,20 +82,17 @@ private slots:
 
     void kbitLet_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("unit");
         QTest::addColumn<int>("kbit");
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("unitAfter");
-        QTest::newRow("kbit") << "kbit" << 768 << "768"
-                              << "kbit";
-        QTest::newRow("mbit") << "mbit" << 2048 << "2"
-                              << "mbit";
-        QTest::newRow("fraction unrounded") << "mbit" << 1000 << "0.9765625"
-                                            << "mbit";
-        QTest::newRow("capitals are unknown here") << "Mbit" << 2048 << "0"
-                                                   << "Mbit";
-        QTest::newRow("empty unit becomes kbit") << "" << 64 << "64"
-                                                 << "kbit";
+        QTest::newRow("kbit") << "kbit" << 768 << "768" << "kbit";
+        QTest::newRow("mbit") << "mbit" << 2048 << "2" << "mbit";
+        QTest::newRow("fraction unrounded") << "mbit" << 1000 << "0.9765625" << "mbit";
+        QTest::newRow("capitals are unknown here") << "Mbit" << 2048 << "0" << "Mbit";
+        QTest::newRow("empty unit becomes kbit") << "" << 64 << "64" << "kbit";
+        // clang-format on
     }
     void kbitLet()
     {
@@ -127,32 +109,20 @@ private slots:
 
     void convert_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("bandwidth");
         QTest::addColumn<QString>("target");
         QTest::addColumn<bool>("answer");
         QTest::addColumn<QString>("after");
         QTest::addColumn<QString>("asked"); // "question", "message" or ""
-        QTest::newRow("inexact, yes") << "1000kbit"
-                                      << "mbit" << true << "1mbit"
-                                      << "question";
-        QTest::newRow("inexact, no") << "1000kbit"
-                                     << "mbit" << false << "1000kbit"
-                                     << "question";
-        QTest::newRow("exact") << "2048kbit"
-                               << "mbit" << true << "2mbit"
-                               << "";
-        QTest::newRow("bit to byte") << "1mbit"
-                                     << "kbps" << true << "128kbps"
-                                     << "";
-        QTest::newRow("same unit in other case") << "5Kbit"
-                                                 << "kbit" << true << "5Kbit"
-                                                 << "";
-        QTest::newRow("unknown source unit gives 0") << "5xyz"
-                                                     << "kbit" << true << "0kbit"
-                                                     << "";
-        QTest::newRow("overflow") << "3gbit"
-                                  << "bit" << true << "3gbit"
-                                  << "message";
+        QTest::newRow("inexact, yes") << "1000kbit" << "mbit" << true << "1mbit" << "question";
+        QTest::newRow("inexact, no") << "1000kbit" << "mbit" << false << "1000kbit" << "question";
+        QTest::newRow("exact") << "2048kbit" << "mbit" << true << "2mbit" << "";
+        QTest::newRow("bit to byte") << "1mbit" << "kbps" << true << "128kbps" << "";
+        QTest::newRow("same unit in other case") << "5Kbit" << "kbit" << true << "5Kbit" << "";
+        QTest::newRow("unknown source unit gives 0") << "5xyz" << "kbit" << true << "0kbit" << "";
+        QTest::newRow("overflow") << "3gbit" << "bit" << true << "3gbit" << "message";
+        // clang-format on
     }
     void convert()
     {
@@ -213,6 +183,7 @@ private slots:
 
     void colourRule_data()
     {
+        // clang-format off
         QTest::addColumn<bool>("valid");
         QTest::addColumn<bool>("locked");
         QTest::addColumn<Colors::Rgb>("background");
@@ -220,6 +191,7 @@ private slots:
         QTest::newRow("invalid") << false << false << Colors::LightRed;
         QTest::newRow("locked") << true << true << Colors::Silver;
         QTest::newRow("invalid wins over locked") << false << true << Colors::LightRed;
+        // clang-format on
     }
     void colourRule()
     {
@@ -245,6 +217,7 @@ private slots:
 
     void keyFilter_data()
     {
+        // clang-format off
         QTest::addColumn<QChar>("key");
         QTest::addColumn<bool>("accepted");
         QTest::newRow("digit") << QChar(u'7') << true;
@@ -256,6 +229,7 @@ private slots:
         QTest::newRow("ctrl+v") << QChar(22) << true;
         QTest::newRow("ctrl+x") << QChar(24) << true;
         QTest::newRow("ctrl+a") << QChar(1) << false;
+        // clang-format on
     }
     void keyFilter()
     {

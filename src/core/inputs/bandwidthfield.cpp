@@ -29,14 +29,13 @@ void BandwidthField::SetBandwidth(const QString& text)
     const QString s = text.isEmpty() ? QStringLiteral("0kbit") : text;
     // A leading number beyond 32 bits cannot be a bandwidth: it is taken as 0, and the
     // whole text becomes the unit part, so nothing of the text is lost.
-    qint32 n = 0;
+    std::optional<qint32> n;
     try {
-        n = Numbers::RoundToInt32(Numbers::LeadingValue(s));
+        n = Numbers::TryRoundToInt32(Numbers::LeadingValue(s));
     } catch (const QoSError&) {
-        n = 0;
     }
-    const QString t = QString::number(n);
-    const qsizetype at = s.indexOf(t);
+    const QString t = QString::number(n.value_or(0));
+    const qsizetype at = n ? s.indexOf(t) : -1;
     QString unit = at < 0 ? s : s.mid(at + t.size());
     if (unit.isEmpty())
         unit = QStringLiteral("kbit");
