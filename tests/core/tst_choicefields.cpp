@@ -15,6 +15,7 @@ class TestChoiceFields : public QObject
 private slots:
     void prioStep_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("value");
         QTest::addColumn<int>("delta");
         QTest::addColumn<QString>("after");
@@ -30,6 +31,7 @@ private slots:
         QTest::newRow("absurd number") << "1e300" << -1 << "0";
         QTest::newRow("beyond 32 bits") << "2147483648" << +1 << "1";
         QTest::newRow("too long for a number") << QString(400, u'9') << +1 << "1";
+        // clang-format on
     }
     void prioStep()
     {
@@ -44,6 +46,7 @@ private slots:
 
     void prioTyped_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("value");
         QTest::addColumn<QChar>("typed");
         QTest::addColumn<QString>("after");
@@ -54,6 +57,7 @@ private slots:
         QTest::newRow("minus steps down") << "1" << QChar(u'-') << "0";
         QTest::newRow("letter dropped") << "1" << QChar(u'a') << "1";
         QTest::newRow("blank as a character dropped") << "1" << QChar(u' ') << "1";
+        // clang-format on
     }
     void prioTyped()
     {
@@ -112,42 +116,34 @@ private slots:
 
     void optionKeys_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("key");
         QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
         QTest::addColumn<QString>("after");
         QTest::addColumn<KeyResult>("result");
-        const Qt::KeyboardModifiers none = Qt::NoModifier;
-        QTest::newRow("down") << "ACK" << int(Qt::Key_Down) << none << "ICMP" << KeyResult::Stepped;
-        QTest::newRow("right") << "ICMP" << int(Qt::Key_Right) << none << "TOSMD" << KeyResult::Stepped;
-        QTest::newRow("left") << "ICMP" << int(Qt::Key_Left) << none << "ACK" << KeyResult::Stepped;
-        QTest::newRow("up at first stays") << "ACK" << int(Qt::Key_Up) << none << "ACK" << KeyResult::Stepped;
-        QTest::newRow("down at last stays")
-            << "TOSMC" << int(Qt::Key_Down) << none << "TOSMC" << KeyResult::Stepped;
-        QTest::newRow("empty up") << "" << int(Qt::Key_Up) << none << "TOSMC" << KeyResult::Stepped;
-        QTest::newRow("empty down") << "" << int(Qt::Key_Down) << none << "TOSMC" << KeyResult::Stepped;
-        QTest::newRow("unknown text up") << "ack" << int(Qt::Key_Up) << none << "TOSMC" << KeyResult::Stepped;
-        QTest::newRow("keypad arrow")
-            << "ACK" << int(Qt::Key_Down) << Qt::KeyboardModifiers(Qt::KeypadModifier) << "ICMP"
-            << KeyResult::Stepped;
-        QTest::newRow("alt opens menu")
-            << "ACK" << int(Qt::Key_Down) << Qt::KeyboardModifiers(Qt::AltModifier) << "ACK"
-            << KeyResult::OpenMenu;
-        QTest::newRow("shift does nothing")
-            << "ACK" << int(Qt::Key_Down) << Qt::KeyboardModifiers(Qt::ShiftModifier) << "ACK"
-            << KeyResult::None;
-        QTest::newRow("ctrl does nothing")
-            << "ACK" << int(Qt::Key_Up) << Qt::KeyboardModifiers(Qt::ControlModifier) << "ACK"
-            << KeyResult::None;
-        QTest::newRow("alt+shift does nothing")
-            << "ACK" << int(Qt::Key_Down) << (Qt::AltModifier | Qt::ShiftModifier) << "ACK"
-            << KeyResult::None;
+        const Qt::KeyboardModifiers none = Qt::NoModifier, alt = Qt::AltModifier, shift = Qt::ShiftModifier,
+                                    ctrl = Qt::ControlModifier, keypad = Qt::KeypadModifier;
+        const int up = Qt::Key_Up, down = Qt::Key_Down, left = Qt::Key_Left, right = Qt::Key_Right;
+        QTest::newRow("down") << "ACK" << down << none << "ICMP" << KeyResult::Stepped;
+        QTest::newRow("right") << "ICMP" << right << none << "TOSMD" << KeyResult::Stepped;
+        QTest::newRow("left") << "ICMP" << left << none << "ACK" << KeyResult::Stepped;
+        QTest::newRow("up at first stays") << "ACK" << up << none << "ACK" << KeyResult::Stepped;
+        QTest::newRow("down at last stays") << "TOSMC" << down << none << "TOSMC" << KeyResult::Stepped;
+        QTest::newRow("empty up") << "" << up << none << "TOSMC" << KeyResult::Stepped;
+        QTest::newRow("empty down") << "" << down << none << "TOSMC" << KeyResult::Stepped;
+        QTest::newRow("unknown text up") << "ack" << up << none << "TOSMC" << KeyResult::Stepped;
+        QTest::newRow("keypad arrow") << "ACK" << down << keypad << "ICMP" << KeyResult::Stepped;
+        QTest::newRow("alt opens menu") << "ACK" << down << alt << "ACK" << KeyResult::OpenMenu;
+        QTest::newRow("shift does nothing") << "ACK" << down << shift << "ACK" << KeyResult::None;
+        QTest::newRow("ctrl does nothing") << "ACK" << up << ctrl << "ACK" << KeyResult::None;
+        QTest::newRow("alt+shift does nothing") << "ACK" << down << (alt | shift) << "ACK" << KeyResult::None;
         QTest::newRow("letter empties") << "ACK" << int(Qt::Key_T) << none << "" << KeyResult::Emptied;
         QTest::newRow("digit empties") << "ACK" << int(Qt::Key_5) << none << "" << KeyResult::Emptied;
         QTest::newRow("delete empties") << "ACK" << int(Qt::Key_Delete) << none << "" << KeyResult::Emptied;
         QTest::newRow("comma left alone") << "ACK" << int(Qt::Key_Comma) << none << "ACK" << KeyResult::None;
-        QTest::newRow("backspace left alone")
-            << "ACK" << int(Qt::Key_Backspace) << none << "ACK" << KeyResult::None;
+        QTest::newRow("backspace left alone") << "ACK" << int(Qt::Key_Backspace) << none << "ACK" << KeyResult::None;
+        // clang-format on
     }
     void optionKeys()
     {

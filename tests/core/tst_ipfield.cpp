@@ -12,6 +12,7 @@ class TestIpField : public QObject
 private slots:
     void addressKey_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("selectionStart");
         QTest::addColumn<int>("selectionLength");
@@ -31,9 +32,9 @@ private slots:
         QTest::newRow("ctrl+c") << "1" << 1 << 0 << QChar(3) << KeyAction::Accept;
         QTest::newRow("letter") << "1" << 1 << 0 << QChar(u'a') << KeyAction::Discard;
         QTest::newRow("blank") << "1" << 1 << 0 << QChar(u' ') << KeyAction::Discard;
-        QTest::newRow("octet too long for a number")
-            << QString(400, u'9') << 400 << 0 << QChar(u'1') << KeyAction::Discard;
+        QTest::newRow("octet too long for a number") << QString(400, u'9') << 400 << 0 << QChar(u'1') << KeyAction::Discard;
         QTest::newRow("caret beyond the text") << "1.2" << 99 << 5 << QChar(u'3') << KeyAction::Accept;
+        // clang-format on
     }
     void addressKey()
     {
@@ -55,27 +56,17 @@ private slots:
 
     void textGet_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("address");
         QTest::addColumn<QString>("mask");
         QTest::addColumn<QString>("text");
-        QTest::newRow("with mask") << "192.168.0.1"
-                                   << "24"
-                                   << "192.168.0.1/24";
-        QTest::newRow("empty mask") << "192.168.0.1"
-                                    << ""
-                                    << "192.168.0.1";
-        QTest::newRow("zero mask") << "192.168.0.1"
-                                   << "0"
-                                   << "192.168.0.1";
-        QTest::newRow("leading zero dropped") << ""
-                                              << "024"
-                                              << "/24";
-        QTest::newRow("mask no number") << "10.0.0.0"
-                                        << "x"
-                                        << "10.0.0.0";
-        QTest::newRow("fractional mask") << "10.0.0.0"
-                                         << "24.5"
-                                         << "10.0.0.0/24.5";
+        QTest::newRow("with mask") << "192.168.0.1" << "24" << "192.168.0.1/24";
+        QTest::newRow("empty mask") << "192.168.0.1" << "" << "192.168.0.1";
+        QTest::newRow("zero mask") << "192.168.0.1" << "0" << "192.168.0.1";
+        QTest::newRow("leading zero dropped") << "" << "024" << "/24";
+        QTest::newRow("mask no number") << "10.0.0.0" << "x" << "10.0.0.0";
+        QTest::newRow("fractional mask") << "10.0.0.0" << "24.5" << "10.0.0.0/24.5";
+        // clang-format on
     }
     void textGet()
     {
@@ -90,24 +81,16 @@ private slots:
 
     void textLet_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("address");
         QTest::addColumn<QString>("mask");
-        QTest::newRow("empty") << ""
-                               << ""
-                               << "";
-        QTest::newRow("address only") << "1.2.3.4"
-                                      << "1.2.3.4"
-                                      << "";
-        QTest::newRow("with mask") << "10.0.0.0/8"
-                                   << "10.0.0.0"
-                                   << "8";
-        QTest::newRow("extra parts dropped") << "10.0.0.0/8/9"
-                                             << "10.0.0.0"
-                                             << "8";
-        QTest::newRow("mask only") << "/024"
-                                   << ""
-                                   << "024";
+        QTest::newRow("empty") << "" << "" << "";
+        QTest::newRow("address only") << "1.2.3.4" << "1.2.3.4" << "";
+        QTest::newRow("with mask") << "10.0.0.0/8" << "10.0.0.0" << "8";
+        QTest::newRow("extra parts dropped") << "10.0.0.0/8/9" << "10.0.0.0" << "8";
+        QTest::newRow("mask only") << "/024" << "" << "024";
+        // clang-format on
     }
     void textLet()
     {
@@ -133,6 +116,7 @@ private slots:
 
     void leaveCheck_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("address");
         QTest::addColumn<bool>("valid");
         QTest::newRow("empty passes") << "" << true;
@@ -148,6 +132,7 @@ private slots:
         QTest::newRow("blanks around a part") << " 1.2.3.4 " << true;
         QTest::newRow("exponent compared by value") << "1e2.1.1.1" << true;
         QTest::newRow("exponent too large") << "1e3.1.1.1" << false;
+        // clang-format on
     }
     void leaveCheck()
     {

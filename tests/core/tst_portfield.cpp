@@ -26,6 +26,7 @@ class TestPortField : public QObject
 private slots:
     void count_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("port");
         QTest::addColumn<int>("count");
         QTest::addColumn<CountLook>("look");
@@ -40,10 +41,9 @@ private slots:
         QTest::newRow("leading dash is a range from 0") << "-5" << 6 << CountLook::Few;
         QTest::newRow("huge single") << "99999999999" << 1 << CountLook::One;
         QTest::newRow("exponent not read") << "1e400" << 1 << CountLook::One;
-        QTest::newRow("huge range saturates")
-            << "1-99999999999" << std::numeric_limits<int>::max() << CountLook::Many;
-        QTest::newRow("range too long for a number") << QStringLiteral("1-") + QString(400, u'9')
-                                                     << std::numeric_limits<int>::max() << CountLook::Many;
+        QTest::newRow("huge range saturates") << "1-99999999999" << std::numeric_limits<int>::max() << CountLook::Many;
+        QTest::newRow("range too long for a number") << QStringLiteral("1-") + QString(400, u'9') << std::numeric_limits<int>::max() << CountLook::Many;
+        // clang-format on
     }
     void count()
     {
@@ -59,15 +59,16 @@ private slots:
 
     void expand_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("port");
         QTest::addColumn<QStringList>("ports");
         QTest::newRow("list") << "21,80" << QStringLiteral("21,80").split(u',');
         QTest::newRow("range") << "20-22,80" << QStringLiteral("20,21,22,80").split(u',');
-        QTest::newRow("reversed range runs down")
-            << "6010-6000"
+        QTest::newRow("reversed range runs down") << "6010-6000"
             << QStringLiteral("6010,6009,6008,6007,6006,6005,6004,6003,6002,6001,6000").split(u',');
         QTest::newRow("malformed copied") << "1-2-3,abc" << QStringLiteral("1-2-3,abc").split(u',');
         QTest::newRow("empty") << "" << QStringLiteral("").split(u',');
+        // clang-format on
     }
     void expand()
     {
@@ -94,6 +95,7 @@ private slots:
 
     void leave_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("port");
         QTest::addColumn<LeaveResult>("result");
         QTest::newRow("20 ports") << singlePorts(20) << LeaveResult::Ok;
@@ -108,6 +110,7 @@ private slots:
         QTest::newRow("exponent not read") << "1e400" << LeaveResult::Ok;
         QTest::newRow("huge range") << "1-99999999999" << LeaveResult::TooManyPorts;
         QTest::newRow("empty") << "" << LeaveResult::Ok;
+        // clang-format on
     }
     void leave()
     {

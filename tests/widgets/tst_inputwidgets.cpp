@@ -79,50 +79,22 @@ class TestInputWidgets : public QObject
 private slots:
     void typedKeysAreFiltered_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("widget");
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("text");
-        QTest::newRow("bandwidth: digits only") << "bandwidth"
-                                                << "txtMin"
-                                                << "12a.5-"
-                                                << "125";
-        QTest::newRow("ip: octet above 255 refused") << "ip"
-                                                     << "txtIP"
-                                                     << "192.168.0.259"
-                                                     << "192.168.0.25";
-        QTest::newRow("ip: fifth part refused") << "ip"
-                                                << "txtIP"
-                                                << "1.2.3.4.5"
-                                                << "1.2.3.45";
-        QTest::newRow("ip: mask digits only") << "ip"
-                                              << "txtMaskBits"
-                                              << "2x4"
-                                              << "24";
-        QTest::newRow("port: list characters") << "port"
-                                               << "txtPort"
-                                               << "21, 80a-x"
-                                               << "21,80-";
-        QTest::newRow("prio: digit above 3 dropped") << "prio"
-                                                     << "txtPrio"
-                                                     << "7"
-                                                     << "0";
-        QTest::newRow("prio: digit replaces") << "prio"
-                                              << "txtPrio"
-                                              << "12"
-                                              << "2";
-        QTest::newRow("prio: plus and minus step") << "prio"
-                                                   << "txtPrio"
-                                                   << "+++-"
-                                                   << "2";
-        QTest::newRow("type: no free text") << "type"
-                                            << "txtType"
-                                            << "abc"
-                                            << "";
-        QTest::newRow("option: no free text") << "option"
-                                              << "txtOption"
-                                              << "x,"
-                                              << "";
+        QTest::newRow("bandwidth: digits only") << "bandwidth" << "txtMin" << "12a.5-" << "125";
+        QTest::newRow("ip: octet above 255 refused") << "ip" << "txtIP" << "192.168.0.259" << "192.168.0.25";
+        QTest::newRow("ip: fifth part refused") << "ip" << "txtIP" << "1.2.3.4.5" << "1.2.3.45";
+        QTest::newRow("ip: mask digits only") << "ip" << "txtMaskBits" << "2x4" << "24";
+        QTest::newRow("port: list characters") << "port" << "txtPort" << "21, 80a-x" << "21,80-";
+        QTest::newRow("prio: digit above 3 dropped") << "prio" << "txtPrio" << "7" << "0";
+        QTest::newRow("prio: digit replaces") << "prio" << "txtPrio" << "12" << "2";
+        QTest::newRow("prio: plus and minus step") << "prio" << "txtPrio" << "+++-" << "2";
+        QTest::newRow("type: no free text") << "type" << "txtType" << "abc" << "";
+        QTest::newRow("option: no free text") << "option" << "txtOption" << "x," << "";
+        // clang-format on
     }
     void typedKeysAreFiltered()
     {
@@ -209,12 +181,14 @@ private slots:
 
     void ipLeaveCheck_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("address");
         QTest::addColumn<bool>("kept");
         QTest::newRow("three parts") << "192.168.0" << true;
         QTest::newRow("octet 256") << "1.2.3.256" << true;
         QTest::newRow("good") << "192.168.0.1" << false;
         QTest::newRow("empty") << "" << false;
+        // clang-format on
     }
     void ipLeaveCheck()
     {
@@ -275,18 +249,16 @@ private slots:
 
     void portLeaveCheck_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("port");
         QTest::addColumn<bool>("kept");
         QTest::addColumn<QString>("status");
         QTest::addColumn<QString>("message");
-        QTest::newRow("21 ports") << "1-21" << true << "Zuviele Ports"
-                                  << "";
-        QTest::newRow("20 ports") << "1-20" << false << ""
-                                  << "";
-        QTest::newRow("out of range") << "70000" << true << ""
-                                      << "Nur werte von 0 bis 65535 sind erlaubt!";
-        QTest::newRow("only the first is checked") << "21,70000" << false << ""
-                                                   << "";
+        QTest::newRow("21 ports") << "1-21" << true << "Zuviele Ports" << "";
+        QTest::newRow("20 ports") << "1-20" << false << "" << "";
+        QTest::newRow("out of range") << "70000" << true << "" << "Nur werte von 0 bis 65535 sind erlaubt!";
+        QTest::newRow("only the first is checked") << "21,70000" << false << "" << "";
+        // clang-format on
     }
     void portLeaveCheck()
     {
