@@ -214,29 +214,6 @@ private slots:
         f.SetIsValid(false);
         QCOMPARE(f.NumberBackground(), Colors::Rgb(0x00FF00));
     }
-
-    void keyFilter_data()
-    {
-        // clang-format off
-        QTest::addColumn<QChar>("key");
-        QTest::addColumn<bool>("accepted");
-        QTest::newRow("digit") << QChar(u'7') << true;
-        QTest::newRow("decimal point") << QChar(u'.') << false;
-        QTest::newRow("sign") << QChar(u'-') << false;
-        QTest::newRow("letter") << QChar(u'k') << false;
-        QTest::newRow("backspace") << QChar(8) << true;
-        QTest::newRow("ctrl+c") << QChar(3) << true;
-        QTest::newRow("ctrl+v") << QChar(22) << true;
-        QTest::newRow("ctrl+x") << QChar(24) << true;
-        QTest::newRow("ctrl+a") << QChar(1) << false;
-        // clang-format on
-    }
-    void keyFilter()
-    {
-        QFETCH(QChar, key);
-        QFETCH(bool, accepted);
-        QCOMPARE(BandwidthField::AcceptsKey(key), accepted);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestBandwidthField)

@@ -46,14 +46,6 @@ private slots:
         QCOMPARE(IpField::FilterAddressKey(text, selectionStart, selectionLength, key), action);
     }
 
-    void maskKey()
-    {
-        QVERIFY(IpField::AcceptsMaskKey(u'2'));
-        QVERIFY(IpField::AcceptsMaskKey(QChar(8)));
-        QVERIFY(!IpField::AcceptsMaskKey(QChar(22))); // no paste into the mask box
-        QVERIFY(!IpField::AcceptsMaskKey(u'/'));
-    }
-
     void textGet_data()
     {
         // clang-format off
@@ -139,13 +131,6 @@ private slots:
         QFETCH(QString, address);
         QFETCH(bool, valid);
         QCOMPARE(IpField::IsValidAddress(address), valid);
-    }
-
-    void message()
-    {
-        QCOMPARE(IpField::InvalidAddressMessage(),
-                 QStringLiteral("Keine gültige IP!\n\nRichtiges Format:    123.123.123.123\n"
-                                "bzw.:                       123.123.123.123/24"));
     }
 };
 

@@ -129,16 +129,6 @@ private slots:
         f.SetPort(QStringLiteral("6000-6010"));
         QCOMPARE(countSeen, 11);
     }
-
-    void keyFilter()
-    {
-        for (QChar c : QStringLiteral("0123456789,-"))
-            QVERIFY(PortField::AcceptsKey(c));
-        for (QChar c : {QChar(8), QChar(3), QChar(22), QChar(24)})
-            QVERIFY(PortField::AcceptsKey(c));
-        for (QChar c : QStringLiteral("a .;"))
-            QVERIFY(!PortField::AcceptsKey(c));
-    }
 };
 
 QTEST_GUILESS_MAIN(TestPortField)

@@ -207,7 +207,9 @@ private slots:
         QCOMPARE(QApplication::focusWidget(), kept ? static_cast<QWidget*>(ip) : host.other);
         QCOMPARE(prompt.log.size(), kept ? 1 : 0);
         if (kept) {
-            QCOMPARE(prompt.log.first().text, IpField::InvalidAddressMessage());
+            QCOMPARE(prompt.log.first().text, QStringLiteral("Keine gültige IP!\n\nRichtiges Format:    "
+                                                             "123.123.123.123\nbzw.:                       "
+                                                             "123.123.123.123/24"));
             QCOMPARE(prompt.log.first().icon, UserPrompt::Icon::Critical);
         }
     }
