@@ -101,7 +101,7 @@ protected:
     void markChanged(const QString& property);
 
     Document* m_document;
-    QPointer<ObjectPage> m_page;
+    ObjectPage* m_page; // pages live as long as the document
 
 private:
     qint64 m_sequence;

@@ -50,7 +50,7 @@ signals:
 
 private:
     Document* m_document;
-    QPointer<ObjectPage> m_page;
+    ObjectPage* m_page; // pages live as long as the document
     QPointer<QoSObject> m_bottom;
     int m_x1 = 0, m_y1 = 0, m_x2 = 0, m_y2 = 0;
     int m_left = 0, m_top = 0, m_width = MinWidth, m_height = MinHeight;
