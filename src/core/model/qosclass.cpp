@@ -114,28 +114,27 @@ void QoSClass::SetDefaultClass(bool value)
     }
 }
 
-QList<QoSObject*> QoSClass::ChildQoSObjects() const
+QStringList QoSClass::ChildNames() const
 {
-    QList<QoSObject*> out;
-    out.reserve(m_children.size());
-    for (const QString& name : m_children)
-        if (QoSObject* o = m_document->Object(name))
-            out << o;
+    QStringList out;
+    for (const QoSObject* o : m_children)
+        out << o->Name();
     return out;
 }
 
 void QoSClass::AddChild(QoSObject* child)
 {
-    // Children are kept under their names: one object is in the list only once.
-    if (!child || m_children.contains(child->Name()))
+    // One object is in the list only once.
+    if (!child || m_children.contains(child))
         return;
-    m_children << child->Name();
+    m_children << child;
+    ++(child->IsClass() ? m_childClasses : m_childFilters);
 }
 
 void QoSClass::RemoveChildQoSQbject(QoSObject* child)
 {
-    if (child)
-        m_children.removeOne(child->Name());
+    if (child && m_children.removeOne(child))
+        --(child->IsClass() ? m_childClasses : m_childFilters);
 }
 
 void QoSClass::AddParentQoSObject(const QString& name)
@@ -172,18 +171,12 @@ QoSClass* QoSClass::TopClass()
 
 bool QoSClass::HasChildClasses() const
 {
-    for (QoSObject* o : ChildQoSObjects())
-        if (o->IsClass())
-            return true;
-    return false;
+    return m_childClasses > 0;
 }
 
 bool QoSClass::HasFilters() const
 {
-    for (QoSObject* o : ChildQoSObjects())
-        if (o->IsFilter())
-            return true;
-    return false;
+    return m_childFilters > 0;
 }
 
 bool QoSClass::IsInDownTree(const QoSObject* object) const
@@ -248,8 +241,15 @@ void QoSClass::SetSelected(bool selected)
 
 void QoSClass::EditDelete()
 {
-    for (QoSObject* child : ChildQoSObjects())
+    // The children stay on the page without their connectors; their parent name no longer
+    // resolves once this class is gone, so they read as main classes or unlinked filters.
+    const QList<QoSObject*> children = m_children;
+    for (QoSObject* child : children)
         child->RemoveTopConnector();
+    for (QoSObject* child : children)
+        child->SetParentName(QString());
+    m_children.clear();
+    m_childClasses = m_childFilters = 0;
     if (QoSClass* parent = ParentQoSObject())
         parent->RemoveChildQoSQbject(this);
     if (m_page)

@@ -55,8 +55,8 @@ public:
     void SetDefaultClass(bool value);
 
     // Children in the order they were added.
-    QList<QoSObject*> ChildQoSObjects() const;
-    const QStringList& ChildNames() const { return m_children; }
+    const QList<QoSObject*>& ChildQoSObjects() const { return m_children; }
+    QStringList ChildNames() const;
     void AddChild(QoSObject* child);
     void RemoveChildQoSQbject(QoSObject* child);
     void AddParentQoSObject(const QString& name) override;
@@ -90,5 +90,9 @@ private:
     QString m_direction = QStringLiteral("down");
     QString m_prio = QStringLiteral("0");
     bool m_defaultClass = false;
-    QStringList m_children;
+    // Children in order, with counts of each kind so that the tree rules need no walk.
+    // Every removal of a box takes it out of its parent's list, so no pointer here dangles.
+    QList<QoSObject*> m_children;
+    int m_childClasses = 0;
+    int m_childFilters = 0;
 };

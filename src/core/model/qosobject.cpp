@@ -9,7 +9,7 @@
 #include "qosfilter.h"
 
 QoSObject::QoSObject(Document* document, ObjectPage* page, const QString& name)
-    : QObject(document), m_document(document), m_page(page), m_sequence(document->NextSequence()),
+    : QObject(nullptr), m_document(document), m_page(page), m_sequence(document->NextSequence()),
       m_width(page ? page->prop().ObjectWidth : 1755), m_height(page ? page->prop().ObjectHeight : 1275)
 {
     setObjectName(name);
@@ -169,22 +169,26 @@ void QoSObject::Abandon()
 
 void QoSObject::PaintLines()
 {
-    // The upper connector runs from the middle of the parent's bottom edge to the middle of
-    // this box's top edge.
-    if (m_lineTop) {
-        if (QoSClass* parent = ParentQoSObject()) {
-            const int x1 = int(parent->Left() + parent->Width() / 2.0);
-            const int y1 = int(parent->Top() + parent->Height());
-            const int x2 = int(m_left + m_width / 2.0);
-            const int y2 = int(m_top);
-            m_lineTop->Move(x1, y1, x2, y2);
-        }
-    }
+    // A box's own upper connector and those of its children depend on its geometry.
+    UpdateTopConnector();
     if (auto* self = qobject_cast<QoSClass*>(this))
         for (QoSObject* child : self->ChildQoSObjects())
-            if (child->LineTop())
-                child->PaintLines();
+            child->UpdateTopConnector();
     emit linesChanged();
+}
+
+void QoSObject::UpdateTopConnector()
+{
+    // From the middle of the parent's bottom edge to the middle of this box's top edge.
+    if (!m_lineTop)
+        return;
+    if (QoSClass* parent = ParentQoSObject()) {
+        const int x1 = int(parent->Left() + parent->Width() / 2.0);
+        const int y1 = int(parent->Top() + parent->Height());
+        const int x2 = int(m_left + m_width / 2.0);
+        const int y2 = int(m_top);
+        m_lineTop->Move(x1, y1, x2, y2);
+    }
 }
 
 void QoSObject::ShowConnectors(bool show)

@@ -65,6 +65,7 @@ public:
     QoSConnector* LineTop() const { return m_lineTop; }
     void RemoveTopConnector();
     void PaintLines();
+    void UpdateTopConnector();
     void ShowConnectors(bool show = true);
 
     // Edit commands of the box's menu and keys. Copy and paste do nothing on purpose;

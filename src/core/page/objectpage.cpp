@@ -125,6 +125,7 @@ void ObjectPage::indexInsert(QoSObject* object)
         return a->Sequence() < b->Sequence();
     });
     cell.insert(pos, object);
+    ++m_allColumns[object->MatrixX()];
     if (object->MatrixY() >= 0 && object->MatrixY() < m_prop.Rows)
         columnCountChange(object->MatrixX(), +1);
 }
@@ -136,6 +137,8 @@ void ObjectPage::indexRemove(QoSObject* object, int x, int y)
         return;
     if (it->isEmpty())
         m_cells.erase(it);
+    if (--m_allColumns[x] == 0)
+        m_allColumns.erase(x);
     if (y >= 0 && y < m_prop.Rows)
         columnCountChange(x, -1);
 }
@@ -153,6 +156,7 @@ void ObjectPage::ResetContainedObjects()
     m_contained.clear();
     m_containedByName.clear();
     m_cells.clear();
+    m_allColumns.clear();
     m_classCount = 0;
     m_selectedClass = nullptr;
     m_selectedFilter = nullptr;
@@ -305,6 +309,15 @@ void ObjectPage::Remove(QoSObject* object)
 {
     if (!object || !m_containedByName.contains(object->Name()))
         return;
+    // Whoever removes a box, it leaves its parent's children and its own children's links.
+    if (QoSClass* parent = object->ParentQoSObject())
+        parent->RemoveChildQoSQbject(object);
+    if (auto* c = qobject_cast<QoSClass*>(object))
+        for (QoSObject* child : QList<QoSObject*>(c->ChildQoSObjects())) {
+            c->RemoveChildQoSQbject(child);
+            child->RemoveTopConnector();
+            child->SetParentName(QString());
+        }
     object->RemoveTopConnector();
     if (m_selectedClass == object)
         m_selectedClass = nullptr;
@@ -438,6 +451,8 @@ void ObjectPage::ShiftColumnsRight(int x)
 {
     // Every box in column x or right of it moves one column right, whole columns at a time,
     // so that no two subtrees come to share a column.
+    if (m_allColumns.empty() || m_allColumns.rbegin()->first < x)
+        return; // nothing stands there: the common case of adding to the rightmost subtree
     QList<QoSObject*> moving;
     for (QoSObject* o : std::as_const(m_contained))
         if (o->MatrixX() >= x)
@@ -485,7 +500,7 @@ int ObjectPage::NewFilterRow(const QoSClass* c, std::optional<qint16> given)
 {
     int row = given ? int(*given) : 0;
     if (!given && c)
-        row = 4 + int(c->ChildQoSObjects().size());
+        row = 4 + int(c->ChildQoSObjects().size()); // only filters, the new one not yet among them
     if (row >= m_prop.Rows - 1)
         ResizeGrid(0, row + 1);
     return row;

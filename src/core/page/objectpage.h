@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPointer>
 #include <optional>
+#include <map>
 #include <set>
 
 class Document;
@@ -122,6 +123,7 @@ private:
     QHash<quint64, QList<QoSObject*>> m_cells;   // per cell, in insertion order
     QHash<int, int> m_columnCounts;                 // boxes per column within rows 0..Rows-1
     std::set<int> m_emptyColumns;                   // empty columns among 0..Cols-1
+    std::map<int, int> m_allColumns;                // boxes per column, any row
     QPointer<QoSClass> m_selectedClass;
     QPointer<QoSFilter> m_selectedFilter;
     QPointer<QoSConnector> m_selectedConnector;

@@ -8,7 +8,7 @@
 #include <cstdlib>
 
 QoSConnector::QoSConnector(Document* document, QoSObject* bottom)
-    : QObject(document), m_document(document), m_page(bottom->GetObjectPage()), m_bottom(bottom)
+    : QObject(nullptr), m_document(document), m_page(bottom->GetObjectPage()), m_bottom(bottom)
 {
     setObjectName(QStringLiteral("LineTop") + bottom->Name());
 }
