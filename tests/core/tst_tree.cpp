@@ -251,6 +251,23 @@ private slots:
         verifyLinks(doc);
     }
 
+    void connectorGeometry()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
+        QoSConnector* line = flt(doc, 1)->LineTop();
+        line->Move(100, 200, 100, 2000);
+        QCOMPARE(QList<int>({line->x1(), line->y1(), line->x2(), line->y2()}), QList<int>({90, 195, 90, 1995}));
+        QCOMPARE(line->Width(), 135);
+        QCOMPARE(line->Height(), 1920);
+        // The connector follows its boxes: from the parent's bottom middle to the child's top middle.
+        cls(doc, 1)->SetMatrixX(2);
+        const QoSClass* c = cls(doc, 1);
+        QCOMPARE(line->x1(), int(c->Left() + c->Width() / 2.0) / 15 * 15);
+        QCOMPARE(line->y1(), int(c->Top() + c->Height()) / 15 * 15);
+        QCOMPARE(line->y2(), int(flt(doc, 1)->Top()) / 15 * 15);
+    }
+
     void drop_data()
     {
         QTest::addColumn<QString>("script");
