@@ -160,6 +160,13 @@ private slots:
         QCOMPARE(page->prop().ColWidth, 1931);
         QCOMPARE(page->prop().RowHeight, 1785);
         QCOMPARE(page->PaneWidth(), 11586);
+        qint32 huge = 2147483647, rows = 0;
+        page->SetGridDimensions(huge, rows);
+        QCOMPARE(page->FindFreeColumn(true), 32768);
+        QCOMPARE(page->PaneWidth(), 2147483647LL * 1931);
+        rows = 5;
+        huge = 6;
+        page->SetGridDimensions(huge, rows);
         QCOMPARE(page->PaneHeight(), 8925);
         PageScript::run(page, QStringLiteral("C C C S3"));
         QoSObject* box = PageScript::cls(doc, 4);

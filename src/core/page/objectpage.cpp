@@ -45,7 +45,7 @@ void ObjectPage::SetGridDimensions(qint32& width, qint32& height)
     if (rowsChanged) {
         rebuildColumns();
     } else if (width > oldCols) {
-        for (int x = oldCols; x < width; ++x)
+        for (int x = oldCols; x < qMin(width, ColumnLimit); ++x)
             if (m_columnCounts.value(x) == 0)
                 m_emptyColumns.insert(x);
     } else if (width < oldCols) {
@@ -97,7 +97,7 @@ void ObjectPage::columnCountChange(int x, int delta)
     const bool isEmpty = n == 0;
     if (isEmpty)
         m_columnCounts.remove(x);
-    if (x < 0 || x >= m_prop.Cols || wasEmpty == isEmpty)
+    if (x < 0 || x >= qMin(m_prop.Cols, ColumnLimit) || wasEmpty == isEmpty)
         return;
     if (isEmpty)
         m_emptyColumns.insert(x);
@@ -112,7 +112,7 @@ void ObjectPage::rebuildColumns()
         if (o->MatrixY() >= 0 && o->MatrixY() < m_prop.Rows)
             ++m_columnCounts[o->MatrixX()];
     m_emptyColumns.clear();
-    for (int x = 0; x < m_prop.Cols; ++x)
+    for (int x = 0; x < qMin(m_prop.Cols, ColumnLimit); ++x)
         if (!m_columnCounts.contains(x))
             m_emptyColumns.insert(m_emptyColumns.end(), x);
 }
@@ -432,6 +432,8 @@ int ObjectPage::FindFreeColumn(bool grow)
 {
     if (!m_emptyColumns.empty())
         return *m_emptyColumns.begin();
+    if (m_prop.Cols > ColumnLimit)
+        return ColumnLimit; // free, but beyond what a box's column can hold: AddClass refuses it
     if (!grow)
         return 0;
     ResizeGrid(m_prop.Cols + 1, m_prop.Rows);

@@ -36,8 +36,9 @@ public:
     // Both values are written back.
     void SetGridDimensions(qint32& width, qint32& height);
     void ResizeGrid(qint32 width, qint32 height) { SetGridDimensions(width, height); }
-    qint32 PaneWidth() const { return m_prop.Cols * m_prop.ColWidth; }
-    qint32 PaneHeight() const { return m_prop.Rows * m_prop.RowHeight; }
+    // 64-bit: a page size read from a file may be far larger than any screen.
+    qint64 PaneWidth() const { return qint64(m_prop.Cols) * m_prop.ColWidth; }
+    qint64 PaneHeight() const { return qint64(m_prop.Rows) * m_prop.RowHeight; }
 
     // The boxes on this page in the order they were added.
     QList<QoSObject*> ContainedObjects() const;
@@ -122,7 +123,10 @@ private:
     int m_classCount = 0;
     QHash<quint64, QList<QoSObject*>> m_cells;   // per cell, in insertion order
     QHash<int, int> m_columnCounts;                 // boxes per column within rows 0..Rows-1
-    std::set<int> m_emptyColumns;                   // empty columns among 0..Cols-1
+    // Empty columns among 0..Cols-1. A box's column is 16-bit, so columns from 32768 on can
+    // never be occupied and are not listed: a page read as millions of columns wide costs nothing.
+    static constexpr int ColumnLimit = 32768;
+    std::set<int> m_emptyColumns;
     std::map<int, int> m_allColumns;                // boxes per column, any row
     QPointer<QoSClass> m_selectedClass;
     QPointer<QoSFilter> m_selectedFilter;
