@@ -2,7 +2,9 @@
 
 #include "qoserror.h"
 
+#include <charconv>
 #include <cmath>
+#include <string>
 #include <limits>
 
 namespace Numbers {
@@ -41,11 +43,25 @@ qsizetype scanNumber(QStringView text, qsizetype pos)
     return digits > 0 ? i : pos;
 }
 
+// The span holds only "[+-]digits[.digits]"; from_chars reads it the same in every locale.
 double toDouble(QStringView number)
 {
-    bool ok = false;
-    const double v = number.toString().toDouble(&ok);
-    if (!ok || !std::isfinite(v))
+    char buffer[64];
+    std::string big;
+    char* begin = buffer;
+    qsizetype start = 0;
+    if (!number.isEmpty() && number[0] == u'+')
+        start = 1; // from_chars takes no plus sign
+    const qsizetype n = number.size() - start;
+    if (n >= qsizetype(sizeof buffer)) {
+        big.resize(size_t(n));
+        begin = big.data();
+    }
+    for (qsizetype i = 0; i < n; ++i)
+        begin[i] = char(number[start + i].unicode());
+    double v = 0;
+    const auto [end, ec] = std::from_chars(begin, begin + n, v);
+    if (ec != std::errc() || end != begin + n || !std::isfinite(v))
         throw QoSError::overflow();
     return v;
 }

@@ -1,0 +1,115 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <functional>
+#include <memory>
+
+class QoSCommon;
+class ObjectPage;
+class QoSObject;
+class QoSClass;
+class QoSConnector;
+class History;
+class UserPrompt;
+class StatusLine;
+class StatusWindow;
+
+// The one document: the common settings and the down and up pages, the registry of every
+// class and filter by control name, the modified mark and the life-long name counters.
+//
+// How the pieces fit: an ObjectPage owns the placement of its boxes (QoSClass, QoSFilter)
+// on a grid; the tree links live in the objects themselves, by name; every change that a
+// view must follow is announced by a signal of the object that changed. The user is asked
+// through UserPrompt only, so that no rule depends on a dialog.
+class Document : public QObject
+{
+    Q_OBJECT
+public:
+    explicit Document(UserPrompt* prompt = nullptr, QObject* parent = nullptr);
+    ~Document() override;
+
+    QoSCommon* Common1() const { return m_common; }
+    ObjectPage* Down1() const { return m_down; }
+    ObjectPage* Up1() const { return m_up; }
+    // The page named by a direction followed by "1", compared without case; none otherwise.
+    ObjectPage* PageForDirection(const QString& direction) const;
+
+    UserPrompt& prompt() const;
+    void setPrompt(UserPrompt* prompt) { m_prompt = prompt; }
+    StatusLine* statusLine() const { return m_statusLine; }
+    void setStatusLine(StatusLine* line) { m_statusLine = line; }
+    StatusWindow* statusWindow() const { return m_statusWindow; }
+    void setStatusWindow(StatusWindow* window) { m_statusWindow = window; }
+    // Run by the save question of ClearDocument when the user answers Yes.
+    void setSaveAsHandler(std::function<void()> handler) { m_saveAs = std::move(handler); }
+
+    History* history() const { return m_history; }
+
+    // Modified mark.
+    bool IsModified() const { return m_modified; }
+    void SetModified(bool modified);
+
+    // Panel 1 of the status bar.
+    void SetStatusText(const QString& text);
+    QString StatusText() const { return m_statusText; }
+
+    // Registry of classes and filters, in creation order.
+    QoSObject* Object(const QString& name) const { return m_registry.value(name); }
+    const QList<QoSObject*>& Objects() const { return m_objects; }
+    // The first class of the registry whose ClassIdx is n.
+    QoSClass* ClassByIdx(int n) const;
+    // The class of a parent-number text: its number value, when above 0, truncated.
+    QoSClass* ClassByNumberText(const QString& text) const;
+
+    // Clears the document before New or Open; asks whether to save a modified document.
+    // Returns false when the user cancelled, and then nothing is cleared.
+    bool ClearDocument();
+
+    // The counters behind the control names; they last as long as the document object.
+    int NextClassCounter() { return ++m_classCounter; }
+    int NextFilterCounter() { return ++m_filterCounter; }
+    int ClassCounter() const { return m_classCounter; }
+    int FilterCounter() const { return m_filterCounter; }
+
+    // Used by pages and objects; not for views.
+    void RegisterObject(QoSObject* object);
+    void UnregisterObject(QoSObject* object);
+    void RegisterConnector(QoSConnector* connector);
+    void UnregisterConnector(QoSConnector* connector);
+    void ClassIdxChanged(QoSClass* c, int oldIdx);
+    qint64 NextSequence() { return ++m_sequence; }
+
+signals:
+    void modifiedChanged(bool modified);
+    void statusTextChanged(const QString& text);
+    void objectAdded(QoSObject* object);
+    void objectRemoved(const QString& name);
+    void connectorAdded(QoSConnector* connector);
+    void connectorRemoved(const QString& name);
+    void cleared();
+
+private:
+    QoSCommon* m_common;
+    ObjectPage* m_down;
+    ObjectPage* m_up;
+    History* m_history;
+    UserPrompt* m_prompt = nullptr;
+    std::unique_ptr<UserPrompt> m_silentPrompt;
+    StatusLine* m_statusLine = nullptr;
+    StatusWindow* m_statusWindow = nullptr;
+    std::function<void()> m_saveAs;
+
+    bool m_modified = false;
+    QString m_statusText;
+    QHash<QString, QoSObject*> m_registry;
+    QList<QoSObject*> m_objects;
+    QMultiHash<int, QoSClass*> m_classesByIdx;
+    // Every class, filter and connector in creation order: the order of clearing.
+    QList<QObject*> m_controls;
+    int m_classCounter = 0;
+    int m_filterCounter = 0;
+    qint64 m_sequence = 0;
+};

@@ -1,0 +1,257 @@
+#include "qosclass.h"
+
+#include "document/document.h"
+#include "document/numbers.h"
+#include "document/qoscommon.h"
+#include "inputs/bandwidthfield.h"
+#include "page/objectpage.h"
+#include "page/qosconnector.h"
+#include "qosfilter.h"
+
+#include <QSet>
+
+QoSClass::QoSClass(Document* document, ObjectPage* page, const QString& name)
+    : QoSObject(document, page, name), m_min(new BandwidthField(this)), m_max(new BandwidthField(this))
+{
+    m_min->SetBandwidth(QStringLiteral("0kbit"));
+    m_max->SetBandwidth(QStringLiteral("0kbit"));
+    // Edits in the boxes' fields are changes of the class like any let.
+    connect(m_min, &BandwidthField::Change, this, [this] { markChanged(QStringLiteral("QoSMinBandWidth")); });
+    connect(m_max, &BandwidthField::Change, this, [this] { markChanged(QStringLiteral("QoSMaxBandWidth")); });
+}
+
+void QoSClass::SetClassIdx(int idx)
+{
+    if (idx == m_classIdx)
+        return;
+    const int old = m_classIdx;
+    m_classIdx = idx;
+    m_document->ClassIdxChanged(this, old);
+}
+
+QString QoSClass::QoSParent() const
+{
+    const QoSClass* parent = ParentQoSObject();
+    return parent ? QString::number(parent->ClassIdx()) : QStringLiteral("0");
+}
+
+void QoSClass::SetQoSParent(const QString& number)
+{
+    if (QoSClass* parent = m_document->ClassByNumberText(number))
+        AddParentQoSObject(parent->Name());
+}
+
+QString QoSClass::QoSMinBandWidth() const
+{
+    return m_min->Bandwidth();
+}
+
+void QoSClass::SetQoSMinBandWidth(const QString& bandwidth)
+{
+    m_min->SetBandwidth(bandwidth);
+    markChanged(QStringLiteral("QoSMinBandWidth"));
+}
+
+QString QoSClass::QoSMaxBandWidth() const
+{
+    return m_max->Bandwidth();
+}
+
+void QoSClass::SetQoSMaxBandWidth(const QString& bandwidth)
+{
+    m_max->SetBandwidth(bandwidth);
+    markChanged(QStringLiteral("QoSMaxBandWidth"));
+}
+
+qint32 QoSClass::QoSMinBandWidthKBit() const
+{
+    return m_min->kbit();
+}
+
+void QoSClass::SetQoSMinBandWidthKBit(qint32 kbit)
+{
+    m_min->SetKbit(kbit);
+    markChanged(QStringLiteral("QoSMinBandWidth"));
+}
+
+qint32 QoSClass::QoSMaxBandWidthKBit() const
+{
+    return m_max->kbit();
+}
+
+void QoSClass::SetQoSMaxBandWidthKBit(qint32 kbit)
+{
+    m_max->SetKbit(kbit);
+    markChanged(QStringLiteral("QoSMaxBandWidth"));
+}
+
+void QoSClass::SetQoSDirection(const QString& direction)
+{
+    m_direction = direction;
+    markChanged(QStringLiteral("QoSDirection"));
+}
+
+void QoSClass::SetQoSPrio(const QString& prio)
+{
+    m_prio = prio;
+    markChanged(QStringLiteral("QoSPrio"));
+}
+
+void QoSClass::SetDefaultClass(bool value)
+{
+    if (value && m_page) {
+        for (QoSObject* o : m_page->ContainedObjects())
+            if (auto* other = qobject_cast<QoSClass*>(o); other && other != this && other->DefaultClass())
+                other->SetDefaultClass(false);
+    }
+    m_defaultClass = value;
+    markChanged(QStringLiteral("DefaultClass"));
+    if (value) {
+        if (m_direction == u"down")
+            m_document->Common1()->SetQoSInternetDefaultDown(QString::number(m_classIdx));
+        else if (m_direction == u"up")
+            m_document->Common1()->SetQoSInternetDefaultUp(QString::number(m_classIdx));
+    }
+}
+
+QStringList QoSClass::ChildNames() const
+{
+    QStringList out;
+    for (const QoSObject* o : m_children)
+        out << o->Name();
+    return out;
+}
+
+void QoSClass::AddChild(QoSObject* child)
+{
+    // One object is in the list only once.
+    if (!child || m_children.contains(child))
+        return;
+    m_children << child;
+    ++(child->IsClass() ? m_childClasses : m_childFilters);
+}
+
+void QoSClass::RemoveChildQoSQbject(QoSObject* child)
+{
+    if (child && m_children.removeOne(child))
+        --(child->IsClass() ? m_childClasses : m_childFilters);
+}
+
+void QoSClass::AddParentQoSObject(const QString& name)
+{
+    auto* parent = qobject_cast<QoSClass*>(m_document->Object(name));
+    if (!parent || parent->GetObjectPage() != m_page)
+        return;
+    // A class with filters takes no sub class, and a class never goes below itself or below
+    // one of its own descendants: such links are refused without a word.
+    if (parent->HasFilters() || parent == this || IsInDownTree(parent))
+        return;
+    if (ParentQoSObject() == parent && LineTop())
+        return;
+    DetachFromParent();
+    SetParentName(name);
+    parent->AddChild(this);
+    CreateTopConnector();
+    PaintLines();
+    markChanged(QStringLiteral("QoSParent"));
+}
+
+QoSClass* QoSClass::TopClass()
+{
+    QoSClass* c = this;
+    // A guard against a cycle that a broken document could hold.
+    for (int depth = 0; depth < 10000; ++depth) {
+        QoSClass* parent = c->ParentQoSObject();
+        if (!parent)
+            break;
+        c = parent;
+    }
+    return c;
+}
+
+bool QoSClass::HasChildClasses() const
+{
+    return m_childClasses > 0;
+}
+
+bool QoSClass::HasFilters() const
+{
+    return m_childFilters > 0;
+}
+
+bool QoSClass::IsInDownTree(const QoSObject* object) const
+{
+    // Iterative walk; the links by name cannot form a cycle, but a broken one must not hang.
+    QList<const QoSClass*> pending{this};
+    QSet<const QoSClass*> seen{this};
+    while (!pending.isEmpty()) {
+        const QoSClass* c = pending.takeFirst();
+        for (QoSObject* child : c->ChildQoSObjects()) {
+            if (child == object)
+                return true;
+            if (auto* sub = qobject_cast<const QoSClass*>(child); sub && !seen.contains(sub)) {
+                seen.insert(sub);
+                pending << sub;
+            }
+        }
+    }
+    return false;
+}
+
+qint32 QoSClass::Limit() const
+{
+    if (const QoSClass* parent = ParentQoSObject())
+        return parent->QoSMaxBandWidthKBit();
+    return Numbers::TruncateToInt32(Numbers::LeadingValue(m_document->Common1()->LineBandwidth(m_direction)));
+}
+
+qint32 QoSClass::SiblingMinimumSum() const
+{
+    qint32 sum = 0;
+    if (const QoSClass* parent = ParentQoSObject()) {
+        for (QoSObject* o : parent->ChildQoSObjects())
+            if (auto* c = qobject_cast<QoSClass*>(o))
+                sum = Numbers::CheckedAdd(sum, c->QoSMinBandWidthKBit());
+        return sum;
+    }
+    for (QoSObject* o : m_document->Objects())
+        if (auto* c = qobject_cast<QoSClass*>(o); c && c->QoSParent() == u"0" && c->QoSDirection() == m_direction)
+            sum = Numbers::CheckedAdd(sum, c->QoSMinBandWidthKBit());
+    return sum;
+}
+
+void QoSClass::Validate(bool recursive)
+{
+    const qint32 limit = Limit();
+    const qint32 sum = SiblingMinimumSum();
+    m_min->SetIsValid(QoSMinBandWidthKBit() >= 1 && sum <= limit);
+    // The maximum is compared by the number the user entered, not by its kbit value.
+    const double entered = Numbers::LeadingValue(m_max->Value());
+    m_max->SetIsValid(entered > 0 && entered <= limit);
+    if (recursive)
+        for (QoSObject* o : ChildQoSObjects())
+            if (auto* c = qobject_cast<QoSClass*>(o))
+                c->Validate(true);
+}
+
+void QoSClass::SetSelected(bool selected)
+{
+    QoSObject::SetSelected(selected);
+}
+
+void QoSClass::EditDelete()
+{
+    // The children stay on the page without their connectors; their parent name no longer
+    // resolves once this class is gone, so they read as main classes or unlinked filters.
+    const QList<QoSObject*> children = m_children;
+    for (QoSObject* child : children)
+        child->RemoveTopConnector();
+    for (QoSObject* child : children)
+        child->SetParentName(QString());
+    m_children.clear();
+    m_childClasses = m_childFilters = 0;
+    if (QoSClass* parent = ParentQoSObject())
+        parent->RemoveChildQoSQbject(this);
+    if (m_page)
+        m_page->Remove(this); // deletes this object: nothing may follow
+}

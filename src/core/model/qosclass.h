@@ -1,0 +1,98 @@
+#pragma once
+
+#include "qosobject.h"
+
+#include <QList>
+#include <QStringList>
+
+class BandwidthField;
+
+// One traffic class of one direction: a node of the class tree. Its children are either
+// sub classes or filters, never both.
+class QoSClass final : public QoSObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString QoSParent READ QoSParent WRITE SetQoSParent)
+    Q_PROPERTY(QString QoSMinBandWidth READ QoSMinBandWidth WRITE SetQoSMinBandWidth)
+    Q_PROPERTY(QString QoSMaxBandWidth READ QoSMaxBandWidth WRITE SetQoSMaxBandWidth)
+    Q_PROPERTY(QString QoSDirection READ QoSDirection WRITE SetQoSDirection)
+    Q_PROPERTY(QString QoSPrio READ QoSPrio WRITE SetQoSPrio)
+    Q_PROPERTY(bool DefaultClass READ DefaultClass WRITE SetDefaultClass)
+public:
+    QoSClass(Document* document, ObjectPage* page, const QString& name);
+
+    QString TypeName() const override { return QStringLiteral("QoSClass"); }
+
+    int ClassIdx() const { return m_classIdx; }
+    void SetClassIdx(int idx);
+
+    // The parent's class number as text, "0" for a main class or a parent that is gone.
+    QString QoSParent() const;
+    // Links the class under the class of that number; 0, negative, no number or a number
+    // that no class has leave it as it is.
+    void SetQoSParent(const QString& number);
+
+    QString QoSMinBandWidth() const;
+    void SetQoSMinBandWidth(const QString& bandwidth);
+    QString QoSMaxBandWidth() const;
+    void SetQoSMaxBandWidth(const QString& bandwidth);
+    // In kbit, through the bandwidth fields' own rules; throw an overflow QoSError beyond 32 bits.
+    qint32 QoSMinBandWidthKBit() const;
+    void SetQoSMinBandWidthKBit(qint32 kbit);
+    qint32 QoSMaxBandWidthKBit() const;
+    void SetQoSMaxBandWidthKBit(qint32 kbit);
+    BandwidthField* MinField() const { return m_min; }
+    BandwidthField* MaxField() const { return m_max; }
+
+    QString QoSDirection() const { return m_direction; }
+    void SetQoSDirection(const QString& direction);
+    QString QoSPrio() const { return m_prio; }
+    void SetQoSPrio(const QString& prio);
+
+    bool DefaultClass() const { return m_defaultClass; }
+    // Setting it clears the mark of every other class of the page and hands the class's
+    // number to the common settings; clearing it leaves the common settings alone.
+    void SetDefaultClass(bool value);
+
+    // Children in the order they were added.
+    const QList<QoSObject*>& ChildQoSObjects() const { return m_children; }
+    QStringList ChildNames() const;
+    void AddChild(QoSObject* child);
+    void RemoveChildQoSQbject(QoSObject* child);
+    void AddParentQoSObject(const QString& name) override;
+
+    QoSClass* TopClass();
+    bool HasChildClasses() const;
+    bool HasFilters() const;
+    bool IsInDownTree(const QoSObject* object) const;
+
+    // The parent's maximum in kbit, or for a main class the bare leading number of the
+    // line bandwidth of its direction (no unit conversion: "2Mbit" gives 2).
+    qint32 Limit() const;
+    // The minimums of the class and its siblings, in kbit; throws on 32-bit overflow.
+    qint32 SiblingMinimumSum() const;
+    // Colours the bandwidth fields through their IsValid. Throws an overflow QoSError when a
+    // sum or a conversion does not fit; flags not yet set by then stay as they were.
+    void Validate(bool recursive);
+
+    void SetSelected(bool selected) override;
+    void EditDelete() override;
+
+    // Lays out the children below the class; the arrangement is done when a box is added.
+    void ArrangeChildObjects() {}
+
+private:
+    void unlinkChildConnectors();
+
+    int m_classIdx = 0;
+    BandwidthField* m_min;
+    BandwidthField* m_max;
+    QString m_direction = QStringLiteral("down");
+    QString m_prio = QStringLiteral("0");
+    bool m_defaultClass = false;
+    // Children in order, with counts of each kind so that the tree rules need no walk.
+    // Every removal of a box takes it out of its parent's list, so no pointer here dangles.
+    QList<QoSObject*> m_children;
+    int m_childClasses = 0;
+    int m_childFilters = 0;
+};

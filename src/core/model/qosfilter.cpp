@@ -1,0 +1,133 @@
+#include "qosfilter.h"
+
+#include "document/document.h"
+#include "document/qoserror.h"
+#include "inputs/ipfield.h"
+#include "inputs/portfield.h"
+#include "page/history.h"
+#include "page/objectpage.h"
+#include "qosclass.h"
+
+QoSFilter::QoSFilter(Document* document, ObjectPage* page, const QString& name)
+    : QoSObject(document, page, name), m_ip(new IpField(this)), m_port(new PortField(this))
+{
+    connect(m_ip, &IpField::Change, this, [this] { fieldEdited(QStringLiteral("QoSIP")); });
+    connect(m_port, &PortField::Change, this, &QoSFilter::portEdited);
+}
+
+QString QoSFilter::QoSClass() const
+{
+    const ::QoSClass* parent = ParentQoSObject();
+    return parent ? QString::number(parent->ClassIdx()) : QStringLiteral("0");
+}
+
+void QoSFilter::SetQoSClass(const QString& number)
+{
+    if (::QoSClass* c = m_document->ClassByNumberText(number))
+        AddParentQoSObject(c->Name());
+}
+
+void QoSFilter::AddParentQoSObject(const QString& name)
+{
+    auto* parent = qobject_cast<::QoSClass*>(m_document->Object(name));
+    if (!parent || parent->GetObjectPage() != m_page || parent->HasChildClasses())
+        return;
+    if (ParentQoSObject() == parent && LineTop())
+        return;
+    DetachFromParent();
+    SetParentName(name);
+    parent->AddChild(this);
+    CreateTopConnector();
+    PaintLines();
+    markChanged(QStringLiteral("QoSClass"));
+}
+
+QString QoSFilter::QoSIP() const
+{
+    try {
+        return m_ip->Text();
+    } catch (const QoSError&) {
+        // Mask bits too long for any number: keep what was typed rather than lose it.
+        return m_ip->Address() + u'/' + m_ip->MaskBits();
+    }
+}
+
+void QoSFilter::SetQoSIP(const QString& ip)
+{
+    m_ip->SetText(ip);
+}
+
+QString QoSFilter::QoSPort() const
+{
+    return m_port->Port();
+}
+
+void QoSFilter::SetQoSPort(const QString& port)
+{
+    m_port->SetPort(port);
+}
+
+void QoSFilter::SetQoSType(const QString& type)
+{
+    if (type == m_type)
+        return;
+    m_type = type;
+    fieldEdited(QStringLiteral("QoSType"));
+}
+
+void QoSFilter::SetQoSOption(const QString& option)
+{
+    if (option == m_option)
+        return;
+    m_option = option;
+    fieldEdited(QStringLiteral("QoSOption"));
+}
+
+void QoSFilter::fieldEdited(const QString& key)
+{
+    markChanged(key);
+    m_document->history()->Add(this, key);
+}
+
+void QoSFilter::portEdited()
+{
+    fieldEdited(QStringLiteral("QoSPort"));
+    // A port list needs a type: the first port makes an empty type "client", and an emptied
+    // list clears whatever type was chosen.
+    if (m_type.isEmpty() && !m_port->Port().isEmpty())
+        SetQoSType(QStringLiteral("client"));
+    else if (!m_type.isEmpty() && m_port->Port().isEmpty())
+        SetQoSType(QString());
+}
+
+void QoSFilter::TypeFieldLeft()
+{
+    if (m_type.isEmpty() && !m_port->Port().isEmpty())
+        SetQoSType(QStringLiteral("client"));
+}
+
+void QoSFilter::SetFilterIdx(qint16 idx)
+{
+    if (idx == m_filterIdx)
+        return;
+    m_filterIdx = idx;
+    emit propertyChanged(QStringLiteral("FilterIdx"));
+}
+
+QString QoSFilter::FilterCount() const
+{
+    return QString::number(m_port->count());
+}
+
+QString QoSFilter::QoSPortExt(qint64 index) const
+{
+    return m_port->PortExt(index);
+}
+
+void QoSFilter::EditDelete()
+{
+    if (::QoSClass* parent = ParentQoSObject())
+        parent->RemoveChildQoSQbject(this);
+    if (m_page)
+        m_page->Remove(this); // deletes this object: nothing may follow
+}

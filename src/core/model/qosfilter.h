@@ -1,0 +1,59 @@
+#pragma once
+
+#include "qosobject.h"
+
+class IpField;
+class PortField;
+
+// A filter: which traffic (address, ports, type, option) goes into the class above it.
+class QoSFilter final : public QoSObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString QoSIP READ QoSIP WRITE SetQoSIP)
+    Q_PROPERTY(QString QoSPort READ QoSPort WRITE SetQoSPort)
+    Q_PROPERTY(QString QoSType READ QoSType WRITE SetQoSType)
+    Q_PROPERTY(QString QoSOption READ QoSOption WRITE SetQoSOption)
+public:
+    QoSFilter(Document* document, ObjectPage* page, const QString& name);
+
+    QString TypeName() const override { return QStringLiteral("QoSFilter"); }
+
+    // The parent class's number as text, "0" without a parent.
+    QString QoSClass() const;
+    void SetQoSClass(const QString& number);
+    void AddParentQoSObject(const QString& name) override;
+
+    // The address with the address field's own rules ("10.0.0.0/8/9" is held as "10.0.0.0/8").
+    QString QoSIP() const;
+    void SetQoSIP(const QString& ip);
+    QString QoSPort() const;
+    void SetQoSPort(const QString& port);
+    QString QoSType() const { return m_type; }
+    void SetQoSType(const QString& type);
+    QString QoSOption() const { return m_option; }
+    void SetQoSOption(const QString& option);
+    IpField* IpInput() const { return m_ip; }
+    PortField* PortInput() const { return m_port; }
+
+    // When the user leaves the type field: an empty type with ports becomes "client".
+    void TypeFieldLeft();
+
+    qint16 FilterIdx() const { return m_filterIdx; }
+    void SetFilterIdx(qint16 idx);
+
+    // The number of ports of the list as decimal text, and the i-th single port.
+    QString FilterCount() const;
+    QString QoSPortExt(qint64 index) const;
+
+    void EditDelete() override;
+
+private:
+    void fieldEdited(const QString& key);
+    void portEdited();
+
+    IpField* m_ip;
+    PortField* m_port;
+    QString m_type;
+    QString m_option;
+    qint16 m_filterIdx = 0;
+};

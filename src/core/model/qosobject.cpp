@@ -1,0 +1,260 @@
+#include "qosobject.h"
+
+#include "document/document.h"
+#include "document/numbers.h"
+#include "document/userprompt.h"
+#include "page/objectpage.h"
+#include "page/qosconnector.h"
+#include "qosclass.h"
+#include "qosfilter.h"
+
+QoSObject::QoSObject(Document* document, ObjectPage* page, const QString& name)
+    : QObject(nullptr), m_document(document), m_page(page), m_sequence(document->NextSequence()),
+      m_width(page ? page->prop().ObjectWidth : 1755), m_height(page ? page->prop().ObjectHeight : 1275)
+{
+    setObjectName(name);
+}
+
+QoSObject::~QoSObject() = default;
+
+bool QoSObject::IsClass() const
+{
+    return qobject_cast<const QoSClass*>(this) != nullptr;
+}
+
+bool QoSObject::IsFilter() const
+{
+    return qobject_cast<const QoSFilter*>(this) != nullptr;
+}
+
+void QoSObject::markChanged(const QString& property)
+{
+    m_document->SetModified(true);
+    emit propertyChanged(property);
+}
+
+void QoSObject::SetCaption(const QString& caption)
+{
+    if (caption == m_caption)
+        return;
+    m_caption = caption;
+    emit captionChanged(caption);
+    markChanged(QStringLiteral("Caption"));
+}
+
+void QoSObject::SetMatrixX(qint16 x)
+{
+    const int oldX = m_x;
+    m_x = x;
+    if (oldX != x && m_page)
+        m_page->CellChanged(this, oldX, m_y);
+    if (m_page)
+        m_page->PlaceObject(this);
+    if (oldX != x)
+        emit cellChanged(m_x, m_y);
+    markChanged(QStringLiteral("MatrixX"));
+}
+
+void QoSObject::SetMatrixY(qint16 y)
+{
+    const int oldY = m_y;
+    m_y = y;
+    if (oldY != y && m_page)
+        m_page->CellChanged(this, m_x, oldY);
+    if (m_page)
+        m_page->PlaceObject(this);
+    if (oldY != y)
+        emit cellChanged(m_x, m_y);
+    markChanged(QStringLiteral("MatrixY"));
+}
+
+void QoSObject::Move(double left, double top)
+{
+    if (left == m_left && top == m_top)
+        return;
+    m_left = left;
+    m_top = top;
+    emit geometryChanged();
+    PaintLines();
+}
+
+void QoSObject::Resize(int width, int height)
+{
+    if (width == m_width && height == m_height)
+        return;
+    m_width = width;
+    m_height = height;
+    emit geometryChanged();
+    PaintLines();
+}
+
+void QoSObject::SetVisible(bool visible)
+{
+    if (visible == m_visible)
+        return;
+    m_visible = visible;
+    emit visibleChanged(visible);
+}
+
+void QoSObject::SetSelected(bool selected)
+{
+    if (selected && m_page && m_page->SelectedObject() && m_page->SelectedObject() != this)
+        m_page->SelectedObject()->SetSelected(false);
+    const bool changed = selected != m_selected;
+    m_selected = selected;
+    if (selected && m_page)
+        m_page->SetSelectedObject(this);
+    else if (!selected && m_page && m_page->SelectedObject() == this)
+        m_page->SetSelectedObject(nullptr);
+    if (changed)
+        emit selectedChanged(selected);
+    if (selected)
+        PaintLines();
+}
+
+QoSClass* QoSObject::ParentQoSObject() const
+{
+    if (m_parentName.isEmpty() || !m_page)
+        return nullptr;
+    // Only a class of the same page can be a parent.
+    QoSObject* o = m_document->Object(m_parentName);
+    if (!o || o->GetObjectPage() != m_page)
+        return nullptr;
+    return qobject_cast<QoSClass*>(o);
+}
+
+void QoSObject::SetParentName(const QString& name)
+{
+    if (name == m_parentName)
+        return;
+    m_parentName = name;
+    emit parentChanged(name);
+}
+
+void QoSObject::CreateTopConnector()
+{
+    if (m_lineTop)
+        RemoveTopConnector();
+    m_lineTop = new QoSConnector(m_document, this);
+    m_document->RegisterConnector(m_lineTop);
+    PaintLines();
+}
+
+void QoSObject::RemoveTopConnector()
+{
+    if (!m_lineTop)
+        return;
+    QoSConnector* line = m_lineTop;
+    m_lineTop = nullptr;
+    if (m_page && m_page->SelectedConnector() == line)
+        m_page->SetSelectedConnector(nullptr);
+    m_document->UnregisterConnector(line);
+    delete line;
+    emit linesChanged();
+}
+
+void QoSObject::DetachFromParent()
+{
+    if (QoSClass* parent = ParentQoSObject())
+        parent->RemoveChildQoSQbject(this);
+    RemoveTopConnector();
+    SetParentName(QString());
+}
+
+void QoSObject::Abandon()
+{
+    m_page = nullptr;
+    m_lineTop = nullptr;
+}
+
+void QoSObject::PaintLines()
+{
+    // A box's own upper connector and those of its children depend on its geometry.
+    UpdateTopConnector();
+    if (auto* self = qobject_cast<QoSClass*>(this))
+        for (QoSObject* child : self->ChildQoSObjects())
+            child->UpdateTopConnector();
+    emit linesChanged();
+}
+
+void QoSObject::UpdateTopConnector()
+{
+    // From the middle of the parent's bottom edge to the middle of this box's top edge.
+    if (!m_lineTop)
+        return;
+    if (QoSClass* parent = ParentQoSObject()) {
+        const int x1 = int(parent->Left() + parent->Width() / 2.0);
+        const int y1 = int(parent->Top() + parent->Height());
+        const int x2 = int(m_left + m_width / 2.0);
+        const int y2 = int(m_top);
+        m_lineTop->Move(x1, y1, x2, y2);
+    }
+}
+
+void QoSObject::ShowConnectors(bool show)
+{
+    emit connectorsShown(show);
+}
+
+QoSObject::DropResult QoSObject::MoveObject(double left, double top)
+{
+    DropResult result;
+    if (!m_page)
+        return result;
+    const ObjectPageProperties& p = m_page->prop();
+    const auto l = Numbers::TryRoundToInt32(left);
+    const auto t = Numbers::TryRoundToInt32(top);
+    if (!l || !t) {
+        m_page->PlaceObject(this);
+        return result;
+    }
+    const int x = *l / p.ColWidth;
+    const int y = *t / p.RowHeight;
+    QoSObject* target = m_page->ObjectAt(x, y);
+    if (!target) {
+        if (x < -32768 || x > 32767 || y < -32768 || y > 32767) {
+            m_page->PlaceObject(this);
+            return result;
+        }
+        SetMatrixX(qint16(x));
+        SetMatrixY(qint16(y));
+        result.moved = true;
+    } else {
+        m_page->PlaceObject(this);
+        if (target != this) {
+            auto* targetClass = qobject_cast<QoSClass*>(target);
+            if (IsFilter()) {
+                if (!targetClass)
+                    result.message = QStringLiteral("Anhängen nicht möglich! TODO");
+                else if (targetClass->HasChildClasses())
+                    result.message = QStringLiteral("Anhängen nicht möglich! Klasse hat Unterklassen.");
+                else {
+                    if (m_lineTop)
+                        m_lineTop->EditCut();
+                    AddParentQoSObject(targetClass->Name());
+                    result.linked = ParentQoSObject() == targetClass;
+                }
+            } else if (auto* self = qobject_cast<QoSClass*>(this); self && targetClass) {
+                if (targetClass->HasFilters()) {
+                    result.message = QStringLiteral("Anhängen nicht möglich. Klasse hat untergeordnete Filter.");
+                } else {
+                    // Dropping a class on one of its own descendants swaps the two: the
+                    // descendant is cut loose first, then takes the class below it.
+                    if (self->IsInDownTree(targetClass)) {
+                        if (targetClass->LineTop())
+                            targetClass->LineTop()->EditCut();
+                    } else if (m_lineTop) {
+                        m_lineTop->EditCut();
+                    }
+                    AddParentQoSObject(targetClass->Name());
+                    result.linked = ParentQoSObject() == targetClass;
+                }
+            }
+        }
+    }
+    if (!result.message.isEmpty())
+        m_document->prompt().Message(result.message);
+    ShowConnectors(true);
+    PaintLines();
+    return result;
+}

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+class Document;
+class ObjectPage;
+class QoSClass;
+class QoSConnector;
+
+// What classes and filters share: name, caption, grid cell, box geometry, selection, the
+// link to the parent class (kept by name) and the upper connector.
+class QoSObject : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
+public:
+    // The result of letting a dragged box go.
+    struct DropResult {
+        bool moved = false;  // went to a free cell
+        bool linked = false; // hung under the box it was dropped on
+        QString message;     // the refusal shown to the user, if any
+    };
+
+    QoSObject(Document* document, ObjectPage* page, const QString& name);
+    ~QoSObject() override;
+
+    virtual QString TypeName() const = 0;
+    bool IsClass() const;
+    bool IsFilter() const;
+
+    QString Name() const { return objectName(); }
+    Document* document() const { return m_document; }
+    ObjectPage* GetObjectPage() const { return m_page; }
+    qint64 Sequence() const { return m_sequence; }
+
+    QString Caption() const { return m_caption; }
+    void SetCaption(const QString& caption);
+
+    qint16 MatrixX() const { return m_x; }
+    qint16 MatrixY() const { return m_y; }
+    void SetMatrixX(qint16 x);
+    void SetMatrixY(qint16 y);
+
+    // Box geometry in twips. The size starts as the page's box size; the view may change it.
+    double Left() const { return m_left; }
+    double Top() const { return m_top; }
+    int Width() const { return m_width; }
+    int Height() const { return m_height; }
+    void Move(double left, double top);
+    void Resize(int width, int height);
+
+    bool Visible() const { return m_visible; }
+    void SetVisible(bool visible);
+
+    bool Selected() const { return m_selected; }
+    virtual void SetSelected(bool selected);
+
+    // The parent class, found by the stored name among the objects of the page.
+    QString ParentName() const { return m_parentName; }
+    QoSClass* ParentQoSObject() const;
+    virtual void AddParentQoSObject(const QString& name) = 0;
+
+    QoSConnector* LineTop() const { return m_lineTop; }
+    void RemoveTopConnector();
+    void PaintLines();
+    void UpdateTopConnector();
+    void ShowConnectors(bool show = true);
+
+    // Edit commands of the box's menu and keys. Copy and paste do nothing on purpose;
+    // cut is delete (nothing goes to a clipboard).
+    virtual void EditDelete() = 0;
+    void EditCut() { EditDelete(); }
+    void EditCopy() {}
+    void EditPaste() {}
+
+    // The drop of a drag: the box was let go with its top-left corner at (left, top).
+    DropResult MoveObject(double left, double top);
+
+    // Used by the tree operations and the page.
+    void SetParentName(const QString& name);
+    void CreateTopConnector();
+    // Takes the object out of its parent's children and drops its connector.
+    void DetachFromParent();
+    // Forgets page and links without calling back; the document is being cleared.
+    void Abandon();
+
+signals:
+    void captionChanged(const QString& caption);
+    void cellChanged(int x, int y);
+    void geometryChanged();
+    void visibleChanged(bool visible);
+    void selectedChanged(bool selected);
+    void parentChanged(const QString& parentName);
+    void linesChanged();
+    void connectorsShown(bool shown);
+    // Any stored property, by its name.
+    void propertyChanged(const QString& name);
+
+protected:
+    void markChanged(const QString& property);
+
+    Document* m_document;
+    ObjectPage* m_page; // pages live as long as the document
+
+private:
+    qint64 m_sequence;
+    QString m_caption;
+    qint16 m_x = 0;
+    qint16 m_y = 0;
+    double m_left = 0;
+    double m_top = 0;
+    int m_width;
+    int m_height;
+    bool m_visible = true;
+    bool m_selected = false;
+    QString m_parentName;
+    QoSConnector* m_lineTop = nullptr;
+};

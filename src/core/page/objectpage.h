@@ -1,0 +1,136 @@
+#pragma once
+
+#include "objectpageproperties.h"
+
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <optional>
+#include <map>
+#include <set>
+
+class Document;
+class QoSObject;
+class QoSClass;
+class QoSFilter;
+class QoSConnector;
+
+// The grid page of one direction ("Down1" holds the down tree, "Up1" the up tree). Every box
+// stands in one cell; its position follows from the cell alone. The page keeps an index of
+// cells and columns so that looking up a cell never scans all boxes.
+class ObjectPage : public QObject
+{
+    Q_OBJECT
+public:
+    ObjectPage(Document* document, const QString& name, const QString& direction);
+
+    QString Name() const { return objectName(); }
+    // "down" or "up": the direction of the classes made on this page.
+    QString Direction() const { return m_direction; }
+    Document* document() const { return m_document; }
+
+    const ObjectPageProperties& prop() const { return m_prop; }
+    void SetObjectDimensions(qint32 height, qint32 width);
+    // Page size in columns and rows; below 1 keeps the current value, below 3 becomes 3.
+    // Both values are written back.
+    void SetGridDimensions(qint32& width, qint32& height);
+    void ResizeGrid(qint32 width, qint32 height) { SetGridDimensions(width, height); }
+    // 64-bit: a page size read from a file may be far larger than any screen.
+    qint64 PaneWidth() const { return qint64(m_prop.Cols) * m_prop.ColWidth; }
+    qint64 PaneHeight() const { return qint64(m_prop.Rows) * m_prop.RowHeight; }
+
+    // The boxes on this page in the order they were added.
+    QList<QoSObject*> ContainedObjects() const;
+    int ObjectCount() const { return int(m_contained.size()); }
+    int ClassCount() const { return m_classCount; }
+
+    // The box in a cell; of two in one cell, the one added first.
+    QoSObject* ObjectAt(int x, int y) const;
+    bool IsColumnEmpty(int x) const;
+    // The boxes of the cells of a cols × rows grid, row by row, left to right: the order in
+    // which the file is written. Empty cells are left out.
+    QList<QoSObject*> ObjectsInCellOrder(int cols, int rows) const;
+
+    // Creates a class box. parentIdx is the parent's class number as text ("0" for a main
+    // class), empty bandwidths choose defaults, classIdx 0 takes the creation counter and
+    // is written back. Refusals are shown to the user and give nothing.
+    QoSClass* AddClass(const QString& parentIdx, const QString& minBandwidth, const QString& maxBandwidth,
+                       const QString& direction, const QString& prio, int& classIdx, bool flag,
+                       const QString& caption, std::optional<qint16> x = std::nullopt,
+                       std::optional<qint16> y = std::nullopt, bool visible = true);
+    // Creates a filter box under the class of that number; extra is the caption.
+    QoSFilter* AddFilter(const QString& classIdx, const QString& ip, const QString& port, const QString& type,
+                         const QString& option, int& filterIdx, const QString& extra,
+                         std::optional<qint16> x = std::nullopt, std::optional<qint16> y = std::nullopt,
+                         bool visible = true);
+    // Removes a box and its upper connector from the page and the document.
+    void Remove(QoSObject* object);
+
+    QoSObject* SelectedObject() const;
+    void SetSelectedObject(QoSObject* object);
+    QoSClass* SelectedClass() const;
+    QoSFilter* SelectedFilter() const;
+    QoSConnector* SelectedConnector() const;
+    void SetSelectedConnector(QoSConnector* connector);
+
+    // Centres a box in its cell.
+    void PlaceObject(QoSObject* object) const;
+
+    // The page's context menu: a new main class, and a new filter (which on the page itself
+    // has no class and is therefore always refused).
+    QoSClass* NewClassCommand();
+    QoSFilter* NewFilterCommand();
+    // Asks for "columns, rows" until the answer has two parts; an empty answer cancels.
+    bool PageSizeCommand();
+
+    // Arrangement of new boxes.
+    int FindFreeColumn(bool grow);
+    static int MaxChildColumn(const QoSClass* c);
+    void ShiftColumnsRight(int x);
+    int NewClassColumn(QoSClass* parent, std::optional<qint16> given = std::nullopt);
+    static int NewClassRow(const QoSClass* parent, std::optional<qint16> given = std::nullopt);
+    static int NewFilterColumn(const QoSClass* c, std::optional<qint16> given = std::nullopt);
+    int NewFilterRow(const QoSClass* c, std::optional<qint16> given = std::nullopt);
+
+    // Called by a box whose cell changed, to keep the index right.
+    void CellChanged(QoSObject* object, int oldX, int oldY);
+    // Forgets every box without removing it; the document is being cleared.
+    void ResetContainedObjects();
+    // The mouse handling's two position values, reset whenever the grid is resized.
+    int PositionX() const { return m_posX; }
+    int PositionY() const { return m_posY; }
+
+signals:
+    void gridChanged(int cols, int rows);
+    void objectAdded(QoSObject* object);
+    void objectRemoved(const QString& name);
+    void selectionChanged();
+
+private:
+    void indexInsert(QoSObject* object);
+    void indexRemove(QoSObject* object, int x, int y);
+    void columnCountChange(int x, int delta);
+    void rebuildColumns();
+    static quint64 cellKey(int x, int y) { return (quint64(quint32(x)) << 32) | quint32(y); }
+    QoSObject* createObject(bool isClass);
+
+    Document* m_document;
+    QString m_direction;
+    ObjectPageProperties m_prop;
+    QHash<QString, QoSObject*> m_containedByName;
+    QList<QoSObject*> m_contained;
+    int m_classCount = 0;
+    QHash<quint64, QList<QoSObject*>> m_cells;   // per cell, in insertion order
+    QHash<int, int> m_columnCounts;                 // boxes per column within rows 0..Rows-1
+    // Empty columns among 0..Cols-1. A box's column is 16-bit, so columns from 32768 on can
+    // never be occupied and are not listed: a page read as millions of columns wide costs nothing.
+    static constexpr int ColumnLimit = 32768;
+    std::set<int> m_emptyColumns;
+    std::map<int, int> m_allColumns;                // boxes per column, any row
+    QPointer<QoSClass> m_selectedClass;
+    QPointer<QoSFilter> m_selectedFilter;
+    QPointer<QoSConnector> m_selectedConnector;
+    int m_posX = 0;
+    int m_posY = 0;
+};

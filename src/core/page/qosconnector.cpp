@@ -1,0 +1,53 @@
+#include "qosconnector.h"
+
+#include "document/document.h"
+#include "model/qosclass.h"
+#include "model/qosobject.h"
+#include "objectpage.h"
+
+#include <cstdlib>
+
+QoSConnector::QoSConnector(Document* document, QoSObject* bottom)
+    : QObject(nullptr), m_document(document), m_page(bottom->GetObjectPage()), m_bottom(bottom)
+{
+    setObjectName(QStringLiteral("LineTop") + bottom->Name());
+}
+
+void QoSConnector::Move(int x1, int y1, int x2, int y2)
+{
+    m_x1 = x1 / 15 * 15;
+    m_y1 = y1 / 15 * 15;
+    m_x2 = x2 / 15 * 15;
+    m_y2 = y2 / 15 * 15;
+    const int height = qMax(std::abs(m_y2 - m_y1) + 2 * MarginY, MinHeight);
+    const int width = qMax(std::abs(m_x2 - m_x1) + 2 * MarginX, MinWidth);
+    const int left = qMin(m_x1, m_x2) - MarginX;
+    const int top = qMin(m_y1, m_y2) - MarginY;
+    if (left != m_left || top != m_top || width != m_width || height != m_height) {
+        m_left = left;
+        m_top = top;
+        m_width = width;
+        m_height = height;
+    }
+    emit geometryChanged();
+}
+
+void QoSConnector::SetSelected(bool selected)
+{
+    m_selected = selected;
+    if (selected && m_page)
+        m_page->SetSelectedConnector(this);
+    emit selectedChanged(selected);
+}
+
+void QoSConnector::EditCut()
+{
+    QoSObject* child = m_bottom;
+    if (!child)
+        return;
+    if (QoSClass* parent = child->ParentQoSObject())
+        parent->RemoveChildQoSQbject(child);
+    child->SetParentName(QString());
+    m_document->SetModified(true);
+    child->RemoveTopConnector(); // deletes this connector: nothing may follow
+}

@@ -1,0 +1,115 @@
+#include "document/document.h"
+#include "document/scriptedprompt.h"
+#include "page/objectpage.h"
+#include "pagescript.h"
+
+#include <QTest>
+
+// Where new boxes go: free columns, sub classes right of their siblings with whole columns
+// shifted, filters in rows from 4 down, and a page that grows when it must.
+class TestArrangement : public QObject
+{
+    Q_OBJECT
+private slots:
+    void cells_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("layout");
+        QTest::addColumn<QString>("size");
+        QTest::addColumn<QStringList>("messages");
+
+        QTest::newRow("main classes take the leftmost free columns")
+            << "C C C" << "C1@0,0 C2@1,0 C3@2,0" << "6x5" << QStringList();
+        QTest::newRow("seventh main class widens the page")
+            << "C C C C C C C" << "C1@0,0 C2@1,0 C3@2,0 C4@3,0 C5@4,0 C6@5,0 C7@6,0" << "7x5" << QStringList();
+        QTest::newRow("first sub class stands below its parent")
+            << "C C C S3" << "C1@0,0 C2@1,0 C3@2,0 C4@2,1" << "6x5" << QStringList();
+        QTest::newRow("second sub class shifts the columns right of it")
+            << "C C C C S3 S3" << "C1@0,0 C2@1,0 C3@2,0 C4@4,0 C5@2,1 C6@3,1" << "6x5" << QStringList();
+        QTest::newRow("filters shift with their column")
+            << "C C S1 F2 F3 S1" << "C1@0,0 C2@2,0 C3@0,1 F1@2,4 F2@0,4 C4@1,1" << "6x5" << QStringList();
+        QTest::newRow("second sub class of the rightmost class on a full page widens it")
+            << "C C C C C C S6 S6" << "C1@0,0 C2@1,0 C3@2,0 C4@3,0 C5@4,0 C6@5,0 C7@5,1 C8@6,1" << "7x5"
+            << QStringList();
+        QTest::newRow("first filter goes to row 4 and the page keeps 5 rows")
+            << "C C C C C C F6" << "C1@0,0 C2@1,0 C3@2,0 C4@3,0 C5@4,0 C6@5,0 F1@5,4" << "6x5" << QStringList();
+        QTest::newRow("second filter grows the page")
+            << "C F1 F1" << "C1@0,0 F1@0,4 F2@0,5" << "6x6" << QStringList();
+        QTest::newRow("third filter goes to row 6 and the page to 7 rows")
+            << "C F1 F1 F1" << "C1@0,0 F1@0,4 F2@0,5 F3@0,6" << "6x7" << QStringList();
+        QTest::newRow("a column with a sub class only is not free")
+            << "C S1 S1 C" << "C1@0,0 C2@0,1 C3@1,1 C4@2,0" << "6x5" << QStringList();
+        QTest::newRow("rows stop at 3")
+            << "C S1 S2 S3 S4" << "C1@0,0 C2@0,1 C3@0,2 C4@0,3" << "6x5"
+            << QStringList{QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich.")};
+        QTest::newRow("no sub class under a class with filters")
+            << "C F1 S1" << "C1@0,0 F1@0,4" << "6x5"
+            << QStringList{QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Filter!")};
+        QTest::newRow("no filter under a class with sub classes")
+            << "C S1 F1" << "C1@0,0 C2@0,1" << "6x5"
+            << QStringList{QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Klassen!")};
+        QTest::newRow("a filter needs a class")
+            << "C F0" << "C1@0,0" << "6x5"
+            << QStringList{QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse")};
+        QTest::newRow("a parent number that names no class makes a main class")
+            << "C S9" << "C1@0,0 C2@1,0" << "6x5" << QStringList();
+    }
+    void cells()
+    {
+        QFETCH(QString, script);
+        QFETCH(QString, layout);
+        QFETCH(QString, size);
+        QFETCH(QStringList, messages);
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        PageScript::run(doc.Down1(), script);
+        QCOMPARE(PageScript::layout(doc.Down1()), layout);
+        QCOMPARE(PageScript::size(doc.Down1()), size);
+        QCOMPARE(prompt.messages(), messages);
+    }
+
+    void freeColumnSearch()
+    {
+        Document doc;
+        ObjectPage* page = doc.Down1();
+        PageScript::run(page, QStringLiteral("C C C C"));
+        PageScript::cls(doc, 1)->SetMatrixX(3);   // column 3 now holds two boxes
+        PageScript::cls(doc, 3)->SetMatrixY(9);   // beyond the rows: not seen in its column
+        QVERIFY(page->IsColumnEmpty(0));
+        QVERIFY(page->IsColumnEmpty(2));
+        QVERIFY(!page->IsColumnEmpty(3));
+        QCOMPARE(page->FindFreeColumn(false), 0);
+        PageScript::run(page, QStringLiteral("C C C C")); // columns 0, 2, 4 and 5
+        QCOMPARE(PageScript::cls(doc, 8)->MatrixX(), 5);
+        QCOMPARE(page->FindFreeColumn(false), 0); // no free column, and not allowed to grow
+        QCOMPARE(page->prop().Cols, 6);
+        QCOMPARE(page->FindFreeColumn(true), 6);
+        QCOMPARE(page->prop().Cols, 7);
+    }
+
+    void twoBoxesInOneCell()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C C"));
+        PageScript::cls(doc, 1)->SetMatrixX(1);
+        QCOMPARE(doc.Down1()->ObjectAt(1, 0), PageScript::cls(doc, 1));
+        PageScript::cls(doc, 1)->SetMatrixX(0);
+        QCOMPARE(doc.Down1()->ObjectAt(1, 0), PageScript::cls(doc, 2));
+        QCOMPARE(doc.Down1()->ObjectAt(4, 4), nullptr);
+    }
+
+    void shiftMovesEveryRowAndMarksModified()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C C F2"));
+        doc.SetModified(false);
+        doc.Down1()->ShiftColumnsRight(1);
+        QCOMPARE(PageScript::layout(doc.Down1()), QStringLiteral("C1@0,0 C2@2,0 F1@2,4"));
+        QVERIFY(doc.IsModified());
+        QCOMPARE(doc.Down1()->ObjectAt(1, 0), nullptr);
+        QCOMPARE(doc.Down1()->ObjectAt(2, 4), PageScript::flt(doc, 1));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestArrangement)
+#include "tst_arrangement.moc"

@@ -1,0 +1,265 @@
+#include "document/document.h"
+#include "document/qosclassesfilter.h"
+#include "document/qoscommon.h"
+#include "document/scriptedprompt.h"
+#include "page/objectpage.h"
+#include "pagescript.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+// The document's life: common settings, the modified mark, clearing, the page grid and
+// the names and numbers that new boxes get.
+class TestDocument : public QObject
+{
+    Q_OBJECT
+private slots:
+    void commonDefaults()
+    {
+        QoSCommon common;
+        QCOMPARE(common.QoSInternetDev(), QStringLiteral("ppp0"));
+        QCOMPARE(common.QoSInternetBandDown(), QStringLiteral("768kbit"));
+        QCOMPARE(common.QoSInternetBandUp(), QStringLiteral("128kbit"));
+        QCOMPARE(common.QoSLocalBand(), QStringLiteral("10Mbit"));
+        QCOMPARE(common.QoSInternetDefaultDown(), QStringLiteral("0"));
+        QCOMPARE(common.QoSInternetDefaultUp(), QStringLiteral("0"));
+        QCOMPARE(common.QoSVersion(), QStringLiteral("v0.3"));
+        QVERIFY(!common.BandDownField()->ShowLock());
+        common.SetQoSInternetBandDown(QString());
+        QCOMPARE(common.BandDownField()->Value(), QStringLiteral("0"));
+        QCOMPARE(common.BandDownField()->Unit(), QStringLiteral("kbit"));
+    }
+
+    void versionList()
+    {
+        QoSCommon common;
+        common.SetQoSVersion(QStringLiteral("v0.4"));
+        QCOMPARE(common.QoSVersion(), QStringLiteral("v0.4 unbekannt"));
+        common.SetQoSVersion(QStringLiteral("v0.4"));
+        QCOMPARE(common.VersionList(),
+                 (QStringList{"v0.3", "unbekannt", "v0.4 unbekannt", "v0.4 unbekannt"}));
+        QCOMPARE(common.VersionIndex(), 3);
+        common.SetQoSVersion(QStringLiteral("unbekannt"));
+        QCOMPARE(common.VersionIndex(), 1);
+        common.SetQoSVersion(QStringLiteral("v0.3"));
+        QCOMPARE(common.VersionIndex(), 0);
+    }
+
+    void modifiedMark()
+    {
+        Document doc;
+        QSignalSpy spy(&doc, &Document::modifiedChanged);
+        QVERIFY(!doc.IsModified());
+        PageScript::run(doc.Down1(), QStringLiteral("C"));
+        QVERIFY(doc.IsModified());
+        doc.SetModified(false);
+        PageScript::cls(doc, 1)->SetQoSPrio(QStringLiteral("2"));
+        PageScript::cls(doc, 1)->MinField()->SetValue(QStringLiteral("5")); // typed into the box
+        QCOMPARE(spy.count(), 3); // on, off, on: one signal per change of the mark
+        doc.SetModified(false);
+        PageScript::cls(doc, 1)->SetSelected(true);
+        QVERIFY(!doc.IsModified()); // selecting is no change of the document
+    }
+
+    void clearDocument_data()
+    {
+        QTest::addColumn<bool>("modified");
+        QTest::addColumn<int>("answer"); // UserPrompt::Answer
+        QTest::addColumn<bool>("cleared");
+        QTest::addColumn<int>("questions");
+        QTest::addColumn<int>("saves");
+        QTest::newRow("unmodified asks nothing") << false << 0 << true << 0 << 0;
+        QTest::newRow("cancel keeps everything") << true << int(UserPrompt::Answer::Cancel) << false << 1 << 0;
+        QTest::newRow("no clears") << true << int(UserPrompt::Answer::No) << true << 1 << 0;
+        QTest::newRow("yes saves, then clears") << true << int(UserPrompt::Answer::Yes) << true << 1 << 1;
+    }
+    void clearDocument()
+    {
+        QFETCH(bool, modified);
+        QFETCH(int, answer);
+        QFETCH(bool, cleared);
+        QFETCH(int, questions);
+        QFETCH(int, saves);
+        ScriptedPrompt prompt;
+        prompt.yesNoCancel << UserPrompt::Answer(answer);
+        RecordingStatus status;
+        Document doc(&prompt);
+        doc.setStatusWindow(&status);
+        int saved = 0;
+        doc.setSaveAsHandler([&] { ++saved; });
+        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
+        PageScript::run(doc.Up1(), QStringLiteral("C"));
+        doc.SetModified(modified);
+
+        QCOMPARE(doc.ClearDocument(), cleared);
+        QCOMPARE(prompt.log.size(), questions);
+        if (questions)
+            QCOMPARE(prompt.log.first().text, QStringLiteral("Soll noch gespeichert werden?"));
+        QCOMPARE(saved, saves);
+        QCOMPARE(doc.IsModified(), modified); // clearing leaves the mark as it was
+        if (!cleared) {
+            QCOMPARE(doc.Objects().size(), 3);
+            QCOMPARE(doc.Down1()->ObjectCount(), 2);
+            QCOMPARE(status.shown, 0);
+            return;
+        }
+        QVERIFY(doc.Objects().isEmpty());
+        QCOMPARE(doc.Down1()->ObjectCount(), 0);
+        QCOMPARE(doc.Down1()->ObjectAt(0, 0), nullptr);
+        // Removal in creation order, connectors among them.
+        QCOMPARE(status.messages.mid(1),
+                 (QStringList{"Räume auf\r\nEntferne Objekt QoSClass1", "Räume auf\r\nEntferne Objekt QoSFilter1",
+                              "Räume auf\r\nEntferne Objekt LineTopQoSFilter1",
+                              "Räume auf\r\nEntferne Objekt QoSClass2"}));
+        QCOMPARE(status.captions.first(), QStringLiteral("Räume auf..."));
+        QCOMPARE(status.closed, 1);
+        // The counters go on: the next document's first class is not QoSClass1.
+        PageScript::run(doc.Down1(), QStringLiteral("C"));
+        QCOMPARE(doc.Objects().first()->Name(), QStringLiteral("QoSClass3"));
+    }
+
+    void emptyDocumentClearsTheMark()
+    {
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        doc.SetModified(true);
+        QVERIFY(doc.ClearDocument());
+        QVERIFY(!doc.IsModified());
+        QVERIFY(prompt.log.isEmpty());
+    }
+
+    void classesFilter()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C S1 F2 C"));
+        PageScript::run(doc.Up1(), QStringLiteral("C"));
+        auto names = [](const QoSClassesFilter& f) {
+            QStringList out;
+            for (QoSClass* c : f)
+                out << c->Name();
+            return out.join(u' ');
+        };
+        QoSClassesFilter all;
+        all.Filter(std::nullopt, std::nullopt, doc.Objects());
+        QCOMPARE(names(all), QStringLiteral("QoSClass1 QoSClass2 QoSClass3 QoSClass4"));
+        QoSClassesFilter mainDown;
+        mainDown.Filter(QStringLiteral("down"), QStringLiteral("0"), doc.Objects());
+        QCOMPARE(names(mainDown), QStringLiteral("QoSClass1 QoSClass3"));
+        QoSClassesFilter children;
+        children.Filter(std::nullopt, QStringLiteral("1"), doc.Down1()->ContainedObjects());
+        QCOMPARE(names(children), QStringLiteral("QoSClass2"));
+        mainDown.Remove(0);
+        QCOMPARE(mainDown.count(), 1);
+        QCOMPARE(mainDown.Item(0)->Name(), QStringLiteral("QoSClass3"));
+    }
+
+    void pageGeometry()
+    {
+        Document doc;
+        ObjectPage* page = doc.Down1();
+        QCOMPARE(page->prop().ColWidth, 1931);
+        QCOMPARE(page->prop().RowHeight, 1785);
+        QCOMPARE(page->PaneWidth(), 11586);
+        qint32 huge = 2147483647, rows = 0;
+        page->SetGridDimensions(huge, rows);
+        QCOMPARE(page->FindFreeColumn(true), 0); // and no walk over two billion columns
+        QCOMPARE(page->PaneWidth(), 2147483647LL * 1931);
+        rows = 5;
+        huge = 6;
+        page->SetGridDimensions(huge, rows);
+        QCOMPARE(page->PaneHeight(), 8925);
+        PageScript::run(page, QStringLiteral("C C C S3"));
+        QoSObject* box = PageScript::cls(doc, 4);
+        QCOMPARE(box->Left(), 3950.0);
+        QCOMPARE(box->Top(), 2040.0);
+        page->SetObjectDimensions(1000, 2000); // height first
+        QCOMPARE(page->prop().ObjectHeight, 1000);
+        QCOMPARE(page->prop().ObjectWidth, 2000);
+        QCOMPARE(page->prop().ColWidth, 2200);
+        QCOMPARE(page->prop().RowHeight, 1400);
+    }
+
+    void gridDimensions_data()
+    {
+        QTest::addColumn<int>("width");
+        QTest::addColumn<int>("height");
+        QTest::addColumn<QString>("size");
+        QTest::newRow("plain") << 10 << 8 << "10x8";
+        QTest::newRow("zero keeps") << 0 << 7 << "6x7";
+        QTest::newRow("negative keeps") << -4 << -1 << "6x5";
+        QTest::newRow("minimum three") << 1 << 2 << "3x3";
+    }
+    void gridDimensions()
+    {
+        QFETCH(int, width);
+        QFETCH(int, height);
+        QFETCH(QString, size);
+        Document doc;
+        qint32 w = width, h = height;
+        doc.Down1()->SetGridDimensions(w, h);
+        QCOMPARE(PageScript::size(doc.Down1()), size);
+        QCOMPARE(QStringLiteral("%1x%2").arg(w).arg(h), size); // written back
+    }
+
+    void pageSizeAnswers_data()
+    {
+        QTest::addColumn<QStringList>("answers");
+        QTest::addColumn<int>("questions");
+        QTest::addColumn<QString>("size");
+        QTest::newRow("two parts") << QStringList{"10,8"} << 1 << "10x8";
+        QTest::newRow("one part asks again") << QStringList{"10", "9, 7"} << 2 << "9x7";
+        QTest::newRow("three parts ask again") << QStringList{"1,2,3", ""} << 2 << "6x5";
+        QTest::newRow("small becomes three") << QStringList{"1, 1"} << 1 << "3x3";
+        QTest::newRow("zero keeps the columns") << QStringList{"0, 7"} << 1 << "6x7";
+        QTest::newRow("no number keeps the columns") << QStringList{"abc, 4"} << 1 << "6x4";
+        QTest::newRow("empty answer cancels") << QStringList{""} << 1 << "6x5";
+        QTest::newRow("absurd number keeps") << QStringList{"99999999999, 4"} << 1 << "6x4";
+    }
+    void pageSizeAnswers()
+    {
+        QFETCH(QStringList, answers);
+        QFETCH(int, questions);
+        QFETCH(QString, size);
+        ScriptedPrompt prompt;
+        prompt.inputs = answers;
+        Document doc(&prompt);
+        doc.Down1()->PageSizeCommand();
+        QCOMPARE(prompt.log.size(), questions);
+        QCOMPARE(prompt.log.first().text, QStringLiteral("Neue Breite, Höhe eingeben:"));
+        QCOMPARE(prompt.inputDefaults.first(), QStringLiteral("6, 5"));
+        QCOMPARE(PageScript::size(doc.Down1()), size);
+    }
+
+    void pageContextMenu()
+    {
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        QoSClass* c = doc.Down1()->NewClassCommand();
+        QVERIFY(c);
+        QCOMPARE(c->Name(), QStringLiteral("QoSClass1"));
+        // Every text argument is empty: no direction, so the bandwidths are those of the up line.
+        QCOMPARE(c->QoSDirection(), QString());
+        QCOMPARE(c->QoSMinBandWidth(), QStringLiteral("128kbit"));
+        c->SetSelected(true);
+        QCOMPARE(doc.Down1()->NewFilterCommand(), nullptr);
+        QCOMPARE(prompt.messages(),
+                 QStringList{QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse")});
+    }
+
+    void selection()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
+        PageScript::cls(doc, 1)->SetSelected(true);
+        QCOMPARE(doc.Down1()->SelectedClass(), PageScript::cls(doc, 1));
+        PageScript::flt(doc, 1)->SetSelected(true);
+        QVERIFY(!PageScript::cls(doc, 1)->Selected());
+        QCOMPARE(doc.Down1()->SelectedObject(), PageScript::flt(doc, 1));
+        QCOMPARE(doc.Down1()->SelectedClass(), nullptr);
+        PageScript::flt(doc, 1)->EditDelete();
+        QCOMPARE(doc.Down1()->SelectedObject(), nullptr);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestDocument)
+#include "tst_document.moc"

@@ -1,0 +1,393 @@
+#include "document/document.h"
+#include "document/qoscommon.h"
+#include "document/qoserror.h"
+#include "document/scriptedprompt.h"
+#include "inputs/bandwidthfield.h"
+#include "page/history.h"
+#include "page/objectpage.h"
+#include "page/qosconnector.h"
+#include "pagescript.h"
+
+#include <QTest>
+
+using PageScript::cls;
+using PageScript::flt;
+
+// Tree rules of classes and filters: linking, validation, default classes, deleting and
+// the drop of a dragged box.
+class TestTree : public QObject
+{
+    Q_OBJECT
+
+    // Every child lists a parent that points back, and every parent link is in a list.
+    static void verifyLinks(Document& doc)
+    {
+        for (QoSObject* o : doc.Objects()) {
+            if (auto* c = qobject_cast<QoSClass*>(o))
+                for (QoSObject* child : c->ChildQoSObjects())
+                    QCOMPARE(child->ParentName(), c->Name());
+            if (QoSClass* parent = o->ParentQoSObject()) {
+                QVERIFY(parent->ChildNames().contains(o->Name()));
+                QVERIFY(o->LineTop());
+            } else {
+                QVERIFY(!o->LineTop());
+            }
+        }
+    }
+
+private slots:
+    void validation_data()
+    {
+        QTest::addColumn<QString>("line");       // downstream line bandwidth
+        QTest::addColumn<QStringList>("mins");   // main classes, or sub classes of one parent
+        QTest::addColumn<QString>("max");        // the maximum of every class
+        QTest::addColumn<QString>("parentMax");  // "" for main classes
+        QTest::addColumn<bool>("minValid");
+        QTest::addColumn<bool>("maxValid");
+
+        QTest::newRow("zero minimum is invalid although the line has room")
+            << "768kbit" << QStringList{"0kbit"} << "768kbit" << "" << false << true;
+        QTest::newRow("three of 400 overbook 1000") << "1000kbit" << QStringList{"400kbit", "400kbit", "400kbit"}
+                                                    << "1000kbit" << "" << false << true;
+        QTest::newRow("three of 300 fit 1000") << "1000kbit" << QStringList{"300kbit", "300kbit", "300kbit"}
+                                               << "1000kbit" << "" << true << true;
+        QTest::newRow("limit of a main class takes the bare line number")
+            << "2Mbit" << QStringList{"100kbit"} << "2kbit" << "" << false << true;
+        QTest::newRow("maximum is compared by its entered number")
+            << "1000kbit" << QStringList{"100kbit"} << "2Mbit" << "" << true << true;
+        QTest::newRow("maximum above the limit") << "1000kbit" << QStringList{"100kbit"} << "1001kbit" << ""
+                                                 << true << false;
+        QTest::newRow("parent maximum 0 makes every maximum invalid")
+            << "1000kbit" << QStringList{"1kbit"} << "1kbit" << "0kbit" << false << false;
+        QTest::newRow("sub classes against the parent maximum in kbit")
+            << "1000kbit" << QStringList{"512kbit", "512kbit"} << "1Mbit" << "1Mbit" << true << true;
+        QTest::newRow("sub classes overbooking the parent")
+            << "1000kbit" << QStringList{"600kbit", "500kbit"} << "1kbit" << "1Mbit" << false << true;
+    }
+    void validation()
+    {
+        QFETCH(QString, line);
+        QFETCH(QStringList, mins);
+        QFETCH(QString, max);
+        QFETCH(QString, parentMax);
+        QFETCH(bool, minValid);
+        QFETCH(bool, maxValid);
+        Document doc;
+        doc.Common1()->SetQoSInternetBandDown(line);
+        ObjectPage* page = doc.Down1();
+        int idx = 0;
+        QString parent = QStringLiteral("0");
+        if (!parentMax.isEmpty()) {
+            page->AddClass(parent, QStringLiteral("1kbit"), parentMax, QStringLiteral("down"), QStringLiteral("0"),
+                           idx, false, QString());
+            parent = QString::number(idx);
+        }
+        QList<QoSClass*> classes;
+        for (const QString& min : mins) {
+            idx = 0;
+            classes << page->AddClass(parent, min, max, QStringLiteral("down"), QStringLiteral("0"), idx, false,
+                                      QString());
+        }
+        QoSClass* root = classes.first()->TopClass();
+        root->Validate(true);
+        if (parentMax.isEmpty())
+            for (QoSClass* c : classes)
+                c->Validate(false);
+        for (QoSClass* c : classes) {
+            QCOMPARE(c->MinField()->IsValid(), minValid);
+            QCOMPARE(c->MaxField()->IsValid(), maxValid);
+        }
+    }
+
+    void validationOverflowLeavesFlags()
+    {
+        Document doc;
+        int idx = 0;
+        QoSClass* a = doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("2000000000kbit"),
+                                            QStringLiteral("1kbit"), QStringLiteral("down"), QString(), idx, false, {});
+        idx = 0;
+        doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("2000000000kbit"), QStringLiteral("1kbit"),
+                              QStringLiteral("down"), QString(), idx, false, {});
+        a->MinField()->SetIsValid(true);
+        QVERIFY_THROWS_EXCEPTION(QoSError, a->Validate(true));
+        QVERIFY(a->MinField()->IsValid());
+    }
+
+    void kbitFollowsTheField()
+    {
+        Document doc;
+        int idx = 0;
+        QoSClass* c = doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("1kbit"), QStringLiteral("10Mbit"),
+                                            QStringLiteral("down"), QString(), idx, false, {});
+        QCOMPARE(c->QoSMaxBandWidthKBit(), 10240);
+        // A unit with capitals cannot be written back from kbit: the field's own rule.
+        c->SetQoSMaxBandWidthKBit(2048);
+        QCOMPARE(c->QoSMaxBandWidth(), QStringLiteral("0Mbit"));
+        c->SetQoSMaxBandWidth(QStringLiteral("3mbit"));
+        c->SetQoSMaxBandWidthKBit(2048);
+        QCOMPARE(c->QoSMaxBandWidth(), QStringLiteral("2mbit"));
+    }
+
+    void subClassDefaults()
+    {
+        Document doc;
+        doc.Common1()->SetQoSInternetBandUp(QStringLiteral("512kbit"));
+        PageScript::run(doc.Up1(), QStringLiteral("C C S1"));
+        QCOMPARE(cls(doc, 1)->QoSMinBandWidth(), QStringLiteral("512kbit")); // first class of the page
+        QCOMPARE(cls(doc, 2)->QoSMinBandWidth(), QStringLiteral("0kbit"));   // not the first
+        QCOMPARE(cls(doc, 2)->QoSMaxBandWidth(), QStringLiteral("512kbit"));
+        QCOMPARE(cls(doc, 3)->QoSMinBandWidth(), QStringLiteral("1kbit"));
+        QCOMPARE(cls(doc, 3)->QoSMaxBandWidth(), QStringLiteral("512kbit"));
+        QCOMPARE(cls(doc, 3)->QoSDirection(), QStringLiteral("up"));
+        QCOMPARE(cls(doc, 3)->QoSParent(), QStringLiteral("1"));
+    }
+
+    void parentLinks_data()
+    {
+        QTest::addColumn<QString>("number");
+        QTest::addColumn<QString>("parent");
+        QTest::newRow("zero") << "0" << "0";
+        QTest::newRow("negative") << "-1" << "0";
+        QTest::newRow("no number") << "abc" << "0";
+        QTest::newRow("no such class") << "77" << "0";
+        QTest::newRow("itself") << "4" << "0";
+        QTest::newRow("a class with filters") << "2" << "0";
+        QTest::newRow("a plain main class") << "3" << "3";
+        QTest::newRow("fraction truncates") << "3.9" << "3";
+        QTest::newRow("huge") << "99999999999999" << "0";
+    }
+    void parentLinks()
+    {
+        QFETCH(QString, number);
+        QFETCH(QString, parent);
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C C F2 C C"));
+        QoSClass* c = cls(doc, 4);
+        c->SetQoSParent(number);
+        QCOMPARE(c->QoSParent(), parent);
+        verifyLinks(doc);
+    }
+
+    void noLinkBelowOwnDescendant()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C S1 S2"));
+        cls(doc, 1)->SetQoSParent(QStringLiteral("3"));
+        QCOMPARE(cls(doc, 1)->QoSParent(), QStringLiteral("0"));
+        QVERIFY(cls(doc, 1)->IsInDownTree(cls(doc, 3)));
+        QVERIFY(!cls(doc, 3)->IsInDownTree(cls(doc, 1)));
+        QVERIFY(!cls(doc, 1)->IsInDownTree(cls(doc, 1)));
+        QCOMPARE(cls(doc, 3)->TopClass(), cls(doc, 1));
+        verifyLinks(doc);
+    }
+
+    void relinkLeavesTheOldParent()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C C F1"));
+        flt(doc, 1)->SetQoSClass(QStringLiteral("2"));
+        QCOMPARE(flt(doc, 1)->QoSClass(), QStringLiteral("2"));
+        QVERIFY(!cls(doc, 1)->HasFilters());
+        QVERIFY(cls(doc, 2)->HasFilters());
+        QCOMPARE(flt(doc, 1)->LineTop()->Name(), QStringLiteral("LineTopQoSFilter1"));
+        verifyLinks(doc);
+    }
+
+    void filterUnderClassWithSubClassStaysUnlinked()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C S1 C F3"));
+        flt(doc, 1)->SetQoSClass(QStringLiteral("1"));
+        QCOMPARE(flt(doc, 1)->QoSClass(), QStringLiteral("3"));
+        verifyLinks(doc);
+    }
+
+    void defaultClass()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C C"));
+        PageScript::run(doc.Up1(), QStringLiteral("C"));
+        cls(doc, 3)->SetDefaultClass(true);
+        cls(doc, 1)->SetDefaultClass(true);
+        cls(doc, 2)->SetDefaultClass(true);
+        QVERIFY(!cls(doc, 1)->DefaultClass());
+        QVERIFY(cls(doc, 2)->DefaultClass());
+        QVERIFY(cls(doc, 3)->DefaultClass());
+        QCOMPARE(doc.Common1()->QoSInternetDefaultDown(), QStringLiteral("2"));
+        QCOMPARE(doc.Common1()->QoSInternetDefaultUp(), QStringLiteral("3"));
+        cls(doc, 2)->SetDefaultClass(false);
+        QCOMPARE(doc.Common1()->QoSInternetDefaultDown(), QStringLiteral("2"));
+    }
+
+    void deleteClass()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C S1 S1 S2"));
+        QoSClass* middle = cls(doc, 2);
+        QVERIFY(cls(doc, 4)->LineTop());
+        middle->EditCut();
+        QCOMPARE(doc.Object(QStringLiteral("QoSClass2")), nullptr);
+        QCOMPARE(doc.Object(QStringLiteral("LineTopQoSClass2")), nullptr);
+        QVERIFY(!cls(doc, 4)->LineTop());
+        QCOMPARE(cls(doc, 4)->QoSParent(), QStringLiteral("0"));
+        QCOMPARE(cls(doc, 1)->ChildNames(), QStringList{QStringLiteral("QoSClass3")});
+        QCOMPARE(doc.Down1()->ObjectAt(0, 1), nullptr);
+        cls(doc, 1)->EditPaste(); // nothing to paste: deliberately empty
+        QCOMPARE(doc.Objects().size(), 3);
+        verifyLinks(doc);
+    }
+
+    void connectorCut()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
+        QoSConnector* line = flt(doc, 1)->LineTop();
+        QCOMPARE(line->BottomQosObject(), flt(doc, 1));
+        line->EditCut();
+        QVERIFY(!flt(doc, 1)->LineTop());
+        QCOMPARE(flt(doc, 1)->QoSClass(), QStringLiteral("0"));
+        QVERIFY(!cls(doc, 1)->HasFilters());
+        QCOMPARE(doc.Objects().size(), 2);
+        verifyLinks(doc);
+    }
+
+    void connectorGeometry()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
+        QoSConnector* line = flt(doc, 1)->LineTop();
+        line->Move(100, 200, 100, 2000);
+        QCOMPARE(QList<int>({line->x1(), line->y1(), line->x2(), line->y2()}), QList<int>({90, 195, 90, 1995}));
+        QCOMPARE(line->Width(), 135);
+        QCOMPARE(line->Height(), 1920);
+        // The connector follows its boxes: from the parent's bottom middle to the child's top middle.
+        cls(doc, 1)->SetMatrixX(2);
+        const QoSClass* c = cls(doc, 1);
+        QCOMPARE(line->x1(), int(c->Left() + c->Width() / 2.0) / 15 * 15);
+        QCOMPARE(line->y1(), int(c->Top() + c->Height()) / 15 * 15);
+        QCOMPARE(line->y2(), int(flt(doc, 1)->Top()) / 15 * 15);
+    }
+
+    void drop_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("dragged");
+        QTest::addColumn<int>("cellX");
+        QTest::addColumn<int>("cellY");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QString>("layout");
+        QTest::addColumn<QString>("parents"); // QoSParent / QoSClass of every object
+
+        QTest::newRow("free cell moves the box")
+            << "C C" << "C2" << 4 << 2 << "" << "C1@0,0 C2@4,2" << "0 0";
+        QTest::newRow("onto itself nothing happens") << "C" << "C1" << 0 << 0 << "" << "C1@0,0" << "0";
+        QTest::newRow("filter on filter") << "C F1 F1" << "F1" << 0 << 5 << "Anhängen nicht möglich! TODO"
+                                          << "C1@0,0 F1@0,4 F2@0,5" << "0 1 1";
+        QTest::newRow("class on filter does nothing")
+            << "C C F1" << "C2" << 0 << 4 << "" << "C1@0,0 C2@1,0 F1@0,4" << "0 0 1";
+        QTest::newRow("filter on class with sub classes")
+            << "C S1 C F3" << "F1" << 0 << 0 << "Anhängen nicht möglich! Klasse hat Unterklassen."
+            << "C1@0,0 C2@0,1 C3@1,0 F1@1,4" << "0 1 0 3";
+        QTest::newRow("class on class with filters")
+            << "C F1 C" << "C2" << 0 << 0 << "Anhängen nicht möglich. Klasse hat untergeordnete Filter."
+            << "C1@0,0 F1@0,4 C2@1,0" << "0 1 0";
+        QTest::newRow("filter moves to another class")
+            << "C F1 C" << "F1" << 1 << 0 << "" << "C1@0,0 F1@0,4 C2@1,0" << "0 2 0";
+        QTest::newRow("class hangs under another class")
+            << "C C S2" << "C1" << 1 << 1 << "" << "C1@0,0 C2@1,0 C3@1,1" << "3 0 2";
+        QTest::newRow("main class on its grandchild swaps them")
+            << "C S1 S2" << "C1" << 0 << 2 << "" << "C1@0,0 C2@0,1 C3@0,2" << "3 1 0";
+        QTest::newRow("sub class on its own child swaps them")
+            << "C S1 S2" << "C2" << 0 << 2 << "" << "C1@0,0 C2@0,1 C3@0,2" << "0 3 0";
+    }
+    void drop()
+    {
+        QFETCH(QString, script);
+        QFETCH(QString, dragged);
+        QFETCH(int, cellX);
+        QFETCH(int, cellY);
+        QFETCH(QString, message);
+        QFETCH(QString, layout);
+        QFETCH(QString, parents);
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        PageScript::run(doc.Down1(), script);
+        QoSObject* box = nullptr;
+        for (QoSObject* o : doc.Objects())
+            if (PageScript::shortName(o) == dragged)
+                box = o;
+        QVERIFY(box);
+        const ObjectPageProperties& p = doc.Down1()->prop();
+        // The top-left corner decides: let go just inside the target cell's top-left corner,
+        // with most of the box over the next cell.
+        box->MoveObject(cellX * p.ColWidth + p.ColWidth - 100, cellY * p.RowHeight + 10);
+        QCOMPARE(prompt.messages(), message.isEmpty() ? QStringList() : QStringList{message});
+        QCOMPARE(PageScript::layout(doc.Down1()), layout);
+        QStringList actual;
+        for (QoSObject* o : doc.Objects())
+            actual << (o->IsClass() ? qobject_cast<QoSClass*>(o)->QoSParent()
+                                    : qobject_cast<QoSFilter*>(o)->QoSClass());
+        QCOMPARE(actual.join(u' '), parents);
+        verifyLinks(doc);
+        // The box ends centred in its cell.
+        doc.Down1()->PlaceObject(box);
+        const double left = box->Left();
+        box->MoveObject(left, box->Top());
+        QCOMPARE(box->Left(), left);
+    }
+
+    void filterFieldsAndHistory()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
+        QoSFilter* f = flt(doc, 1);
+        doc.history()->Clear();
+        f->SetQoSPort(QStringLiteral("80"));
+        QCOMPARE(f->QoSType(), QStringLiteral("client"));
+        f->SetQoSType(QStringLiteral("server"));
+        f->SetQoSPort(QString());
+        QCOMPARE(f->QoSType(), QString()); // emptied ports clear whatever type was chosen
+        f->SetQoSPort(QStringLiteral("21,80"));
+        f->SetQoSType(QString());
+        f->TypeFieldLeft();
+        QCOMPARE(f->QoSType(), QStringLiteral("client"));
+        f->SetQoSIP(QStringLiteral("10.0.0.0/8/9"));
+        QCOMPARE(f->QoSIP(), QStringLiteral("10.0.0.0/8"));
+        f->SetQoSIP(QStringLiteral("10.0.0.1/024"));
+        QCOMPARE(f->QoSIP(), QStringLiteral("10.0.0.1/24"));
+        f->SetQoSIP(QStringLiteral("10.0.0.1/0"));
+        QCOMPARE(f->QoSIP(), QStringLiteral("10.0.0.1"));
+
+        QStringList keys;
+        for (const HistoryItem& item : doc.history()->Items())
+            keys << item.PropertyName + u'=' + item.Value.toString();
+        QCOMPARE(keys, (QStringList{"QoSPort=80",        "QoSType=client", "QoSType=server", "QoSPort=",
+                                    "QoSType=",          "QoSPort=21,80",  "QoSType=client", "QoSType=",
+                                    "QoSType=client",    "QoSIP=10.0.0.0", "QoSIP=10.0.0.0/8", "QoSIP=10.0.0.1/8",
+                                    "QoSIP=10.0.0.1/24", "QoSIP=10.0.0.1"}));
+        QCOMPARE(doc.history()->count(), keys.size());
+        QCOMPARE(doc.history()->Items().first().ObjectName, QStringLiteral("QoSFilter1"));
+        doc.history()->Restore();
+        doc.history()->Remove();
+        QCOMPARE(doc.history()->count(), keys.size());
+        doc.history()->Clear();
+        QCOMPARE(doc.history()->count(), 0);
+        f->SetQoSOption(QStringLiteral("ACK"));
+        QCOMPARE(doc.history()->count(), 1);
+    }
+
+    void filterCountAndExpansion()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
+        QoSFilter* f = flt(doc, 1);
+        QCOMPARE(f->FilterCount(), QStringLiteral("1"));
+        QCOMPARE(f->QoSClass(), QStringLiteral("1"));
+        f->SetQoSPort(QStringLiteral("80,443,8080"));
+        QCOMPARE(f->FilterCount(), QStringLiteral("3"));
+        QCOMPARE(f->QoSPortExt(2), QStringLiteral("8080"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTree)
+#include "tst_tree.moc"
