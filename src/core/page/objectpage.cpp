@@ -45,11 +45,12 @@ void ObjectPage::SetGridDimensions(qint32& width, qint32& height)
     if (rowsChanged) {
         rebuildColumns();
     } else if (width > oldCols) {
-        for (int x = oldCols; x < width; ++x)
-            if (m_columnCounts.value(x) == 0)
-                m_emptyColumns.insert(x);
+        // Only occupied columns are kept, so a page of millions of columns costs nothing.
+        for (auto it = m_columnCounts.cbegin(); it != m_columnCounts.cend(); ++it)
+            if (it.key() >= oldCols && it.key() < width)
+                m_occupiedColumns.insert(it.key());
     } else if (width < oldCols) {
-        m_emptyColumns.erase(m_emptyColumns.lower_bound(width), m_emptyColumns.end());
+        m_occupiedColumns.erase(m_occupiedColumns.lower_bound(width), m_occupiedColumns.end());
     }
     m_posX = 0;
     m_posY = 0;
@@ -100,9 +101,9 @@ void ObjectPage::columnCountChange(int x, int delta)
     if (x < 0 || x >= m_prop.Cols || wasEmpty == isEmpty)
         return;
     if (isEmpty)
-        m_emptyColumns.insert(x);
+        m_occupiedColumns.erase(x);
     else
-        m_emptyColumns.erase(x);
+        m_occupiedColumns.insert(x);
 }
 
 void ObjectPage::rebuildColumns()
@@ -111,10 +112,10 @@ void ObjectPage::rebuildColumns()
     for (QoSObject* o : std::as_const(m_contained))
         if (o->MatrixY() >= 0 && o->MatrixY() < m_prop.Rows)
             ++m_columnCounts[o->MatrixX()];
-    m_emptyColumns.clear();
-    for (int x = 0; x < m_prop.Cols; ++x)
-        if (!m_columnCounts.contains(x))
-            m_emptyColumns.insert(m_emptyColumns.end(), x);
+    m_occupiedColumns.clear();
+    for (auto it = m_columnCounts.cbegin(); it != m_columnCounts.cend(); ++it)
+        if (it.key() >= 0 && it.key() < m_prop.Cols)
+            m_occupiedColumns.insert(it.key());
 }
 
 void ObjectPage::indexInsert(QoSObject* object)
@@ -417,8 +418,12 @@ bool ObjectPage::PageSizeCommand()
 
 int ObjectPage::FindFreeColumn(bool grow)
 {
-    if (!m_emptyColumns.empty())
-        return *m_emptyColumns.begin();
+    // The leftmost column that is not occupied: the first gap in the sorted occupied columns.
+    int x = 0;
+    for (auto it = m_occupiedColumns.begin(); it != m_occupiedColumns.end() && *it == x; ++it)
+        ++x;
+    if (x < m_prop.Cols)
+        return x;
     if (!grow)
         return 0;
     ResizeGrid(m_prop.Cols + 1, m_prop.Rows);

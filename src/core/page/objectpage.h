@@ -121,7 +121,7 @@ private:
     int m_classCount = 0;
     QHash<quint64, QList<QoSObject*>> m_cells;   // per cell, in insertion order
     QHash<int, int> m_columnCounts;                 // boxes per column within rows 0..Rows-1
-    std::set<int> m_emptyColumns;                   // empty columns among 0..Cols-1
+    std::set<int> m_occupiedColumns;                // occupied columns among 0..Cols-1
     QPointer<QoSClass> m_selectedClass;
     QPointer<QoSFilter> m_selectedFilter;
     QPointer<QoSConnector> m_selectedConnector;
