@@ -4,8 +4,11 @@
 #include "qoserror.h"
 #include "windows1252.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 namespace {
 
@@ -28,24 +31,31 @@ QStringView leadingWord(QStringView line)
     return line.sliced(start, end - start);
 }
 
-QStringList splitLines(const QString& text)
+std::vector<QStringView> splitLines(QStringView text)
 {
-    QStringList lines;
+    std::vector<QStringView> lines;
     qsizetype start = 0;
     const qsizetype n = text.size();
     for (qsizetype i = 0; i < n; ++i) {
         const QChar c = text[i];
         if (c != u'\r' && c != u'\n')
             continue;
-        lines << text.mid(start, i - start);
+        lines.push_back(text.sliced(start, i - start));
         if (c == u'\r' && i + 1 < n && text[i + 1] == u'\n')
             ++i;
         start = i + 1;
     }
     // A final line end does not start another line.
     if (start < n)
-        lines << text.mid(start);
+        lines.push_back(text.sliced(start));
     return lines;
+}
+
+int compareWords(QStringView a, QStringView b)
+{
+    const std::u16string_view x(a.utf16(), std::size_t(a.size()));
+    const std::u16string_view y(b.utf16(), std::size_t(b.size()));
+    return x.compare(y);
 }
 
 QString trimBlanks(QStringView s)
@@ -61,16 +71,17 @@ QString trimBlanks(QStringView s)
 
 } // namespace
 
-QoSFileTable::QoSFileTable(const QByteArray& bytes) : m_lines(splitLines(Windows1252::Decode(bytes)))
+QoSFileTable::QoSFileTable(const QByteArray& bytes)
+    : m_text(Windows1252::Decode(bytes)), m_lines(splitLines(m_text))
 {
     m_index.reserve(m_lines.size());
-    for (qsizetype i = 0; i < m_lines.size(); ++i) {
+    for (std::size_t i = 0; i < m_lines.size(); ++i) {
         const QStringView word = leadingWord(m_lines[i]);
         if (!word.isEmpty())
-            m_index.push_back({word, i});
+            m_index.push_back({word, qsizetype(i)});
     }
     std::sort(m_index.begin(), m_index.end(), [](const Key& a, const Key& b) {
-        const int c = a.word.compare(b.word);
+        const int c = compareWords(a.word, b.word);
         return c != 0 ? c < 0 : a.line < b.line;
     });
 }
@@ -85,16 +96,16 @@ QString QoSFileTable::CleanLine(QStringView line)
 std::optional<qsizetype> QoSFileTable::FindLine(QStringView name) const
 {
     if (name.isEmpty())
-        return m_lines.isEmpty() ? std::nullopt : std::optional<qsizetype>(0);
+        return m_lines.empty() ? std::nullopt : std::optional<qsizetype>(0);
     if (std::any_of(name.begin(), name.end(), isWordBreak)) {
         // Not a plain name: fall back to the test on every line.
-        for (qsizetype i = 0; i < m_lines.size(); ++i)
+        for (std::size_t i = 0; i < m_lines.size(); ++i)
             if (CleanLine(m_lines[i]).startsWith(name))
-                return i;
+                return qsizetype(i);
         return std::nullopt;
     }
     auto it = std::lower_bound(m_index.begin(), m_index.end(), name,
-                               [](const Key& k, QStringView n) { return k.word.compare(n) < 0; });
+                               [](const Key& k, QStringView n) { return compareWords(k.word, n) < 0; });
     std::optional<qsizetype> first;
     for (; it != m_index.end() && it->word.startsWith(name); ++it)
         if (!first || it->line < *first)
@@ -109,21 +120,25 @@ QString QoSFileTable::GetQoSValue(QStringView name, const QString& defaultValue,
     const std::optional<qsizetype> line = FindLine(name);
     if (!line)
         return defaultValue;
-    const QString cleaned = CleanLine(m_lines[*line]);
-    const qsizetype equals = cleaned.indexOf(u'=');
-    const qsizetype open = equals < 0 ? -1 : cleaned.indexOf(u'\'', equals + 1);
-    const qsizetype close = open < 0 ? -1 : cleaned.indexOf(u'\'', open + 1);
+    // Blanks and tabs are never "=" or quotes, so the raw line gives the same positions as the
+    // cleaned one; only the tabs inside the value must become blanks.
+    const QStringView raw = Line(*line);
+    const qsizetype equals = raw.indexOf(u'=');
+    const qsizetype open = equals < 0 ? -1 : raw.indexOf(u'\'', equals + 1);
+    const qsizetype close = open < 0 ? -1 : raw.indexOf(u'\'', open + 1);
     if (close < 0)
-        throw QoSError(
-            QoSError::Kind::File,
-            QStringLiteral("Zeile %1 hat keinen Wert in Anführungszeichen: %2").arg(*line + 1).arg(cleaned));
-    const QString value = cleaned.mid(open + 1, close - open - 1);
+        throw QoSError(QoSError::Kind::File,
+                       QStringLiteral("Zeile %1 hat keinen Wert in Anführungszeichen: %2")
+                           .arg(*line + 1)
+                           .arg(CleanLine(raw)));
+    QString value = raw.sliced(open + 1, close - open - 1).toString();
+    value.replace(u'\t', u' ');
     return multiLine ? followingLines(*line, value) : value;
 }
 
 QString QoSFileTable::versionValue(const QString& defaultValue) const
 {
-    if (m_lines.size() < 2)
+    if (LineCount() < 2)
         return defaultValue;
     const QString line = trimBlanks(m_lines[1]);
     if (line.right(6).contains(u"v0.3", Qt::CaseInsensitive))
@@ -134,7 +149,7 @@ QString QoSFileTable::versionValue(const QString& defaultValue) const
 QString QoSFileTable::followingLines(qsizetype line, const QString& countText) const
 {
     const double count = Numbers::LeadingValue(countText);
-    const qsizetype available = m_lines.size() - line - 1;
+    const qsizetype available = LineCount() - line - 1;
     if (!(count > 0) || available <= 0)
         return QString();
     const double rounded = std::nearbyint(count);
@@ -143,6 +158,6 @@ QString QoSFileTable::followingLines(qsizetype line, const QString& countText) c
     pieces.reserve(n);
     // Taken raw: neither tab-cleaned nor trimmed, only the "#" in front dropped.
     for (qsizetype i = 1; i <= n; ++i)
-        pieces << m_lines[line + i].mid(1);
+        pieces << Line(line + i).mid(1).toString();
     return pieces.join(QStringLiteral("\r\n"));
 }

@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 #include <QString>
-#include <QStringList>
 #include <QStringView>
 #include <optional>
 #include <vector>
@@ -17,8 +16,12 @@ class QoSFileTable
 public:
     // Windows-1252 bytes; lines end at CR LF, LF or CR.
     explicit QoSFileTable(const QByteArray& bytes);
+    // The lines and the index point into the table's own text.
+    QoSFileTable(const QoSFileTable&) = delete;
+    QoSFileTable& operator=(const QoSFileTable&) = delete;
 
-    const QStringList& Lines() const { return m_lines; }
+    qsizetype LineCount() const { return qsizetype(m_lines.size()); }
+    QStringView Line(qsizetype i) const { return m_lines[std::size_t(i)]; }
 
     // The index of the first line that belongs to a variable.
     std::optional<qsizetype> FindLine(QStringView name) const;
@@ -41,6 +44,7 @@ private:
         QStringView word;
         qsizetype line;
     };
-    QStringList m_lines;
+    QString m_text; // the decoded file; the lines are views into it
+    std::vector<QStringView> m_lines;
     std::vector<Key> m_index; // sorted by word, then line
 };

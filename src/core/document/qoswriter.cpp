@@ -13,6 +13,8 @@
 #include <QDate>
 #include <QDateTime>
 
+#include <string>
+
 namespace {
 
 constexpr QStringView crlf = u"\r\n";
@@ -38,27 +40,34 @@ QDate creationDate()
     return QDate::currentDate();
 }
 
+// Lines of a block. Appends inline into a plain buffer: the filter block of a large document
+// takes a few hundred thousand of them.
 struct Lines
 {
-    QString text;
+    std::u16string buffer;
+
+    void append(QStringView s) { buffer.append(s.utf16(), std::size_t(s.size())); }
     void add(QStringView line)
     {
-        text += line;
-        text += crlf;
+        append(line);
+        buffer.append(u"\r\n");
     }
     // NAME='value', NAME made of an optional "#", a stem such as QOS_CLASS_3 and a suffix.
-    void setting(bool commented, const QString& stem, QStringView suffix, const QString& value)
+    void setting(bool commented, QStringView stem, QStringView suffix, QStringView value)
     {
         if (commented)
-            text += u'#';
-        text += stem;
-        text += suffix;
-        text += u"='";
-        text += value;
-        text += u'\'';
-        text += crlf;
+            buffer.push_back(u'#');
+        append(stem);
+        append(suffix);
+        buffer.append(u"='");
+        append(value);
+        buffer.append(u"'\r\n");
     }
-    void blank() { text += crlf; }
+    void blank() { buffer.append(u"\r\n"); }
+    QString text() const
+    {
+        return QString(reinterpret_cast<const QChar*>(buffer.data()), qsizetype(buffer.size()));
+    }
 };
 
 QString header(const QString& version, int cols, int rows)
@@ -97,7 +106,7 @@ QString header(const QString& version, int cols, int rows)
     h.add(u"#QOS_FILEVERSION='Tarnwick 1.1'");
     h.add(QStringLiteral("#QOS_PAGESIZE='%1,%2'").arg(cols).arg(rows));
     h.blank();
-    return h.text;
+    return h.text();
 }
 
 QString commonBlock(const QoSCommon& common)
@@ -147,13 +156,19 @@ QString descriptionBlock(const QString& description)
     for (const QString& piece : pieces)
         d.add(u'#' + piece);
     d.blank();
-    return d.text;
+    return d.text();
 }
 
 class Walk
 {
 public:
-    explicit Walk(QoSCommon& common) : m_common(common) {}
+    Walk(QoSCommon& common, qsizetype objects) : m_common(common)
+    {
+        // About 250 characters per class or filter entry; growing a text of megabytes step by
+        // step would copy it over and over.
+        m_classText.buffer.reserve(std::size_t(objects) * 260);
+        m_filterText.buffer.reserve(std::size_t(objects) * 260);
+    }
 
     void writeClass(QoSClass& c)
     {
@@ -179,7 +194,9 @@ public:
 
     void writeFilter(QoSFilter& f)
     {
-        const double count = Numbers::LeadingValue(f.FilterCount());
+        // FilterCount is the decimal text of the port field's count; the number itself saves
+        // parsing it back for every filter.
+        const double count = f.PortInput()->count();
         if (count == 1) {
             ++m_filters;
             f.SetFilterIdx(Numbers::RoundToInt16(m_filters));
@@ -225,15 +242,15 @@ public:
         }
     }
 
-    QString classBlock() const
+    // The blocks joined into one buffer, the counts in front of their blocks.
+    void appendBlocks(Lines& out) const
     {
-        return QStringLiteral("QOS_CLASS_N='%1'").arg(m_classes) + QStringLiteral("\r\n\r\n") +
-               m_classText.text;
-    }
-    QString filterBlock() const
-    {
-        return QStringLiteral("QOS_FILTER_N='%1'").arg(m_filters) + QStringLiteral("\r\n\r\n") +
-               m_filterText.text;
+        out.add(QStringLiteral("QOS_CLASS_N='%1'").arg(m_classes));
+        out.blank();
+        out.buffer += m_classText.buffer;
+        out.add(QStringLiteral("QOS_FILTER_N='%1'").arg(m_filters));
+        out.blank();
+        out.buffer += m_filterText.buffer;
     }
 
 private:
@@ -249,9 +266,8 @@ private:
     Lines m_filterText;
 };
 
-} // namespace
-
-QString ExportQoSText(Document& doc)
+// The whole file in one buffer, so that a large document is not copied block by block.
+std::u16string exportBuffer(Document& doc)
 {
     QoSCommon& common = *doc.Common1();
     ObjectPage& down = *doc.Down1();
@@ -263,7 +279,7 @@ QString ExportQoSText(Document& doc)
     const int rows = down.prop().Rows;
     const QString head = header(common.QoSVersion(), cols, rows);
 
-    Walk walk(common);
+    Walk walk(common, doc.Down1()->ObjectCount() + doc.Up1()->ObjectCount());
     for (ObjectPage* page : {doc.Down1(), doc.Up1()}) {
         for (QoSObject* o : page->ObjectsInCellOrder(cols, rows)) {
             if (auto* c = qobject_cast<QoSClass*>(o))
@@ -273,11 +289,25 @@ QString ExportQoSText(Document& doc)
         }
     }
 
-    return head + commonBlock(common) + walk.classBlock() + walk.filterBlock() +
-           descriptionBlock(common.QoSDescription());
+    // The common block comes after the walk: it carries the default classes found there.
+    Lines out;
+    out.append(head);
+    out.append(commonBlock(common));
+    walk.appendBlocks(out);
+    out.append(descriptionBlock(common.QoSDescription()));
+    return std::move(out.buffer);
+}
+
+} // namespace
+
+QString ExportQoSText(Document& doc)
+{
+    const std::u16string text = exportBuffer(doc);
+    return QString(reinterpret_cast<const QChar*>(text.data()), qsizetype(text.size()));
 }
 
 QByteArray ExportQoSBytes(Document& doc)
 {
-    return Windows1252::Encode(ExportQoSText(doc));
+    const std::u16string text = exportBuffer(doc);
+    return Windows1252::Encode(QStringView(text.data(), qsizetype(text.size())));
 }

@@ -36,14 +36,15 @@ QString Windows1252::Decode(const QByteArray& bytes)
 
 QByteArray Windows1252::Encode(QStringView text)
 {
-    QByteArray out;
-    out.reserve(text.size());
+    QByteArray out(text.size(), Qt::Uninitialized);
+    char* dst = out.data();
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t c = text[i].unicode();
         // A pair of surrogates is one character and becomes one "?".
         if (QChar::isHighSurrogate(c) && i + 1 < text.size() && QChar::isLowSurrogate(text[i + 1].unicode()))
             ++i;
-        out.append(encodeChar(c));
+        *dst++ = encodeChar(c);
     }
+    out.truncate(dst - out.data());
     return out;
 }
