@@ -8,7 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string_view>
+#include <cstring>
 
 namespace {
 
@@ -51,11 +51,25 @@ std::vector<QStringView> splitLines(QStringView text)
     return lines;
 }
 
+// Any order in which the words that begin with a name stand together will do; comparing the
+// code units as bytes is such an order and much faster than a character-wise comparison.
 int compareWords(QStringView a, QStringView b)
 {
-    const std::u16string_view x(a.utf16(), std::size_t(a.size()));
-    const std::u16string_view y(b.utf16(), std::size_t(b.size()));
-    return x.compare(y);
+    const qsizetype n = qMin(a.size(), b.size());
+    if (const int c = std::memcmp(a.utf16(), b.utf16(), std::size_t(n) * sizeof(char16_t)))
+        return c;
+    return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
+}
+
+// FNV-1a over the code units.
+quint64 wordHash(QStringView word)
+{
+    quint64 h = 14695981039346656037ULL;
+    for (const QChar c : word) {
+        h ^= c.unicode();
+        h *= 1099511628211ULL;
+    }
+    return h;
 }
 
 QString trimBlanks(QStringView s)
@@ -84,6 +98,35 @@ QoSFileTable::QoSFileTable(const QByteArray& bytes)
         const int c = compareWords(a.word, b.word);
         return c != 0 ? c < 0 : a.line < b.line;
     });
+    std::size_t capacity = 16;
+    while (capacity < m_index.size() * 2)
+        capacity *= 2;
+    m_exact.resize(capacity);
+    for (std::size_t i = 0; i < m_index.size();) {
+        std::size_t end = i + 1;
+        while (end < m_index.size() && compareWords(m_index[end].word, m_index[i].word) == 0)
+            ++end;
+        if (end == m_index.size() || !m_index[end].word.startsWith(m_index[i].word)) {
+            const quint64 h = wordHash(m_index[i].word);
+            std::size_t slot = h & (capacity - 1);
+            while (m_exact[slot].key >= 0)
+                slot = (slot + 1) & (capacity - 1);
+            m_exact[slot] = {h, qsizetype(i)};
+        }
+        i = end;
+    }
+}
+
+std::optional<qsizetype> QoSFileTable::exactLine(QStringView word) const
+{
+    const quint64 h = wordHash(word);
+    const std::size_t mask = m_exact.size() - 1;
+    for (std::size_t slot = h & mask; m_exact[slot].key >= 0; slot = (slot + 1) & mask) {
+        const Slot& s = m_exact[slot];
+        if (s.hash == h && compareWords(m_index[std::size_t(s.key)].word, word) == 0)
+            return m_index[std::size_t(s.key)].line;
+    }
+    return std::nullopt;
 }
 
 QString QoSFileTable::CleanLine(QStringView line)
@@ -104,6 +147,8 @@ std::optional<qsizetype> QoSFileTable::FindLine(QStringView name) const
                 return qsizetype(i);
         return std::nullopt;
     }
+    if (const auto line = exactLine(name))
+        return line;
     auto it = std::lower_bound(m_index.begin(), m_index.end(), name,
                                [](const Key& k, QStringView n) { return compareWords(k.word, n) < 0; });
     std::optional<qsizetype> first;

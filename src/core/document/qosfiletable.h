@@ -47,4 +47,13 @@ private:
     QString m_text; // the decoded file; the lines are views into it
     std::vector<QStringView> m_lines;
     std::vector<Key> m_index; // sorted by word, then line
+    // A word's first line, when no longer word begins with it; the common look-up then needs
+    // no search. Open addressing with a cheap hash: a file has tens of thousands of words.
+    struct Slot
+    {
+        quint64 hash = 0;
+        qsizetype key = -1; // position in m_index, -1 for a free slot
+    };
+    std::vector<Slot> m_exact;
+    std::optional<qsizetype> exactLine(QStringView word) const;
 };

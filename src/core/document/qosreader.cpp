@@ -11,8 +11,11 @@
 
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace {
 
@@ -24,31 +27,33 @@ QoSError fileError(const QString& text)
     return QoSError(QoSError::Kind::File, text);
 }
 
-// NAME of a variable: an optional "#", a stem such as QOS_CLASS_3 and a suffix.
-QString key(const QString& stem, QStringView suffix, bool commented = false)
-{
-    QString name;
-    if (commented)
-        name += u'#';
-    name += stem;
-    name += suffix;
-    return name;
-}
-
 struct Cell
 {
     std::optional<qint16> x;
     std::optional<qint16> y;
 };
 
-Cell readCell(const QoSFileTable& file, const QString& name)
+// A cell coordinate as an integer in the 16-bit range. Plain digits, as the editor writes them,
+// are read directly; everything else goes through the full number rules.
+qint16 cellPart(QStringView text)
+{
+    if (!text.isEmpty() && text.size() <= 4 &&
+        std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; })) {
+        int v = 0;
+        for (const QChar c : text)
+            v = v * 10 + (c.unicode() - u'0');
+        return qint16(v);
+    }
+    return Numbers::AsInt16(text);
+}
+
+Cell readCell(const QoSFileTable& file, QStringView name)
 {
     const QString text = file.GetQoSValue(name, QStringLiteral("0,0"));
     const qsizetype comma = text.indexOf(u',');
     if (comma < 0)
         throw fileError(QStringLiteral("Ungültige Zellposition: ") + text);
-    return {Numbers::AsInt16(QStringView(text).first(comma)),
-            Numbers::AsInt16(QStringView(text).sliced(comma + 1))};
+    return {cellPart(QStringView(text).first(comma)), cellPart(QStringView(text).sliced(comma + 1))};
 }
 
 qint32 readCount(const QoSFileTable& file, const QString& name)
@@ -78,7 +83,8 @@ public:
         for (qint32 n = 1; n <= classes; ++n)
             readClass(n, layout);
         for (qint32 m = 1; m <= filters; ++m) {
-            message(QStringLiteral("Import...Filter ") + QString::number(m));
+            if (m_status)
+                m_status->SetMessage(QStringLiteral("Import...Filter ") + QString::number(m));
             if (m_status)
                 m_status->SetProgress(classes + m, classes + filters);
             readFilter(m, layout);
@@ -86,6 +92,18 @@ public:
     }
 
 private:
+    // NAME of a variable: an optional "#", a stem such as QOS_CLASS_3 and a suffix. Built in one
+    // reused buffer: an import looks up tens of thousands of names.
+    QStringView key(const QString& stem, QStringView suffix, bool commented = false)
+    {
+        m_key.clear();
+        if (commented)
+            m_key.push_back(u'#');
+        m_key.append(reinterpret_cast<const char16_t*>(stem.utf16()), std::size_t(stem.size()));
+        m_key.append(suffix.utf16(), std::size_t(suffix.size()));
+        return QStringView(m_key.data(), qsizetype(m_key.size()));
+    }
+
     QString value(QStringView name, const QString& defaultValue, bool multiLine = false) const
     {
         return m_file.GetQoSValue(name, defaultValue, multiLine);
@@ -123,7 +141,8 @@ private:
 
     void readClass(qint32 n, bool layout)
     {
-        message(QStringLiteral("Import...Class ") + QString::number(n));
+        if (m_status)
+            m_status->SetMessage(QStringLiteral("Import...Class ") + QString::number(n));
         const QString prefix = QStringLiteral("QOS_CLASS_") + QString::number(n);
         QString caption = value(key(prefix, u"_CAPTION", true), QString());
         if (caption.isEmpty())
@@ -186,6 +205,7 @@ private:
     Document& m_doc;
     const QoSFileTable& m_file;
     StatusWindow* m_status;
+    std::u16string m_key;
 };
 
 void importGuarded(Document& doc, const std::function<QByteArray()>& read)
