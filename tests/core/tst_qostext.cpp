@@ -254,6 +254,12 @@ private slots:
         QTest::newRow("commented twin not seen")
             << QByteArray("#QOS_INTERNET_DEV='x'\nQOS_INTERNET_DEV='y'\n") << "y";
         QTest::newRow("prefix of a longer name") << QByteArray("QOS_INTERNET_DEVICE='z'\n") << "z";
+        QTest::newRow("longer name first wins")
+            << QByteArray("QOS_INTERNET_DEVICE='z'\nQOS_INTERNET_DEV='y'\n") << "z";
+        QTest::newRow("exact name first wins")
+            << QByteArray("QOS_INTERNET_DEV='y'\nQOS_INTERNET_DEVICE='z'\n") << "y";
+        QTest::newRow("first line without quotes is not skipped")
+            << QByteArray("QOS_INTERNET_DEV=eth1\nQOS_INTERNET_DEV='eth2'\n") << "ppp0";
         QTest::newRow("CR line ends") << QByteArray("OPT_QOS='yes'\rQOS_INTERNET_DEV='cr'\r") << "cr";
         QTest::newRow("empty value") << QByteArray("QOS_INTERNET_DEV=''\n") << "";
         QTest::newRow("undefined byte kept")
@@ -343,6 +349,8 @@ private slots:
         QTest::newRow("bad cell") << "#QOS_FILEVERSION='Tarnwick 1.1'\n" + two +
                                          "#QOS_CLASS_2_CELLPOS='1;1'\n"
                                   << 1 << 0;
+        QTest::newRow("cell with blanks and sign")
+            << "#QOS_FILEVERSION='Tarnwick 1.1'\n" + two + "#QOS_CLASS_2_CELLPOS=' +1 , 2.5 '\n" << 2 << 0;
         QTest::newRow("cell beyond 16 bits")
             << "#QOS_FILEVERSION='Tarnwick 1.1'\n" + two + "#QOS_CLASS_2_CELLPOS='40000,0'\n"
             << 1 << 0;
