@@ -47,8 +47,9 @@ void help()
 
 int exportCommand(CliSession& session)
 {
-    for (const QString& message : session.Messages())
-        line(stderr, message);
+    // One line per message box, even for a text that breaks lines itself.
+    for (QString message : session.Messages())
+        line(stderr, message.replace(u'\n', u' '));
     QByteArray bytes;
     try {
         bytes = ExportQoSBytes(session.document());

@@ -350,7 +350,8 @@ private slots:
                                          "#QOS_CLASS_2_CELLPOS='1;1'\n"
                                   << 1 << 0;
         QTest::newRow("cell with blanks and sign")
-            << "#QOS_FILEVERSION='Tarnwick 1.1'\n" + two + "#QOS_CLASS_2_CELLPOS=' +1 , 2.5 '\n" << 2 << 0;
+            << "#QOS_FILEVERSION='Tarnwick 1.1'\n" + two + "#QOS_CLASS_2_CELLPOS=' +1 , 2.5 '\n"
+            << 2 << 0;
         QTest::newRow("cell beyond 16 bits")
             << "#QOS_FILEVERSION='Tarnwick 1.1'\n" + two + "#QOS_CLASS_2_CELLPOS='40000,0'\n"
             << 1 << 0;
