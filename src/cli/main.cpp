@@ -1,7 +1,106 @@
+#include "checkreport.h"
+#include "clisession.h"
+#include "jsonreport.h"
+
+#include "document/qoserror.h"
+#include "document/qoswriter.h"
+
 #include <QCoreApplication>
+#include <QStringList>
+
+#include <cstdio>
+
+namespace {
+
+enum ExitCode { Ok = 0, Failed = 1, Usage = 2 };
+
+void write(FILE* stream, const QByteArray& bytes)
+{
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream);
+}
+
+void line(FILE* stream, const QString& text)
+{
+    write(stream, text.toUtf8() + '\n');
+}
+
+int usageError(const QString& text)
+{
+    line(stderr, text + QStringLiteral(" (tarnwick-cli --help zeigt die Befehle)"));
+    return Usage;
+}
+
+void help()
+{
+    line(stdout, QStringLiteral(
+                     "Aufruf: tarnwick-cli BEFEHL DATEI\n"
+                     "\n"
+                     "Befehle:\n"
+                     "  export DATEI   liest eine qos.txt und gibt sie so aus, wie der Editor sie speichert\n"
+                     "  json DATEI     gibt das gelesene Dokument als JSON aus\n"
+                     "  check DATEI    prüft Bandbreiten, Adressen und Ports des gelesenen Dokuments\n"
+                     "  --help         zeigt diese Hilfe\n"
+                     "\n"
+                     "Rückgabewerte: 0 in Ordnung, 1 Fehler im Dokument, 2 falscher Aufruf oder Datei "
+                     "nicht lesbar."));
+}
+
+int exportCommand(CliSession& session)
+{
+    // One line per message box, even for a text that breaks lines itself.
+    for (QString message : session.Messages())
+        line(stderr, message.replace(u'\n', u' '));
+    QByteArray bytes;
+    try {
+        bytes = ExportQoSBytes(session.document());
+    } catch (const QoSError&) {
+        line(stderr, QStringLiteral("Bei der Erstellung sind Fehler aufgetreten!"));
+        return Failed;
+    }
+    write(stdout, bytes);
+    return Ok;
+}
+
+int checkCommand(CliSession& session)
+{
+    const CheckReport report = CheckDocument(session);
+    for (const QString& text : report.problems)
+        line(stdout, text);
+    for (const QString& text : report.summaries)
+        line(stdout, text);
+    return report.problems.isEmpty() ? Ok : Failed;
+}
+
+} // namespace
 
 int main(int argc, char* argv[])
 {
     QCoreApplication app(argc, argv);
-    return 0;
+    const QStringList args = app.arguments().mid(1);
+    if (args.isEmpty())
+        return usageError(QStringLiteral("Fehler: kein Befehl angegeben."));
+    const QString& command = args[0];
+    if (command == u"--help" || command == u"-h") {
+        help();
+        return Ok;
+    }
+    if (command != u"export" && command != u"json" && command != u"check")
+        return usageError(QStringLiteral("Fehler: unbekannter Befehl \"%1\".").arg(command));
+    if (args.size() < 2)
+        return usageError(QStringLiteral("Fehler: beim Befehl \"%1\" fehlt die Datei.").arg(command));
+    if (args.size() > 2)
+        return usageError(QStringLiteral("Fehler: zu viele Argumente für \"%1\".").arg(command));
+
+    CliSession session;
+    if (!session.Open(args[1])) {
+        line(stderr, QStringLiteral("Fehler: ") + session.error());
+        return Usage;
+    }
+    if (command == u"export")
+        return exportCommand(session);
+    if (command == u"json") {
+        write(stdout, JsonReport(session));
+        return Ok;
+    }
+    return checkCommand(session);
 }

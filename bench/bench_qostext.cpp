@@ -1,0 +1,105 @@
+#include "document/document.h"
+#include "document/qosreader.h"
+#include "document/qoswriter.h"
+#include "document/scriptedprompt.h"
+#include "document/windows1252.h"
+#include "model/qosclass.h"
+#include "page/objectpage.h"
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+namespace {
+
+// n classes, each with four filters, half of them on each page, placed by the pages'
+// own arrangement as if the user had added them one by one.
+struct GeneratedDocument
+{
+    ScriptedPrompt prompt;
+    Document doc{&prompt};
+
+    explicit GeneratedDocument(int classes)
+    {
+        for (int i = 0; i < classes; ++i) {
+            ObjectPage* page = i % 2 == 0 ? doc.Down1() : doc.Up1();
+            int classIdx = 0;
+            QoSClass* c = page->AddClass(QStringLiteral("0"), QStringLiteral("100kbit"),
+                                         QStringLiteral("500kbit"), page->Direction(), QStringLiteral("2"),
+                                         classIdx, false, QStringLiteral("Klasse %1").arg(i));
+            const QString number = QString::number(c->ClassIdx());
+            const QString ports[] = {QStringLiteral("80"), QStringLiteral("443"), QStringLiteral("5060-5062"),
+                                     QString()};
+            for (int k = 0; k < 4; ++k) {
+                int filterIdx = 0;
+                page->AddFilter(number, QStringLiteral("192.168.%1.%2").arg(i % 250).arg(k + 1), ports[k],
+                                ports[k].isEmpty() ? QString() : QStringLiteral("client"), QString(),
+                                filterIdx, QStringLiteral("Filter %1").arg(k));
+            }
+        }
+        // The walk covers the down page's grid on both pages.
+        qint32 cols = qMax(doc.Down1()->prop().Cols, doc.Up1()->prop().Cols);
+        qint32 rows = qMax(doc.Down1()->prop().Rows, doc.Up1()->prop().Rows);
+        doc.Down1()->SetGridDimensions(cols, rows);
+    }
+};
+
+void BM_Export(benchmark::State& state)
+{
+    GeneratedDocument g(int(state.range(0)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(ExportQoSBytes(g.doc));
+}
+
+QByteArray exportedBytes(int classes)
+{
+    GeneratedDocument g(classes);
+    return ExportQoSBytes(g.doc);
+}
+
+void BM_Import(benchmark::State& state)
+{
+    const QByteArray bytes = exportedBytes(int(state.range(0)));
+    for (auto _ : state) {
+        ScriptedPrompt prompt;
+        auto doc = std::make_unique<Document>(&prompt);
+        ImportQoSBytes(*doc, bytes);
+        benchmark::DoNotOptimize(doc.get());
+        state.PauseTiming();
+        doc.reset();
+        state.ResumeTiming();
+    }
+    state.SetBytesProcessed(state.iterations() * bytes.size());
+}
+
+// The model's own share of an import: the same classes and filters made directly.
+void BM_BuildModel(benchmark::State& state)
+{
+    for (auto _ : state) {
+        auto g = std::make_unique<GeneratedDocument>(int(state.range(0)));
+        benchmark::DoNotOptimize(g.get());
+        state.PauseTiming();
+        g.reset();
+        state.ResumeTiming();
+    }
+}
+
+// The floor for any reader: decode the bytes and cut them into lines, nothing else.
+void BM_SplitLines(benchmark::State& state)
+{
+    const QByteArray bytes = exportedBytes(int(state.range(0)));
+    for (auto _ : state) {
+        const QStringList lines = Windows1252::Decode(bytes).split(QStringLiteral("\r\n"));
+        benchmark::DoNotOptimize(lines.size());
+    }
+    state.SetBytesProcessed(state.iterations() * bytes.size());
+}
+
+} // namespace
+
+BENCHMARK(BM_Export)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Import)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BuildModel)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SplitLines)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+BENCHMARK_MAIN();

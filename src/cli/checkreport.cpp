@@ -1,0 +1,143 @@
+#include "checkreport.h"
+
+#include "clisession.h"
+#include "document/numbers.h"
+#include "document/qoscommon.h"
+#include "document/qoserror.h"
+#include "inputs/bandwidthfield.h"
+#include "inputs/ipfield.h"
+#include "inputs/portfield.h"
+#include "model/qosclass.h"
+#include "model/qosfilter.h"
+#include "page/objectpage.h"
+
+#include <functional>
+#include <optional>
+
+namespace {
+
+std::optional<qint64> trapped(const std::function<qint64()>& f)
+{
+    try {
+        return f();
+    } catch (const QoSError&) {
+        return std::nullopt;
+    }
+}
+
+QString kbitText(std::optional<qint64> v)
+{
+    return v ? QString::number(*v) + QStringLiteral(" kbit") : QStringLiteral("Überlauf");
+}
+
+QString pageLabel(const ObjectPage& page)
+{
+    return page.Direction() == u"up" ? QStringLiteral("Up") : QStringLiteral("Down");
+}
+
+QString where(const ObjectPage& page, const QoSObject& o, const QString& kind)
+{
+    return QStringLiteral("%1: %2 \"%3\" in Zelle %4,%5")
+        .arg(pageLabel(page), kind, o.Caption())
+        .arg(o.MatrixX())
+        .arg(o.MatrixY());
+}
+
+QString balance(std::optional<qint64> guaranteed, std::optional<qint64> available, const QString& of)
+{
+    QString line =
+        QStringLiteral("%1 garantiert von %2 %3").arg(kbitText(guaranteed), kbitText(available), of);
+    if (guaranteed && available) {
+        const qint64 spare = *available - *guaranteed;
+        line += spare >= 0 ? QStringLiteral(", %1 kbit frei").arg(spare)
+                           : QStringLiteral(", %1 kbit überbucht").arg(-spare);
+    }
+    return line;
+}
+
+// The sum of the minimums of some classes in kbit; nothing when one of them is beyond 32 bits.
+std::optional<qint64> minimumSum(const QList<QoSClass*>& classes)
+{
+    return trapped([&] {
+        qint64 sum = 0;
+        for (const QoSClass* c : classes)
+            sum += c->QoSMinBandWidthKBit();
+        return sum;
+    });
+}
+
+void checkClass(const ObjectPage& page, const QoSClass& c, CheckReport& report)
+{
+    if (c.MinField()->IsValid() && c.MaxField()->IsValid())
+        return;
+    const auto limit = trapped([&] { return qint64(c.Limit()); });
+    const auto sum = trapped([&] { return qint64(c.SiblingMinimumSum()); });
+    const QString numbers =
+        QStringLiteral(" (Grenze %1, Summe der Minima %2)").arg(kbitText(limit), kbitText(sum));
+    if (!c.MinField()->IsValid())
+        report.problems << where(page, c, QStringLiteral("Klasse")) + QStringLiteral(": Minimum ") +
+                               c.QoSMinBandWidth() + QStringLiteral(" ist ungültig") + numbers;
+    if (!c.MaxField()->IsValid())
+        report.problems << where(page, c, QStringLiteral("Klasse")) + QStringLiteral(": Maximum ") +
+                               c.QoSMaxBandWidth() + QStringLiteral(" ist ungültig") + numbers;
+}
+
+void checkFilter(const ObjectPage& page, const QoSFilter& f, CheckReport& report)
+{
+    const QString at = where(page, f, QStringLiteral("Filter"));
+    const qint32 ports = f.PortInput()->count();
+    if (ports > PortField::MaxPorts)
+        report.problems << at + QStringLiteral(": %1 Ports, erlaubt sind höchstens %2")
+                                    .arg(ports)
+                                    .arg(PortField::MaxPorts);
+    if (!IpField::IsValidAddress(f.IpInput()->Address()))
+        report.problems << at + QStringLiteral(": ungültige IP-Adresse \"%1\"").arg(f.IpInput()->Address());
+    const auto first = trapped([&] { return qint64(Numbers::LeadingValue(f.QoSPort())); });
+    if (!first || *first < 0 || *first > 65535)
+        report.problems << at + QStringLiteral(": der erste Port von \"%1\" liegt nicht zwischen 0 und 65535")
+                                    .arg(f.QoSPort());
+}
+
+void checkPage(const ObjectPage& page, const QoSCommon& common, CheckReport& report)
+{
+    QList<QoSClass*> mainClasses;
+    for (QoSObject* o : page.ContainedObjects()) {
+        if (auto* c = qobject_cast<QoSClass*>(o)) {
+            checkClass(page, *c, report);
+            if (!c->ParentQoSObject())
+                mainClasses << c;
+        } else if (auto* f = qobject_cast<QoSFilter*>(o)) {
+            checkFilter(page, *f, report);
+        }
+    }
+    for (QoSObject* o : page.ContainedObjects()) {
+        auto* c = qobject_cast<QoSClass*>(o);
+        if (!c || !c->HasChildClasses())
+            continue;
+        QList<QoSClass*> children;
+        for (QoSObject* child : c->ChildQoSObjects())
+            if (auto* cc = qobject_cast<QoSClass*>(child))
+                children << cc;
+        const auto available = trapped([&] { return qint64(c->QoSMaxBandWidthKBit()); });
+        report.summaries << where(page, *c, QStringLiteral("Klasse")) + QStringLiteral(": ") +
+                                balance(minimumSum(children), available, QStringLiteral("verfügbar"));
+    }
+    // The line speed in real kbit, converted by its unit as the class calculator does.
+    const BandwidthField& line = page.Direction() == u"up" ? *const_cast<QoSCommon&>(common).BandUpField()
+                                                           : *const_cast<QoSCommon&>(common).BandDownField();
+    const auto available = trapped([&] { return qint64(line.kbit()); });
+    report.summaries << pageLabel(page) + QStringLiteral(": Hauptklassen: ") +
+                            balance(minimumSum(mainClasses), available, QStringLiteral("der Leitung"));
+}
+
+} // namespace
+
+CheckReport CheckDocument(CliSession& session)
+{
+    session.ValidateAll();
+    CheckReport report;
+    Document& doc = session.document();
+    checkPage(*doc.Down1(), *doc.Common1(), report);
+    checkPage(*doc.Up1(), *doc.Common1(), report);
+    return report;
+}

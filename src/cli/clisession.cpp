@@ -1,0 +1,63 @@
+#include "clisession.h"
+
+#include "document/qoscommon.h"
+#include "document/qoserror.h"
+#include "document/qosreader.h"
+#include "model/qosclass.h"
+#include "page/objectpage.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+CliSession::CliSession() : m_document(&m_prompt)
+{
+    // What a first start without config.ini leaves in the editor.
+    qint32 cols = 6;
+    qint32 rows = 5;
+    m_document.Down1()->SetGridDimensions(cols, rows);
+    cols = 6;
+    rows = 5;
+    m_document.Up1()->SetGridDimensions(cols, rows);
+    QoSCommon& common = *m_document.Common1();
+    common.SetQoSInternetBandDown(QStringLiteral("768kbit"));
+    common.SetQoSInternetBandUp(QStringLiteral("128kbit"));
+    common.SetQoSInternetDev(QStringLiteral("ppp0"));
+    common.SetQoSLocalBand(QStringLiteral("10mbit"));
+    common.SetQoSLocalNetDev(QStringLiteral("eth0"));
+    common.SetQoSVersion(QStringLiteral("v0.3"));
+    common.SetQoSInternetDefaultDown(QStringLiteral("0"));
+    common.SetQoSInternetDefaultUp(QStringLiteral("0"));
+    m_document.SetModified(false);
+}
+
+bool CliSession::Open(const QString& path)
+{
+    QFile file(path);
+    if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly)) {
+        m_error = QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden.").arg(path);
+        return false;
+    }
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        m_error = QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden.").arg(path);
+        return false;
+    }
+    ImportQoSBytes(m_document, bytes);
+    return true;
+}
+
+void CliSession::ValidateAll()
+{
+    for (ObjectPage* page : {m_document.Down1(), m_document.Up1()}) {
+        for (QoSObject* o : page->ContainedObjects()) {
+            auto* c = qobject_cast<QoSClass*>(o);
+            if (!c || c->ParentQoSObject())
+                continue;
+            try {
+                c->Validate(true);
+            } catch (const QoSError&) {
+                // An overflow ends this run only; flags it had not reached stay valid.
+            }
+        }
+    }
+}

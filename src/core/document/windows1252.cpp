@@ -1,0 +1,50 @@
+#include "windows1252.h"
+
+#include <array>
+
+namespace {
+
+// 0x80 … 0x9F; the other bytes are the Latin-1 characters of the same number.
+constexpr std::array<char16_t, 32> upperControlRange = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
+};
+
+char encodeChar(char16_t c)
+{
+    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF))
+        return char(c);
+    for (std::size_t i = 0; i < upperControlRange.size(); ++i)
+        if (upperControlRange[i] == c)
+            return char(0x80 + i);
+    return '?';
+}
+
+} // namespace
+
+QString Windows1252::Decode(const QByteArray& bytes)
+{
+    QString out(bytes.size(), Qt::Uninitialized);
+    char16_t* dst = reinterpret_cast<char16_t*>(out.data());
+    for (const char ch : bytes) {
+        const auto b = static_cast<unsigned char>(ch);
+        *dst++ = b >= 0x80 && b < 0xA0 ? upperControlRange[b - 0x80] : char16_t(b);
+    }
+    return out;
+}
+
+QByteArray Windows1252::Encode(QStringView text)
+{
+    QByteArray out(text.size(), Qt::Uninitialized);
+    char* dst = out.data();
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        // A pair of surrogates is one character and becomes one "?".
+        if (QChar::isHighSurrogate(c) && i + 1 < text.size() && QChar::isLowSurrogate(text[i + 1].unicode()))
+            ++i;
+        *dst++ = encodeChar(c);
+    }
+    out.truncate(dst - out.data());
+    return out;
+}

@@ -1,0 +1,173 @@
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTest>
+
+namespace {
+
+struct Run
+{
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+Run run(const QStringList& args)
+{
+    QProcess p;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("SOURCE_DATE_EPOCH"), QStringLiteral("1700000000"));
+    p.setProcessEnvironment(env);
+    p.start(QStringLiteral(TARNWICK_CLI), args);
+    if (!p.waitForFinished(60000))
+        qFatal("tarnwick-cli did not finish");
+    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, p.readAllStandardOutput(),
+            p.readAllStandardError()};
+}
+
+QStringList strings(std::initializer_list<const char*> items)
+{
+    QStringList out;
+    for (const char* item : items)
+        out << QString::fromUtf8(item);
+    return out;
+}
+
+QString sample(const char* name)
+{
+    return QStringLiteral(TARNWICK_SAMPLES "/") + QLatin1String(name);
+}
+
+QString data(const char* name)
+{
+    return QStringLiteral(TARNWICK_TEST_DATA "/") + QLatin1String(name);
+}
+
+} // namespace
+
+class TestCli : public QObject
+{
+    Q_OBJECT
+private slots:
+    void exportOfSampleEqualsEditorFile()
+    {
+        const Run r = run({QStringLiteral("export"), sample("home-router.qos.txt")});
+        QCOMPARE(r.exitCode, 0);
+        QCOMPARE(r.err, QByteArray());
+        QFile expected(sample("editor-written.qos.txt"));
+        QVERIFY(expected.open(QIODevice::ReadOnly));
+        QList<QByteArray> want = expected.readAll().split('\n');
+        QList<QByteArray> got = r.out.split('\n');
+        QCOMPARE(got.size(), want.size());
+        for (int line : {24, 22, 21}) {
+            want.removeAt(line - 1);
+            got.removeAt(line - 1);
+        }
+        QCOMPARE(got, want);
+        QVERIFY(r.out.contains("## Erstellt am  14.11.2023\r\n"));
+    }
+
+    void jsonOfSample()
+    {
+        const Run r = run({QStringLiteral("json"), sample("home-router.qos.txt")});
+        QCOMPARE(r.exitCode, 0);
+        const QJsonObject root = QJsonDocument::fromJson(r.out).object();
+        QCOMPARE(root.keys(), (QStringList{QStringLiteral("common"), QStringLiteral("messages"),
+                                           QStringLiteral("pages")}));
+        const QJsonObject common = root[QStringLiteral("common")].toObject();
+        QCOMPARE(common.size(), 9);
+        QCOMPARE(common[QStringLiteral("QoSInternetBandDown")].toString(), QStringLiteral("16000kbit"));
+        QCOMPARE(common[QStringLiteral("QoSInternetDefaultUp")].toString(), QStringLiteral("7"));
+        QCOMPARE(common[QStringLiteral("QoSVersion")].toString(), QStringLiteral("unbekannt"));
+        QCOMPARE(root[QStringLiteral("messages")].toArray().size(), 0);
+
+        const QJsonObject down = root[QStringLiteral("pages")][QStringLiteral("down")].toObject();
+        QCOMPARE(down[QStringLiteral("cols")].toInt(), 6);
+        QCOMPARE(down[QStringLiteral("rows")].toInt(), 6);
+        const QJsonArray objects = down[QStringLiteral("objects")].toArray();
+        QCOMPARE(objects.size(), 7);
+        const QJsonObject web = objects[3].toObject();
+        QCOMPARE(web[QStringLiteral("type")].toString(), QStringLiteral("class"));
+        QCOMPARE(web[QStringLiteral("caption")].toString(), QStringLiteral("Class 4"));
+        QCOMPARE(web[QStringLiteral("parent")].toString(),
+                 objects[0].toObject()[QStringLiteral("name")].toString());
+        QCOMPARE(web[QStringLiteral("x")].toInt(), 2);
+        QCOMPARE(web[QStringLiteral("min")].toString(), QStringLiteral("4000kbit"));
+        QCOMPARE(web[QStringLiteral("minValid")].toBool(), true);
+        QCOMPARE(objects[2].toObject()[QStringLiteral("default")].toBool(), true);
+        const QJsonObject filter = objects[5].toObject();
+        QCOMPARE(filter.keys(), strings({"caption", "count", "filterType", "ip", "name", "option", "parent",
+                                         "port", "type", "x", "y"}));
+        QCOMPARE(filter[QStringLiteral("port")].toString(), QStringLiteral("80"));
+        QCOMPARE(filter[QStringLiteral("filterType")].toString(), QStringLiteral("client"));
+        QCOMPARE(filter[QStringLiteral("count")].toInt(), 1);
+        QCOMPARE(filter[QStringLiteral("y")].toInt(), 4);
+    }
+
+    void jsonShowsRefusalsAndInvalidFlags()
+    {
+        Run r = run({QStringLiteral("json"), data("refused-level.qos.txt")});
+        QCOMPARE(r.exitCode, 0);
+        QJsonObject root = QJsonDocument::fromJson(r.out).object();
+        QCOMPARE(root[QStringLiteral("messages")].toArray().toVariantList(),
+                 QVariantList{QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich.")});
+
+        r = run({QStringLiteral("json"), data("overbooked.qos.txt")});
+        root = QJsonDocument::fromJson(r.out).object();
+        const QJsonArray objects =
+            root[QStringLiteral("pages")][QStringLiteral("down")][QStringLiteral("objects")].toArray();
+        QCOMPARE(objects[0].toObject()[QStringLiteral("minValid")].toBool(), false);
+        QCOMPARE(objects[0].toObject()[QStringLiteral("maxValid")].toBool(), true);
+        QCOMPARE(objects[2].toObject()[QStringLiteral("maxValid")].toBool(), false);
+    }
+
+    void exitCodes_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<bool>("emptyOut");
+        QTest::newRow("check clean sample")
+            << QStringList{QStringLiteral("check"), sample("home-router.qos.txt")} << 0 << false;
+        QTest::newRow("check problems")
+            << QStringList{QStringLiteral("check"), data("overbooked.qos.txt")} << 1 << false;
+        QTest::newRow("check unreadable")
+            << QStringList{QStringLiteral("check"), data("no-such-file.txt")} << 2 << true;
+        QTest::newRow("export unreadable")
+            << QStringList{QStringLiteral("export"), data("no-such-file.txt")} << 2 << true;
+        QTest::newRow("export writer fails")
+            << QStringList{QStringLiteral("export"), data("absurd-ports.qos.txt")} << 1 << true;
+        QTest::newRow("unknown command")
+            << QStringList{QStringLiteral("print"), data("overbooked.qos.txt")} << 2 << true;
+        QTest::newRow("missing file") << QStringList{QStringLiteral("json")} << 2 << true;
+        QTest::newRow("no command") << QStringList{} << 2 << true;
+        QTest::newRow("help") << QStringList{QStringLiteral("--help")} << 0 << false;
+    }
+    void exitCodes()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(int, exitCode);
+        QFETCH(bool, emptyOut);
+        const Run r = run(args);
+        QCOMPARE(r.exitCode, exitCode);
+        QCOMPARE(r.out.isEmpty(), emptyOut);
+        if (exitCode == 2)
+            QCOMPARE(r.err.count('\n'), 1);
+        if (args.value(1).endsWith(QStringLiteral("absurd-ports.qos.txt")))
+            QCOMPARE(r.err, QByteArray("Bei der Erstellung sind Fehler aufgetreten!\n"));
+    }
+
+    void checkNamesEveryProblem()
+    {
+        const Run r = run({QStringLiteral("check"), data("overbooked.qos.txt")});
+        const QStringList lines = QString::fromUtf8(r.out).split(u'\n', Qt::SkipEmptyParts);
+        // Three bandwidths, the address, the first port, the port count; then three summaries.
+        QCOMPARE(lines.size(), 9);
+        QVERIFY(lines[0].contains(QStringLiteral("(Grenze 1000 kbit, Summe der Minima 1200 kbit)")));
+        QVERIFY(lines.last().startsWith(QStringLiteral("Up: Hauptklassen")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCli)
+#include "tst_cli.moc"

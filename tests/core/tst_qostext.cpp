@@ -1,0 +1,485 @@
+#include "document/document.h"
+#include "document/qoscommon.h"
+#include "document/qoserror.h"
+#include "document/qosfiletable.h"
+#include "document/qosreader.h"
+#include "document/qoswriter.h"
+#include "document/scriptedprompt.h"
+#include "document/windows1252.h"
+#include "model/qosclass.h"
+#include "model/qosfilter.h"
+#include "page/objectpage.h"
+
+#include <QFile>
+#include <QTest>
+
+namespace {
+
+QByteArray readFile(const QString& path)
+{
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        qFatal("cannot read %s", qPrintable(path));
+    return f.readAll();
+}
+
+QList<QByteArray> linesWithout(const QByteArray& text, std::initializer_list<int> skipped)
+{
+    QList<QByteArray> lines = text.split('\n');
+    for (auto it = std::rbegin(skipped); it != std::rend(skipped); ++it)
+        lines.removeAt(*it - 1);
+    return lines;
+}
+
+QoSClass* addClass(ObjectPage* page, const QString& parent, const QString& caption,
+                   const QString& min = QString(), const QString& max = QString(), bool isDefault = false)
+{
+    int idx = 0;
+    return page->AddClass(parent, min, max, page->Direction(), QStringLiteral("1"), idx, isDefault, caption);
+}
+
+QoSFilter* addFilter(QoSClass* c, const QString& port, const QString& caption, const QString& ip = QString())
+{
+    int idx = 0;
+    return c->GetObjectPage()->AddFilter(QString::number(c->ClassIdx()), ip, port, QStringLiteral("client"),
+                                         QString(), idx, caption);
+}
+
+QString classNumber(const QoSClass* c)
+{
+    return QString::number(c->ClassIdx());
+}
+
+// The text between the first line starting with `from` and the first line after it starting with `to`.
+QString section(const QString& text, const QString& from, const QString& to)
+{
+    const qsizetype a = text.indexOf(from);
+    const qsizetype b = text.indexOf(to, a + 1);
+    return a < 0 ? QString() : text.mid(a, b < 0 ? -1 : b - a);
+}
+
+struct Fixture
+{
+    ScriptedPrompt prompt;
+    Document doc{&prompt};
+    int classes() const { return doc.Down1()->ClassCount() + doc.Up1()->ClassCount(); }
+    int filters() const { return doc.Down1()->ObjectCount() + doc.Up1()->ObjectCount() - classes(); }
+};
+
+} // namespace
+
+class TestQoSText : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase() { qputenv("SOURCE_DATE_EPOCH", "1700000000"); }
+
+    // --- writer -------------------------------------------------------------------------
+
+    void roundTripGivesSameBytes()
+    {
+        Fixture a;
+        QoSCommon& common = *a.doc.Common1();
+        common.SetQoSInternetBandDown(QStringLiteral("16000kbit"));
+        common.SetQoSDescription(QStringLiteral("Büro\r\n\tzweite Zeile"));
+        QoSClass* main = addClass(a.doc.Down1(), QStringLiteral("0"), QStringLiteral("Alles"));
+        QoSClass* voice = addClass(a.doc.Down1(), classNumber(main), QStringLiteral("Telefon"));
+        QoSClass* web = addClass(a.doc.Down1(), classNumber(main), QStringLiteral("Web"),
+                                 QStringLiteral("4000kbit"), QString(), true);
+        addClass(a.doc.Down1(), QStringLiteral("0"), QStringLiteral("Zweite"), QStringLiteral("0kbit"));
+        addFilter(voice, QString(), QStringLiteral("Box"), QStringLiteral("192.168.1.20"));
+        addFilter(web, QStringLiteral("80,443,8080"), QStringLiteral("verloren"));
+        addFilter(web, QStringLiteral("25"), QStringLiteral("Mail"));
+        QoSClass* up =
+            addClass(a.doc.Up1(), QStringLiteral("0"), QStringLiteral("Hoch"), QString(), QString(), true);
+        addFilter(up, QStringLiteral("5060-5061"), QString(), QStringLiteral("10.0.0.0/8"));
+        const QByteArray first = ExportQoSBytes(a.doc);
+
+        Fixture b;
+        ImportQoSBytes(b.doc, first);
+        QCOMPARE(b.prompt.messages(), QStringList());
+        QCOMPARE(b.classes(), 5);
+        QCOMPARE(b.filters(), 4);
+        QCOMPARE(ExportQoSBytes(b.doc), first);
+    }
+
+    void sampleExportMatchesEditorFile()
+    {
+        Fixture f;
+        ImportQoSText(f.doc, QStringLiteral(TARNWICK_SAMPLES "/home-router.qos.txt"));
+        const QByteArray written = ExportQoSBytes(f.doc);
+        const QByteArray expected = readFile(QStringLiteral(TARNWICK_SAMPLES "/editor-written.qos.txt"));
+        QCOMPARE(linesWithout(written, {21, 22, 24}), linesWithout(expected, {21, 22, 24}));
+    }
+
+    void headerNamesProgramVersionAndDate()
+    {
+        Fixture f;
+        const QStringList lines = ExportQoSText(f.doc).split(QStringLiteral("\r\n"));
+        QCOMPARE(lines[20], QStringLiteral("## Erstellt mit Tarnwick v%1.%2.%3")
+                                .arg(TARNWICK_VERSION_MAJOR)
+                                .arg(TARNWICK_VERSION_MINOR)
+                                .arg(TARNWICK_VERSION_PATCH));
+        QVERIFY(lines[21].startsWith(QStringLiteral("## ")));
+        QCOMPARE(lines[23], QStringLiteral("## Erstellt am  14.11.2023"));
+        QCOMPARE(lines[30], QStringLiteral("#QOS_PAGESIZE='6,5'"));
+    }
+
+    void emptyDocumentAndEveryLineEndsWithCrLf()
+    {
+        Fixture f;
+        const QByteArray bytes = ExportQoSBytes(f.doc);
+        QVERIFY(bytes.endsWith("#QOS_DESCRIPTION='0' #Zeilen\r\n\r\n"));
+        QVERIFY(bytes.contains("\r\nQOS_CLASS_N='0'\r\n\r\nQOS_FILTER_N='0'\r\n\r\n#QOS_DESCRIPTION"));
+        QCOMPARE(bytes.count('\n'), bytes.count("\r\n"));
+        QCOMPARE(bytes.count('\r'), bytes.count("\r\n"));
+        // The comments are single bytes of the code page: ü is 0xFC.
+        QVERIFY(bytes.contains("# Standardklasse f\xfcr Down"));
+        QVERIFY(bytes.contains("QOS_INTERNET_DEFAULT_DOWN=''      # Standardklasse f\xfcr Down\r\n"));
+        QVERIFY(bytes.contains("QOS_INTERNET_DEFAULT_UP=''        # Standardklasse f\xfcr Up\r\n"));
+    }
+
+    void description_data()
+    {
+        QTest::addColumn<QString>("description");
+        QTest::addColumn<QString>("block");
+        QTest::newRow("empty") << QString() << QStringLiteral("#QOS_DESCRIPTION='0' #Zeilen\r\n\r\n");
+        QTest::newRow("two lines") << QStringLiteral("eins\r\nzwei")
+                                   << QStringLiteral(
+                                          "#QOS_DESCRIPTION='2' #Zeilen\r\n#eins\r\n#zwei\r\n\r\n");
+        QTest::newRow("ends with CR LF")
+            << QStringLiteral("eins\r\n")
+            << QStringLiteral("#QOS_DESCRIPTION='2' #Zeilen\r\n#eins\r\n#\r\n\r\n");
+        QTest::newRow("lone LF is no line break")
+            << QStringLiteral("a\nb") << QStringLiteral("#QOS_DESCRIPTION='1' #Zeilen\r\n#a\nb\r\n\r\n");
+    }
+    void description()
+    {
+        QFETCH(QString, description);
+        QFETCH(QString, block);
+        Fixture f;
+        f.doc.Common1()->SetQoSDescription(description);
+        const QString text = ExportQoSText(f.doc);
+        QCOMPARE(text.mid(text.indexOf(QStringLiteral("#QOS_DESCRIPTION"))), block);
+    }
+
+    void multiPortFilterExpandsIntoEntries()
+    {
+        Fixture f;
+        QoSClass* c = addClass(f.doc.Down1(), QStringLiteral("0"), QStringLiteral("Web"));
+        QoSFilter* web = addFilter(c, QStringLiteral("80,443,8080"), QStringLiteral("Webserver"));
+        QoSFilter* ssh = addFilter(c, QStringLiteral("22"), QStringLiteral("SSH"));
+        const QString text = ExportQoSText(f.doc);
+        QCOMPARE(
+            section(text, QStringLiteral("QOS_FILTER_N"), QStringLiteral("#QOS_DESCRIPTION")),
+            QStringLiteral("QOS_FILTER_N='4'\r\n\r\n"
+                           "#QOS_FILTER_1_CELLPOS='0,4'\r\nQOS_FILTER_1_CLASS='1'\r\nQOS_FILTER_1_IP=''\r\n"
+                           "#QOS_FILTER_1_PORTEXT='80,443,8080'\r\nQOS_FILTER_1_PORT='80'\r\n"
+                           "QOS_FILTER_1_TYPE='client'\r\nQOS_FILTER_1_OPTION=''\r\n\r\n"
+                           "#QOS_FILTER_2_CELLPOS='0,4'\r\nQOS_FILTER_2_CLASS='1'\r\nQOS_FILTER_2_IP=''\r\n"
+                           "#QOS_FILTER_2_PORTEXT='ignore'\r\nQOS_FILTER_2_PORT='443'\r\n"
+                           "QOS_FILTER_2_TYPE='client'\r\nQOS_FILTER_2_OPTION=''\r\n\r\n"
+                           "#QOS_FILTER_3_CELLPOS='0,4'\r\nQOS_FILTER_3_CLASS='1'\r\nQOS_FILTER_3_IP=''\r\n"
+                           "#QOS_FILTER_3_PORTEXT='ignore'\r\nQOS_FILTER_3_PORT='8080'\r\n"
+                           "QOS_FILTER_3_TYPE='client'\r\nQOS_FILTER_3_OPTION=''\r\n\r\n"
+                           "#QOS_FILTER_4_CAPTION='SSH'\r\n#QOS_FILTER_4_CELLPOS='0,5'\r\n"
+                           "QOS_FILTER_4_CLASS='1'\r\nQOS_FILTER_4_IP=''\r\nQOS_FILTER_4_PORT='22'\r\n"
+                           "QOS_FILTER_4_TYPE='client'\r\nQOS_FILTER_4_OPTION=''\r\n\r\n"));
+        QCOMPARE(web->FilterIdx(), qint16(1));
+        QCOMPARE(ssh->FilterIdx(), qint16(4));
+    }
+
+    void walkRenumbersByCellAndRecomputesDefaults()
+    {
+        Fixture f;
+        QoSClass* a = addClass(f.doc.Down1(), QStringLiteral("0"), QStringLiteral("A"));
+        QoSClass* b = addClass(f.doc.Down1(), QStringLiteral("0"), QStringLiteral("B"));
+        QoSClass* sub =
+            addClass(f.doc.Down1(), classNumber(b), QStringLiteral("B1"), QString(), QString(), true);
+        QoSClass* up = addClass(f.doc.Up1(), QStringLiteral("0"), QStringLiteral("U"));
+        // Moving A below the row of main classes puts it after B in the walk.
+        a->SetMatrixX(4);
+        a->SetMatrixY(2);
+        f.doc.Common1()->SetQoSInternetDefaultUp(QStringLiteral("9"));
+        const QString text = ExportQoSText(f.doc);
+        QCOMPARE(b->ClassIdx(), 1);
+        QCOMPARE(sub->ClassIdx(), 2);
+        QCOMPARE(a->ClassIdx(), 3);
+        QCOMPARE(up->ClassIdx(), 4);
+        QVERIFY(text.contains(QStringLiteral("QOS_CLASS_2_PARENT='1'\r\n")));
+        QCOMPARE(f.doc.Common1()->QoSInternetDefaultDown(), QStringLiteral("2"));
+        QCOMPARE(f.doc.Common1()->QoSInternetDefaultUp(), QString());
+        QVERIFY(text.contains(QStringLiteral("QOS_INTERNET_DEFAULT_UP=''")));
+    }
+
+    void upPageBeyondDownGridIsNotWritten()
+    {
+        Fixture f;
+        int idx = 0;
+        f.doc.Up1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("up"),
+                              QStringLiteral("0"), idx, false, QStringLiteral("weit"), qint16(9), qint16(0));
+        QVERIFY(ExportQoSText(f.doc).contains(QStringLiteral("QOS_CLASS_N='0'")));
+    }
+
+    void writerFailures_data()
+    {
+        QTest::addColumn<QStringList>("ports");
+        QTest::newRow("absurd port range") << QStringList{QStringLiteral("1-100000")};
+        QTest::newRow("filter number beyond 16 bits")
+            << QStringList{QStringLiteral("1-40000"), QStringLiteral("80")};
+    }
+    void writerFailures()
+    {
+        QFETCH(QStringList, ports);
+        Fixture f;
+        QoSClass* c = addClass(f.doc.Down1(), QStringLiteral("0"), QStringLiteral("C"));
+        for (const QString& p : ports)
+            addFilter(c, p, QString());
+        QVERIFY_THROWS_EXCEPTION(QoSError, ExportQoSText(f.doc));
+    }
+
+    // --- reader -------------------------------------------------------------------------
+
+    void lookupRules_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("dev");
+        QTest::newRow("missing gives default") << QByteArray("OPT_QOS='yes'\n") << "ppp0";
+        QTest::newRow("tabs and blanks") << QByteArray("\t QOS_INTERNET_DEV\t=\t'eth1'\t# DSL\n") << "eth1";
+        QTest::newRow("blanks around =") << QByteArray("QOS_INTERNET_DEV = 'eth1'\n") << "eth1";
+        QTest::newRow("tab inside quotes") << QByteArray("QOS_INTERNET_DEV='a\tb'\n") << "a b";
+        QTest::newRow("comment after quote") << QByteArray("QOS_INTERNET_DEV='eth1' # 'x'\n") << "eth1";
+        QTest::newRow("first wins") << QByteArray("QOS_INTERNET_DEV='eth1'\nQOS_INTERNET_DEV='eth2'\n")
+                                    << "eth1";
+        QTest::newRow("commented twin not seen")
+            << QByteArray("#QOS_INTERNET_DEV='x'\nQOS_INTERNET_DEV='y'\n") << "y";
+        QTest::newRow("prefix of a longer name") << QByteArray("QOS_INTERNET_DEVICE='z'\n") << "z";
+        QTest::newRow("longer name first wins")
+            << QByteArray("QOS_INTERNET_DEVICE='z'\nQOS_INTERNET_DEV='y'\n") << "z";
+        QTest::newRow("exact name first wins")
+            << QByteArray("QOS_INTERNET_DEV='y'\nQOS_INTERNET_DEVICE='z'\n") << "y";
+        QTest::newRow("first line without quotes is not skipped")
+            << QByteArray("QOS_INTERNET_DEV=eth1\nQOS_INTERNET_DEV='eth2'\n") << "ppp0";
+        QTest::newRow("CR line ends") << QByteArray("OPT_QOS='yes'\rQOS_INTERNET_DEV='cr'\r") << "cr";
+        QTest::newRow("empty value") << QByteArray("QOS_INTERNET_DEV=''\n") << "";
+        QTest::newRow("undefined byte kept")
+            << QByteArray("QOS_INTERNET_DEV='\x81\x9d'\n") << QString(QChar(0x81)) + QChar(0x9d);
+    }
+    void lookupRules()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, dev);
+        Fixture f;
+        ImportQoSBytes(f.doc, file);
+        QCOMPARE(f.doc.Common1()->QoSInternetDev(), dev);
+    }
+
+    void classNumberIsNotAPrefixOfTheNextDigit()
+    {
+        const QoSFileTable t(QByteArray("QOS_CLASS_10_PRIO='10'\nQOS_CLASS_1_PRIO='1'\n"));
+        QCOMPARE(t.GetQoSValue(u"QOS_CLASS_1_PRIO", QString()), QStringLiteral("1"));
+        QCOMPARE(t.GetQoSValue(u"QOS_CLASS_1", QString()), QStringLiteral("10"));
+    }
+
+    void descriptionAndVersion_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("description");
+        QTest::addColumn<QString>("version");
+        QTest::newRow("none") << QByteArray("") << ""
+                              << "unbekannt";
+        QTest::newRow("two lines raw")
+            << QByteArray("x\n## qos.txt     V0.3 \n#QOS_DESCRIPTION='2' #Zeilen\n# a\t\nb\n") << " a\t\r\n"
+            << "v0.3";
+        QTest::newRow("count beyond end") << QByteArray("#QOS_DESCRIPTION='5'\n#eins\n") << "eins"
+                                          << "unbekannt";
+        QTest::newRow("count no number") << QByteArray("#QOS_DESCRIPTION='abc'\n#eins\n") << ""
+                                         << "unbekannt";
+        QTest::newRow("version elsewhere") << QByteArray("x\nv0.3 is not at the end\n") << ""
+                                           << "unbekannt";
+    }
+    void descriptionAndVersion()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, description);
+        QFETCH(QString, version);
+        Fixture f;
+        ImportQoSBytes(f.doc, file);
+        QCOMPARE(f.doc.Common1()->QoSDescription(), description);
+        QCOMPARE(f.doc.Common1()->QoSVersion(), version);
+    }
+
+    void capitalUpGoesUpButIsNoDefault()
+    {
+        Fixture f;
+        ImportQoSBytes(f.doc, "QOS_INTERNET_DEFAULT_UP='1'\nQOS_INTERNET_DEFAULT_DOWN='2'\nQOS_CLASS_N='2'\n"
+                              "QOS_CLASS_1_DIRECTION='Up'\nQOS_CLASS_2_DIRECTION='down'\n");
+        QCOMPARE(f.doc.Up1()->ClassCount(), 1);
+        auto* up = qobject_cast<QoSClass*>(f.doc.Up1()->ContainedObjects().first());
+        auto* down = qobject_cast<QoSClass*>(f.doc.Down1()->ContainedObjects().first());
+        QVERIFY(!up->DefaultClass());
+        QVERIFY(down->DefaultClass());
+        QCOMPARE(up->Caption(), QStringLiteral("Class 1"));
+        QCOMPARE(down->QoSMinBandWidth(), QStringLiteral("768kbit"));
+    }
+
+    void errorEndsImportKeepingWhatWasMade_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<int>("classes");
+        QTest::addColumn<int>("filters");
+        const QByteArray two = "QOS_INTERNET_DEV='eth9'\nQOS_CLASS_N='2'\nQOS_CLASS_1_PARENT='0'\n";
+        QTest::newRow("complete") << two + "QOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='2'\n" << 2 << 1;
+        QTest::newRow("missing quotes") << two + "QOS_CLASS_2_PARENT=1\n" << 1 << 0;
+        QTest::newRow("missing =") << two + "QOS_CLASS_2_PRIO '1'\n" << 1 << 0;
+        QTest::newRow("one quote") << two + "QOS_CLASS_2_PRIO='1\n" << 1 << 0;
+        QTest::newRow("class count not a number")
+            << QByteArray("QOS_CLASS_N='abc'\nQOS_FILTER_N='0'\n") << 0 << 0;
+        QTest::newRow("filter count not a number") << two + "QOS_FILTER_N='1x'\n" << 0 << 0;
+        QTest::newRow("direction sideways") << two + "QOS_CLASS_2_DIRECTION='sideways'\n" << 1 << 0;
+        QTest::newRow("direction with blank") << two + "QOS_CLASS_2_DIRECTION='down '\n" << 1 << 0;
+        QTest::newRow("filter names no class")
+            << two + "QOS_FILTER_N='2'\nQOS_FILTER_1_CLASS='7'\nQOS_FILTER_2_CLASS='1'\n"
+            << 2 << 0;
+        QTest::newRow("ignore entry names no class")
+            << two + "QOS_FILTER_N='2'\nQOS_FILTER_1_CLASS='2'\n#QOS_FILTER_2_PORTEXT='ignore'\n"
+            << 2 << 1;
+        QTest::newRow("count 20000") << QByteArray("QOS_CLASS_N='20000'\n") << 0 << 0;
+        QTest::newRow("filter count 20000") << two + "QOS_FILTER_N='20000'\n" << 0 << 0;
+        QTest::newRow("bad cell") << "#QOS_FILEVERSION='Tarnwick 1.1'\n" + two +
+                                         "#QOS_CLASS_2_CELLPOS='1;1'\n"
+                                  << 1 << 0;
+        QTest::newRow("cell with blanks and sign")
+            << "#QOS_FILEVERSION='Tarnwick 1.1'\n" + two + "#QOS_CLASS_2_CELLPOS=' +1 , 2.5 '\n"
+            << 2 << 0;
+        QTest::newRow("cell beyond 16 bits")
+            << "#QOS_FILEVERSION='Tarnwick 1.1'\n" + two + "#QOS_CLASS_2_CELLPOS='40000,0'\n"
+            << 1 << 0;
+        QTest::newRow("page size one part")
+            << QByteArray("#QOS_FILEVERSION='Tarnwick 1.1'\n#QOS_PAGESIZE='7'\n") + two << 0 << 0;
+        QTest::newRow("parent on the other page")
+            << two + "QOS_CLASS_2_PARENT='1'\nQOS_CLASS_2_DIRECTION='up'\n"
+            << 2 << 0;
+    }
+    void errorEndsImportKeepingWhatWasMade()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(int, classes);
+        QFETCH(int, filters);
+        Fixture f;
+        RecordingStatus status;
+        f.doc.setStatusWindow(&status);
+        ImportQoSBytes(f.doc, file);
+        QCOMPARE(f.classes(), classes);
+        QCOMPARE(f.filters(), filters);
+        QCOMPARE(f.doc.Common1()->QoSInternetDev(),
+                 file.contains("eth9") ? QStringLiteral("eth9") : QStringLiteral("ppp0"));
+        QCOMPARE(f.prompt.messages(), QStringList());
+        QCOMPARE(status.closed, 1);
+    }
+
+    void unreadableFileCreatesNothing()
+    {
+        Fixture f;
+        RecordingStatus status;
+        f.doc.setStatusWindow(&status);
+        ImportQoSText(f.doc, QStringLiteral(TARNWICK_TEST_DATA "/does-not-exist.txt"));
+        QCOMPARE(f.classes(), 0);
+        QCOMPARE(status.closed, 1);
+    }
+
+    void layoutDataOnlyFromOwnFiles_data()
+    {
+        QTest::addColumn<QByteArray>("version");
+        QTest::addColumn<QByteArray>("pageSize");
+        QTest::addColumn<int>("cols");
+        QTest::addColumn<int>("rows");
+        QTest::addColumn<int>("filterRow");
+        QTest::newRow("own file") << QByteArray("Tarnwick 1.1") << QByteArray("#QOS_PAGESIZE='8,9,1'\n") << 8
+                                  << 9 << 7;
+        QTest::newRow("no page size") << QByteArray("Tarnwick 1.1") << QByteArray() << 10 << 5 << 7;
+        QTest::newRow("small page size")
+            << QByteArray("Tarnwick 1.1") << QByteArray("#QOS_PAGESIZE='1,0'\n") << 3 << 5 << 7;
+        QTest::newRow("other tool") << QByteArray("Tarnwick 1.0") << QByteArray("#QOS_PAGESIZE='8,9'\n") << 6
+                                    << 5 << 4;
+    }
+    void layoutDataOnlyFromOwnFiles()
+    {
+        QFETCH(QByteArray, version);
+        QFETCH(QByteArray, pageSize);
+        QFETCH(int, cols);
+        QFETCH(int, rows);
+        QFETCH(int, filterRow);
+        Fixture f;
+        ImportQoSBytes(f.doc, "#QOS_FILEVERSION='" + version + "'\n" + pageSize +
+                                  "QOS_CLASS_N='1'\n#QOS_CLASS_1_CELLPOS='2,0'\n"
+                                  "QOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='1'\n#QOS_FILTER_1_CELLPOS='2,7'\n");
+        QCOMPARE(f.doc.Down1()->prop().Cols, cols);
+        QCOMPARE(f.doc.Down1()->prop().Rows >= rows, true);
+        QCOMPARE(f.doc.Up1()->prop().Cols, 6);
+        const QList<QoSObject*> objects = f.doc.Down1()->ContainedObjects();
+        QCOMPARE(objects.size(), 2);
+        QCOMPARE(int(objects[1]->MatrixY()), filterRow);
+    }
+
+    void expandedFilterReadsBackAsOne()
+    {
+        Fixture f;
+        ImportQoSBytes(f.doc,
+                       "QOS_CLASS_N='1'\nQOS_FILTER_N='3'\n"
+                       "QOS_FILTER_1_CLASS='1'\n#QOS_FILTER_1_PORTEXT='80,443,8080'\nQOS_FILTER_1_PORT='80'\n"
+                       "QOS_FILTER_2_CLASS='1'\n#QOS_FILTER_2_PORTEXT='ignore'\nQOS_FILTER_2_PORT='443'\n"
+                       "QOS_FILTER_3_CLASS='1.4'\n#QOS_FILTER_3_CAPTION='Rest'\nQOS_FILTER_3_PORT='22'\n");
+        const QList<QoSObject*> objects = f.doc.Down1()->ContainedObjects();
+        QCOMPARE(objects.size(), 3);
+        auto* web = qobject_cast<QoSFilter*>(objects[1]);
+        auto* rest = qobject_cast<QoSFilter*>(objects[2]);
+        QCOMPARE(web->QoSPort(), QStringLiteral("80,443,8080"));
+        QCOMPARE(web->Caption(), QString());
+        QCOMPARE(rest->QoSPort(), QStringLiteral("22"));
+        QCOMPARE(rest->Caption(), QStringLiteral("Rest"));
+        QCOMPARE(rest->ParentQoSObject(), objects[0]);
+    }
+
+    void progressAndRefusals()
+    {
+        Fixture f;
+        RecordingStatus status;
+        f.doc.setStatusWindow(&status);
+        ImportQoSBytes(f.doc, "#QOS_FILEVERSION='Tarnwick 1.1'\nQOS_CLASS_N='2'\n#QOS_CLASS_2_CELLPOS='1,4'\n"
+                              "QOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='1'\n");
+        QCOMPARE(status.captions, QStringList{QStringLiteral("Import")});
+        QCOMPARE(status.messages,
+                 (QStringList{QStringLiteral("Import..."), QStringLiteral("Import...Header"),
+                              QStringLiteral("Import...Class 1"), QStringLiteral("Import...Class 2"),
+                              QStringLiteral("Import...Filter 1")}));
+        QCOMPARE(status.progress, (QList<QPair<int, int>>{{3, 3}}));
+        QCOMPARE(status.closed, 1);
+        // The page refuses a class in row 4 with its message; the import goes on.
+        QCOMPARE(f.prompt.messages(),
+                 QStringList{QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich.")});
+        QCOMPARE(f.classes(), 1);
+        QCOMPARE(f.filters(), 1);
+    }
+
+    void absurdCellsStayCheap()
+    {
+        Fixture f;
+        QByteArray file = "#QOS_FILEVERSION='Tarnwick 1.1'\n#QOS_PAGESIZE='2000000000,3'\nQOS_CLASS_N='1'\n"
+                          "QOS_FILTER_N='200'\n";
+        for (int m = 1; m <= 200; ++m)
+            file += QStringLiteral("QOS_FILTER_%1_CLASS='1'\n#QOS_FILTER_%1_CELLPOS='0,%2'\n")
+                        .arg(m)
+                        .arg(32767 - m)
+                        .toLatin1();
+        QElapsedTimer timer;
+        timer.start();
+        ImportQoSBytes(f.doc, file);
+        QCOMPARE(f.filters(), 200);
+        QCOMPARE(f.doc.Down1()->prop().Rows, 32767);
+        QVERIFY(timer.elapsed() < 5000);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestQoSText)
+#include "tst_qostext.moc"
