@@ -38,8 +38,15 @@ QByteArray Windows1252::Encode(QStringView text)
 {
     QByteArray out(text.size(), Qt::Uninitialized);
     char* dst = out.data();
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const char16_t c = text[i].unicode();
+    const char16_t* src = text.utf16();
+    const qsizetype n = text.size();
+    for (qsizetype i = 0; i < n; ++i) {
+        // Nearly every character of a written file is ASCII: copy runs of them in a tight loop.
+        while (i < n && src[i] < 0x80)
+            *dst++ = char(src[i++]);
+        if (i == n)
+            break;
+        const char16_t c = src[i];
         // A pair of surrogates is one character and becomes one "?".
         if (QChar::isHighSurrogate(c) && i + 1 < text.size() && QChar::isLowSurrogate(text[i + 1].unicode()))
             ++i;

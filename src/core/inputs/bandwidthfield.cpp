@@ -13,7 +13,7 @@ void BandwidthField::SetValue(const QString& number)
         return;
     m_value = number;
     emit valueChanged(m_value);
-    emit Change();
+    changed();
 }
 
 void BandwidthField::SetUnit(const QString& unit)
@@ -136,7 +136,7 @@ bool BandwidthField::ConvertTo(const QString& unit, UserPrompt& prompt)
     m_unit = unit;
     emit valueChanged(m_value);
     emit unitChanged(m_unit);
-    emit Change();
+    changed();
     return true;
 }
 
@@ -145,7 +145,7 @@ bool BandwidthField::Relabel(const QString& unit)
     if (unit == m_unit)
         return false;
     SetUnit(unit);
-    emit Change();
+    changed();
     return true;
 }
 

@@ -3,6 +3,8 @@
 #include "colors.h"
 
 #include <QObject>
+
+#include <functional>
 #include <QString>
 
 class UserPrompt;
@@ -68,6 +70,10 @@ public:
 
     static QString PrecisionQuestion();
 
+    // The owner of the value (a class or a filter) hears of every change before the views,
+    // without a signal connection per object.
+    void SetOwnerHook(std::function<void()> hook) { m_ownerHook = std::move(hook); }
+
 signals:
     void Change();
     void valueChanged(const QString& value);
@@ -91,4 +97,12 @@ private:
     Colors::Rgb m_lockedText = Colors::Black;
     Colors::Rgb m_backColor = Colors::WindowBackground;
     Colors::Rgb m_background = Colors::White;
+
+    void changed()
+    {
+        if (m_ownerHook)
+            m_ownerHook();
+        emit Change();
+    }
+    std::function<void()> m_ownerHook;
 };

@@ -10,7 +10,7 @@ void IpField::SetAddress(const QString& address)
     if (address == m_address)
         return;
     m_address = address;
-    emit Change();
+    changed();
 }
 
 void IpField::SetMaskBits(const QString& bits)
@@ -18,7 +18,7 @@ void IpField::SetMaskBits(const QString& bits)
     if (bits == m_mask)
         return;
     m_mask = bits;
-    emit Change();
+    changed();
 }
 
 QString IpField::Text() const

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QObject>
+
+#include <functional>
 #include <QString>
 
 // The value behind the address input: a dotted address and optional mask bits.
@@ -30,10 +32,22 @@ public:
     static bool IsValidAddress(const QString& address);
     static QString InvalidAddressMessage();
 
+    // The owner of the value (a class or a filter) hears of every change before the views,
+    // without a signal connection per object.
+    void SetOwnerHook(std::function<void()> hook) { m_ownerHook = std::move(hook); }
+
 signals:
     void Change();
 
 private:
     QString m_address;
     QString m_mask;
+
+    void changed()
+    {
+        if (m_ownerHook)
+            m_ownerHook();
+        emit Change();
+    }
+    std::function<void()> m_ownerHook;
 };

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QObject>
+
+#include <functional>
 #include <QString>
 #include <QStringList>
 
@@ -39,10 +41,22 @@ public:
     static QString OutOfRangeText() { return QStringLiteral("Nur werte von 0 bis 65535 sind erlaubt!"); }
     static constexpr int MaxPorts = 20;
 
+    // The owner of the value (a class or a filter) hears of every change before the views,
+    // without a signal connection per object.
+    void SetOwnerHook(std::function<void()> hook) { m_ownerHook = std::move(hook); }
+
 signals:
     void Change();
 
 private:
     QString m_port;
     qint32 m_count = 1;
+
+    void changed()
+    {
+        if (m_ownerHook)
+            m_ownerHook();
+        emit Change();
+    }
+    std::function<void()> m_ownerHook;
 };

@@ -16,8 +16,8 @@ QoSClass::QoSClass(Document* document, ObjectPage* page, const QString& name)
     m_min->SetBandwidth(QStringLiteral("0kbit"));
     m_max->SetBandwidth(QStringLiteral("0kbit"));
     // Edits in the boxes' fields are changes of the class like any let.
-    connect(m_min, &BandwidthField::Change, this, [this] { markChanged(QStringLiteral("QoSMinBandWidth")); });
-    connect(m_max, &BandwidthField::Change, this, [this] { markChanged(QStringLiteral("QoSMaxBandWidth")); });
+    m_min->SetOwnerHook([this] { markChanged(QStringLiteral("QoSMinBandWidth")); });
+    m_max->SetOwnerHook([this] { markChanged(QStringLiteral("QoSMaxBandWidth")); });
 }
 
 void QoSClass::SetClassIdx(int idx)

@@ -11,8 +11,8 @@
 QoSFilter::QoSFilter(Document* document, ObjectPage* page, const QString& name)
     : QoSObject(document, page, name), m_ip(new IpField(this)), m_port(new PortField(this))
 {
-    connect(m_ip, &IpField::Change, this, [this] { fieldEdited(QStringLiteral("QoSIP")); });
-    connect(m_port, &PortField::Change, this, &QoSFilter::portEdited);
+    m_ip->SetOwnerHook([this] { fieldEdited(QStringLiteral("QoSIP")); });
+    m_port->SetOwnerHook([this] { portEdited(); });
 }
 
 QString QoSFilter::QoSClass() const
@@ -86,7 +86,16 @@ void QoSFilter::SetQoSOption(const QString& option)
 void QoSFilter::fieldEdited(const QString& key)
 {
     markChanged(key);
-    m_document->history()->Add(this, key);
+    QString value;
+    if (key == u"QoSIP")
+        value = QoSIP();
+    else if (key == u"QoSPort")
+        value = QoSPort();
+    else if (key == u"QoSType")
+        value = m_type;
+    else
+        value = m_option;
+    m_document->history()->Add(this, key, value);
 }
 
 void QoSFilter::portEdited()

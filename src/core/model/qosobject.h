@@ -80,6 +80,12 @@ public:
 
     // Used by the tree operations and the page.
     void SetParentName(const QString& name);
+    // The cell of a box that is not yet on its page.
+    void InitCell(qint16 x, qint16 y)
+    {
+        m_x = x;
+        m_y = y;
+    }
     void CreateTopConnector();
     // Takes the object out of its parent's children and drops its connector.
     void DetachFromParent();

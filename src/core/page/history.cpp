@@ -7,10 +7,15 @@ History::History(QObject* parent) : QObject(parent)
 
 void History::Add(const QObject* object, const QString& procName)
 {
+    Add(object, procName, object ? object->property(procName.toLatin1().constData()) : QVariant());
+}
+
+void History::Add(const QObject* object, const QString& procName, const QVariant& value)
+{
     HistoryItem item;
     item.ObjectName = object ? object->objectName() : QString();
     item.PropertyName = procName;
-    item.Value = object ? object->property(procName.toLatin1().constData()) : QVariant();
+    item.Value = value;
     m_items.append(item);
     ++m_count;
     emit added(item);

@@ -22,6 +22,8 @@ public:
     explicit History(QObject* parent = nullptr);
 
     void Add(const QObject* object, const QString& procName);
+    // The same when the caller already holds the property's current value.
+    void Add(const QObject* object, const QString& procName, const QVariant& value);
     void Restore() {}
     void Remove() {}
     void Clear();

@@ -174,7 +174,7 @@ void ObjectPage::PlaceObject(QoSObject* object) const
 
 // --- creation --------------------------------------------------------------------------
 
-QoSObject* ObjectPage::createObject(bool isClass)
+QoSObject* ObjectPage::createObject(bool isClass, qint16 x, qint16 y)
 {
     const int counter = isClass ? m_document->NextClassCounter() : m_document->NextFilterCounter();
     const QString name = (isClass ? QStringLiteral("QoSClass") : QStringLiteral("QoSFilter")) + QString::number(counter);
@@ -189,6 +189,9 @@ QoSObject* ObjectPage::createObject(bool isClass)
         f->SetFilterIdx(qint16(counter <= 32767 ? counter : 0));
         object = f;
     }
+    // The box is born in the cell it is meant for: setting MatrixX and MatrixY later then
+    // changes nothing but the modified mark, and the cell index is written once.
+    object->InitCell(x, y);
     PlaceObject(object);
     m_document->RegisterObject(object);
     m_document->SetModified(true);
@@ -221,7 +224,7 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
     if (column < -32768 || column > 32767)
         throw QoSError::overflow();
 
-    auto* c = static_cast<QoSClass*>(createObject(true));
+    auto* c = static_cast<QoSClass*>(createObject(true, qint16(column), qint16(row)));
     if (classIdx == 0)
         classIdx = c->ClassIdx();
 
@@ -288,7 +291,7 @@ QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, con
     if (row > 32767)
         throw QoSError::overflow();
 
-    auto* f = static_cast<QoSFilter*>(createObject(false));
+    auto* f = static_cast<QoSFilter*>(createObject(false, qint16(column), qint16(row)));
     if (filterIdx == 0)
         filterIdx = f->FilterIdx();
     // Linked first, so that the field edits below already belong to a filter of the class.

@@ -113,7 +113,7 @@ private:
     void columnCountChange(int x, int delta);
     void rebuildColumns();
     static quint64 cellKey(int x, int y) { return (quint64(quint32(x)) << 32) | quint32(y); }
-    QoSObject* createObject(bool isClass);
+    QoSObject* createObject(bool isClass, qint16 x, qint16 y);
 
     Document* m_document;
     QString m_direction;
