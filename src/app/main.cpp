@@ -9,6 +9,9 @@
 #include "inputs/inputtype.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -33,6 +36,11 @@ int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tarnwick"));
+    // Qt's own texts (file dialogs, the edit menus of text boxes) in German where installed.
+    QTranslator qtGerman;
+    if (qtGerman.load(QLocale(QLocale::German, QLocale::Germany), QStringLiteral("qtbase"), QStringLiteral("_"),
+                      QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&qtGerman);
 
     QMainWindow window;
     window.setObjectName(QStringLiteral("frmMain"));

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QAbstractButton>
 #include <QMessageBox>
 
 namespace {
@@ -47,15 +48,28 @@ QString DialogPrompt::QtFilter(const QString& filter)
     return out.join(QStringLiteral(";;"));
 }
 
+// The buttons speak German whether or not Qt's own translations are installed.
+static void germanButtons(QMessageBox& box)
+{
+    const std::pair<QMessageBox::StandardButton, const char16_t*> texts[] = {
+        {QMessageBox::Ok, u"OK"}, {QMessageBox::Yes, u"&Ja"}, {QMessageBox::No, u"&Nein"},
+        {QMessageBox::Cancel, u"Abbrechen"}};
+    for (const auto& [button, text] : texts)
+        if (QAbstractButton* b = box.button(button))
+            b->setText(QString::fromUtf16(text));
+}
+
 void DialogPrompt::Message(const QString& text, Icon icon)
 {
     QMessageBox box(boxIcon(icon), Title(), text, QMessageBox::Ok, m_parent);
+    germanButtons(box);
     box.exec();
 }
 
 bool DialogPrompt::AskYesNo(const QString& text, Icon icon)
 {
     QMessageBox box(boxIcon(icon), Title(), text, QMessageBox::Yes | QMessageBox::No, m_parent);
+    germanButtons(box);
     box.setDefaultButton(QMessageBox::Yes);
     return box.exec() == QMessageBox::Yes;
 }
@@ -64,6 +78,7 @@ UserPrompt::Answer DialogPrompt::AskYesNoCancel(const QString& text, Icon icon)
 {
     QMessageBox box(boxIcon(icon), Title(), text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
                     m_parent);
+    germanButtons(box);
     box.setDefaultButton(QMessageBox::Yes);
     box.setEscapeButton(QMessageBox::Cancel);
     switch (box.exec()) {
