@@ -146,14 +146,7 @@ void QoSClass::AddParentQoSObject(const QString& name)
     // one of its own descendants: such links are refused without a word.
     if (parent->HasFilters() || parent == this || IsInDownTree(parent))
         return;
-    if (ParentQoSObject() == parent && LineTop())
-        return;
-    DetachFromParent();
-    SetParentName(name);
-    parent->AddChild(this);
-    CreateTopConnector();
-    PaintLines();
-    markChanged(QStringLiteral("QoSParent"));
+    LinkUnder(parent, QStringLiteral("QoSParent"));
 }
 
 QoSClass* QoSClass::TopClass()

@@ -32,14 +32,7 @@ void QoSFilter::AddParentQoSObject(const QString& name)
     auto* parent = qobject_cast<::QoSClass*>(m_document->Object(name));
     if (!parent || parent->GetObjectPage() != m_page || parent->HasChildClasses())
         return;
-    if (ParentQoSObject() == parent && LineTop())
-        return;
-    DetachFromParent();
-    SetParentName(name);
-    parent->AddChild(this);
-    CreateTopConnector();
-    PaintLines();
-    markChanged(QStringLiteral("QoSClass"));
+    LinkUnder(parent, QStringLiteral("QoSClass"));
 }
 
 QString QoSFilter::QoSIP() const

@@ -153,6 +153,18 @@ void QoSObject::RemoveTopConnector()
     emit linesChanged();
 }
 
+void QoSObject::LinkUnder(QoSClass* parent, const QString& property)
+{
+    if (ParentQoSObject() == parent && m_lineTop)
+        return;
+    DetachFromParent();
+    SetParentName(parent->Name());
+    parent->AddChild(this);
+    CreateTopConnector();
+    PaintLines();
+    markChanged(property);
+}
+
 void QoSObject::DetachFromParent()
 {
     if (QoSClass* parent = ParentQoSObject())

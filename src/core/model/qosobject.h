@@ -106,6 +106,9 @@ signals:
 
 protected:
     void markChanged(const QString& property);
+    // Hangs the object under a parent the caller has accepted: out of the old parent's
+    // children, into the new one's, with a new upper connector.
+    void LinkUnder(QoSClass* parent, const QString& property);
 
     Document* m_document;
     ObjectPage* m_page; // pages live as long as the document
