@@ -216,7 +216,7 @@ QoSObject::DropResult QoSObject::MoveObject(double left, double top)
     const ObjectPageProperties& p = m_page->prop();
     const auto l = Numbers::TryRoundToInt32(left);
     const auto t = Numbers::TryRoundToInt32(top);
-    if (!l || !t) {
+    if (!l || !t || p.ColWidth <= 0 || p.RowHeight <= 0) {
         m_page->PlaceObject(this);
         return result;
     }
