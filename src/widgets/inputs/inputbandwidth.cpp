@@ -3,6 +3,7 @@
 #include "app/dialogprompt.h"
 #include "document/unitconversion.h"
 #include "palettecolor.h"
+#include "fieldbinding.h"
 #include "typedkey.h"
 
 #include <QCheckBox>
@@ -77,17 +78,13 @@ void InputBandwidth::buildMenu()
 
 void InputBandwidth::setField(BandwidthField* field)
 {
-    if (m_field)
-        disconnect(m_field, nullptr, this, nullptr);
-    m_field = field ? field : &m_own;
+    bindField(this, m_field, field, m_own);
     connect(m_field, &BandwidthField::Change, this, &InputBandwidth::Change);
     connect(m_field, &BandwidthField::valueChanged, this, &InputBandwidth::showValue);
     connect(m_field, &BandwidthField::unitChanged, this, &InputBandwidth::showUnit);
     connect(m_field, &BandwidthField::lockedChanged, m_chkLocked, &QCheckBox::setChecked);
     connect(m_field, &BandwidthField::showLockChanged, m_chkLocked, &QCheckBox::setVisible);
     connect(m_field, &BandwidthField::backgroundChanged, this, &InputBandwidth::showBackground);
-    if (m_field != &m_own)
-        connect(m_field, &QObject::destroyed, this, [this] { setField(nullptr); });
     showValue();
     showUnit();
     m_chkLocked->setChecked(m_field->Locked());

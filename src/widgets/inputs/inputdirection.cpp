@@ -1,5 +1,7 @@
 #include "inputdirection.h"
 
+#include "fieldbinding.h"
+
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
@@ -27,13 +29,9 @@ InputDirection::InputDirection(DirectionField* field, QWidget* parent)
 
 void InputDirection::setField(DirectionField* field)
 {
-    if (m_field)
-        disconnect(m_field, nullptr, this, nullptr);
-    m_field = field ? field : &m_own;
+    bindField(this, m_field, field, m_own);
     connect(m_field, &DirectionField::textChanged, this, &InputDirection::showText);
     connect(m_field, &DirectionField::Change, this, &InputDirection::Change);
-    if (m_field != &m_own)
-        connect(m_field, &QObject::destroyed, this, [this] { setField(nullptr); });
     showText();
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/dialogprompt.h"
 #include "document/qoserror.h"
+#include "fieldbinding.h"
 #include "typedkey.h"
 
 #include <QClipboard>
@@ -80,13 +81,9 @@ void InputIP::buildMenu()
 
 void InputIP::setField(IpField* field)
 {
-    if (m_field)
-        disconnect(m_field, nullptr, this, nullptr);
-    m_field = field ? field : &m_own;
+    bindField(this, m_field, field, m_own);
     connect(m_field, &IpField::Change, this, &InputIP::showText);
     connect(m_field, &IpField::Change, this, &InputIP::Change);
-    if (m_field != &m_own)
-        connect(m_field, &QObject::destroyed, this, [this] { setField(nullptr); });
     showText();
 }
 

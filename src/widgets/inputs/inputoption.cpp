@@ -1,5 +1,6 @@
 #include "inputoption.h"
 
+#include "fieldbinding.h"
 #include "typedkey.h"
 
 #include <QHBoxLayout>
@@ -44,13 +45,9 @@ InputOption::InputOption(OptionField* field, QWidget* parent)
 
 void InputOption::setField(OptionField* field)
 {
-    if (m_field)
-        disconnect(m_field, nullptr, this, nullptr);
-    m_field = field ? field : &m_own;
+    bindField(this, m_field, field, m_own);
     connect(m_field, &OptionField::Change, this, &InputOption::showText);
     connect(m_field, &OptionField::Change, this, &InputOption::Change);
-    if (m_field != &m_own)
-        connect(m_field, &QObject::destroyed, this, [this] { setField(nullptr); });
     showText();
 }
 

@@ -1,6 +1,7 @@
 #include "inputport.h"
 
 #include "app/dialogprompt.h"
+#include "fieldbinding.h"
 #include "typedkey.h"
 
 #include <QHBoxLayout>
@@ -42,13 +43,9 @@ InputPort::InputPort(PortField* field, QWidget* parent)
 
 void InputPort::setField(PortField* field)
 {
-    if (m_field)
-        disconnect(m_field, nullptr, this, nullptr);
-    m_field = field ? field : &m_own;
+    bindField(this, m_field, field, m_own);
     connect(m_field, &PortField::Change, this, &InputPort::showPort);
     connect(m_field, &PortField::Change, this, &InputPort::Change);
-    if (m_field != &m_own)
-        connect(m_field, &QObject::destroyed, this, [this] { setField(nullptr); });
     showPort();
 }
 

@@ -1,6 +1,7 @@
 #include "inputprio.h"
 
 #include "palettecolor.h"
+#include "fieldbinding.h"
 #include "typedkey.h"
 
 #include <QHBoxLayout>
@@ -48,14 +49,10 @@ InputPrio::InputPrio(PrioField* field, QWidget* parent)
 
 void InputPrio::setField(PrioField* field)
 {
-    if (m_field)
-        disconnect(m_field, nullptr, this, nullptr);
-    m_field = field ? field : &m_own;
+    bindField(this, m_field, field, m_own);
     connect(m_field, &PrioField::Change, this, &InputPrio::showValue);
     connect(m_field, &PrioField::Change, this, &InputPrio::Change);
     connect(m_field, &PrioField::appearanceChanged, this, &InputPrio::showAppearance);
-    if (m_field != &m_own)
-        connect(m_field, &QObject::destroyed, this, [this] { setField(nullptr); });
     showValue();
     showAppearance();
 }

@@ -1,5 +1,6 @@
 #include "inputtype.h"
 
+#include "fieldbinding.h"
 #include "typedkey.h"
 
 #include <QContextMenuEvent>
@@ -45,13 +46,9 @@ InputType::InputType(TypeField* field, QWidget* parent)
 
 void InputType::setField(TypeField* field)
 {
-    if (m_field)
-        disconnect(m_field, nullptr, this, nullptr);
-    m_field = field ? field : &m_own;
+    bindField(this, m_field, field, m_own);
     connect(m_field, &TypeField::Change, this, &InputType::showText);
     connect(m_field, &TypeField::Change, this, &InputType::Change);
-    if (m_field != &m_own)
-        connect(m_field, &QObject::destroyed, this, [this] { setField(nullptr); });
     showText();
 }
 
