@@ -208,26 +208,30 @@ private:
     std::u16string m_key;
 };
 
-void importGuarded(Document& doc, const std::function<QByteArray()>& read)
+ImportReport importGuarded(Document& doc, const std::function<QByteArray()>& read)
 {
+    ImportReport report;
     StatusWindow* status = doc.statusWindow();
     if (status)
         status->Show(QStringLiteral("Import"), QStringLiteral("Import..."));
     try {
         const QoSFileTable file(read());
         Import(doc, file).run();
-    } catch (const QoSError&) {
-        // Ends the import where it stands; what was created stays, and nothing is reported.
+    } catch (const QoSError& e) {
+        // Ends the import where it stands; what was created stays.
+        report.complete = false;
+        report.reason = e.message();
     }
     if (status)
         status->Close();
+    return report;
 }
 
 } // namespace
 
-void ImportQoSText(Document& doc, const QString& path)
+ImportReport ImportQoSText(Document& doc, const QString& path)
 {
-    importGuarded(doc, [&path] {
+    return importGuarded(doc, [&path] {
         QFile file(path);
         if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
             throw fileError(QStringLiteral("Die Datei kann nicht gelesen werden: ") + path);
@@ -235,7 +239,20 @@ void ImportQoSText(Document& doc, const QString& path)
     });
 }
 
-void ImportQoSBytes(Document& doc, const QByteArray& bytes)
+ImportReport ImportQoSBytes(Document& doc, const QByteArray& bytes)
 {
-    importGuarded(doc, [&bytes] { return bytes; });
+    return importGuarded(doc, [&bytes] { return bytes; });
+}
+
+QString ImportReport::Message() const
+{
+    if (complete)
+        return QString();
+    return QStringLiteral("Die Datei wurde nicht vollständig gelesen: %1 Gelesen: %2 von %3 Klassen, %4 von %5 "
+                          "Filtereinträgen.")
+        .arg(reason)
+        .arg(classesRead)
+        .arg(classesAnnounced)
+        .arg(entriesRead)
+        .arg(entriesAnnounced);
 }
