@@ -212,13 +212,15 @@ private slots:
         QVERIFY(text.contains(QStringLiteral("QOS_INTERNET_DEFAULT_UP=''")));
     }
 
-    void upPageBeyondDownGridIsNotWritten()
+    void upPageBeyondDownGridIsWritten()
     {
         Fixture f;
         int idx = 0;
         f.doc.Up1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("up"),
                               QStringLiteral("0"), idx, false, QStringLiteral("weit"), qint16(9), qint16(0));
-        QVERIFY(ExportQoSText(f.doc).contains(QStringLiteral("QOS_CLASS_N='0'")));
+        const QString text = ExportQoSText(f.doc);
+        QVERIFY(text.contains(QStringLiteral("QOS_CLASS_N='1'")));
+        QVERIFY(text.contains(QStringLiteral("#QOS_CLASS_1_CELLPOS='9,0'")));
     }
 
     void writerFailures_data()
@@ -344,8 +346,8 @@ private slots:
         QTest::newRow("ignore entry names no class")
             << two + "QOS_FILTER_N='2'\nQOS_FILTER_1_CLASS='2'\n#QOS_FILTER_2_PORTEXT='ignore'\n"
             << 2 << 1;
-        QTest::newRow("count 20000") << QByteArray("QOS_CLASS_N='20000'\n") << 0 << 0;
-        QTest::newRow("filter count 20000") << two + "QOS_FILTER_N='20000'\n" << 0 << 0;
+        QTest::newRow("class count above 100000") << QByteArray("QOS_CLASS_N='100001'\n") << 0 << 0;
+        QTest::newRow("filter count above 100000") << two + "QOS_FILTER_N='100001'\n" << 0 << 0;
         QTest::newRow("bad cell") << "#QOS_FILEVERSION='Tarnwick 1.1'\n" + two +
                                          "#QOS_CLASS_2_CELLPOS='1;1'\n"
                                   << 1 << 0;

@@ -140,6 +140,22 @@ void Document::ClassIdxChanged(QoSClass* c, int oldIdx)
     m_classesByIdx.insert(c->ClassIdx(), c);
 }
 
+Document::ImportScope::ImportScope(Document& doc) : m_doc(doc)
+{
+    if (m_doc.m_importing++ == 0) {
+        m_doc.m_down->BeginDeferred();
+        m_doc.m_up->BeginDeferred();
+    }
+}
+
+Document::ImportScope::~ImportScope()
+{
+    if (--m_doc.m_importing == 0) {
+        m_doc.m_down->EndDeferred();
+        m_doc.m_up->EndDeferred();
+    }
+}
+
 bool Document::ClearDocument()
 {
     if (m_controls.isEmpty()) {

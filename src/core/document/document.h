@@ -64,6 +64,21 @@ public:
     // The class of a parent-number text: its number value, when above 0, truncated.
     QoSClass* ClassByNumberText(const QString& text) const;
 
+    // While a file is read: the pages place their boxes once at the end, and the fields the
+    // reader sets are not recorded in the history (they are no edits of the user).
+    class ImportScope
+    {
+    public:
+        explicit ImportScope(Document& doc);
+        ~ImportScope();
+        ImportScope(const ImportScope&) = delete;
+        ImportScope& operator=(const ImportScope&) = delete;
+
+    private:
+        Document& m_doc;
+    };
+    bool IsImporting() const { return m_importing > 0; }
+
     // Clears the document before New or Open; asks whether to save a modified document.
     // Returns false when the user cancelled, and then nothing is cleared.
     bool ClearDocument();
@@ -103,6 +118,7 @@ private:
     std::function<void()> m_saveAs;
 
     bool m_modified = false;
+    int m_importing = 0;
     QString m_statusText;
     QHash<QString, QoSObject*> m_registry;
     QList<QoSObject*> m_objects;

@@ -2,13 +2,14 @@
 
 #include "numbers.h"
 #include "qoserror.h"
+#include "qosreader.h"
 #include "windows1252.h"
 
 #include <QStringList>
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
+#include <span>
 
 namespace {
 
@@ -34,14 +35,16 @@ QStringView leadingWord(QStringView line)
 std::vector<QStringView> splitLines(QStringView text)
 {
     std::vector<QStringView> lines;
+    lines.reserve(std::size_t(text.size() / 24));
     qsizetype start = 0;
     const qsizetype n = text.size();
+    const char16_t* p = text.utf16();
     for (qsizetype i = 0; i < n; ++i) {
-        const QChar c = text[i];
+        const char16_t c = p[i];
         if (c != u'\r' && c != u'\n')
             continue;
         lines.push_back(text.sliced(start, i - start));
-        if (c == u'\r' && i + 1 < n && text[i + 1] == u'\n')
+        if (c == u'\r' && i + 1 < n && p[i + 1] == u'\n')
             ++i;
         start = i + 1;
     }
@@ -49,27 +52,6 @@ std::vector<QStringView> splitLines(QStringView text)
     if (start < n)
         lines.push_back(text.sliced(start));
     return lines;
-}
-
-// Any order in which the words that begin with a name stand together will do; comparing the
-// code units as bytes is such an order and much faster than a character-wise comparison.
-int compareWords(QStringView a, QStringView b)
-{
-    const qsizetype n = qMin(a.size(), b.size());
-    if (const int c = std::memcmp(a.utf16(), b.utf16(), std::size_t(n) * sizeof(char16_t)))
-        return c;
-    return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
-}
-
-// FNV-1a over the code units.
-quint64 wordHash(QStringView word)
-{
-    quint64 h = 14695981039346656037ULL;
-    for (const QChar c : word) {
-        h ^= c.unicode();
-        h *= 1099511628211ULL;
-    }
-    return h;
 }
 
 QString trimBlanks(QStringView s)
@@ -83,50 +65,135 @@ QString trimBlanks(QStringView s)
     return s.sliced(a, b - a).toString();
 }
 
+using Field = QoSFileTable::Field;
+
+// The numbered names: a head, the number, a suffix.
+struct Suffix
+{
+    QStringView text;
+    Field field;
+};
+
+const Suffix classSuffixes[] = {{u"_PARENT", Field::ClassParent},
+                                {u"_MINBANDWIDTH", Field::ClassMinBandwidth},
+                                {u"_MAXBANDWIDTH", Field::ClassMaxBandwidth},
+                                {u"_DIRECTION", Field::ClassDirection},
+                                {u"_PRIO", Field::ClassPrio}};
+const Suffix classComments[] = {{u"_CAPTION", Field::ClassCaption}, {u"_CELLPOS", Field::ClassCellPos}};
+const Suffix filterSuffixes[] = {{u"_CLASS", Field::FilterClass},
+                                 {u"_IP", Field::FilterIp},
+                                 {u"_PORT", Field::FilterPort},
+                                 {u"_TYPE", Field::FilterType},
+                                 {u"_OPTION", Field::FilterOption}};
+const Suffix filterComments[] = {{u"_CAPTION", Field::FilterCaption},
+                                 {u"_CELLPOS", Field::FilterCellPos},
+                                 {u"_PORTEXT", Field::FilterPortExt}};
+
+struct Head
+{
+    QStringView text;
+    std::span<const Suffix> suffixes;
+};
+
+const Head heads[] = {
+    {u"QOS_CLASS_", classSuffixes},
+    {u"#QOS_CLASS_", classComments},
+    {u"QOS_FILTER_", filterSuffixes},
+    {u"#QOS_FILTER_", filterComments},
+};
+
+// The other names the reader asks for.
+const QStringView globals[] = {
+    u"QOS_INTERNET_DEV",      u"QOS_INTERNET_BAND_DOWN", u"QOS_INTERNET_BAND_UP", u"QOS_INTERNET_DEFAULT_DOWN",
+    u"QOS_INTERNET_DEFAULT_UP", u"QOS_LOCALNET_DEV",     u"QOS_LOCALNET_BAND",    u"#QOS_DESCRIPTION",
+    u"#QOS_FILEVERSION",      u"#QOS_PAGESIZE",          u"QOS_CLASS_N",          u"QOS_FILTER_N",
+};
+constexpr int descriptionGlobal = 7;
+
+struct Numbered
+{
+    const Head* head = nullptr;
+    qint32 number = 0;
+    QStringView rest;
+};
+
+// "QOS_CLASS_12_PRIO" as head, 12 and "_PRIO". Numbers with a leading zero or beyond any count
+// a file may announce can never be asked for and are not taken apart.
+std::optional<Numbered> splitNumbered(QStringView word)
+{
+    if (word.size() < 11 || (word[0] != u'Q' && word[0] != u'#'))
+        return std::nullopt;
+    for (const Head& h : heads) {
+        if (!word.startsWith(h.text))
+            continue;
+        qsizetype i = h.text.size();
+        qint64 number = 0;
+        while (i < word.size() && word[i] >= u'0' && word[i] <= u'9' && number <= MaxQoSObjectsInFile) {
+            number = number * 10 + (word[i].unicode() - u'0');
+            ++i;
+        }
+        const qsizetype digits = i - h.text.size();
+        if (digits == 0 || word[h.text.size()] == u'0' || number > MaxQoSObjectsInFile ||
+            (i < word.size() && word[i] >= u'0' && word[i] <= u'9'))
+            return std::nullopt;
+        return Numbered{&h, qint32(number), word.sliced(i)};
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 QoSFileTable::QoSFileTable(const QByteArray& bytes)
-    : m_text(Windows1252::Decode(bytes)), m_lines(splitLines(m_text))
+    : m_text(Windows1252::Decode(bytes)), m_lines(splitLines(m_text)), m_globals(std::size(globals), -1)
 {
-    m_index.reserve(m_lines.size());
-    for (std::size_t i = 0; i < m_lines.size(); ++i) {
-        const QStringView word = leadingWord(m_lines[i]);
-        if (!word.isEmpty())
-            m_index.push_back({word, qsizetype(i)});
-    }
-    std::sort(m_index.begin(), m_index.end(), [](const Key& a, const Key& b) {
-        const int c = compareWords(a.word, b.word);
-        return c != 0 ? c < 0 : a.line < b.line;
-    });
-    std::size_t capacity = 16;
-    while (capacity < m_index.size() * 2)
-        capacity *= 2;
-    m_exact.resize(capacity);
-    for (std::size_t i = 0; i < m_index.size();) {
-        std::size_t end = i + 1;
-        while (end < m_index.size() && compareWords(m_index[end].word, m_index[i].word) == 0)
-            ++end;
-        if (end == m_index.size() || !m_index[end].word.startsWith(m_index[i].word)) {
-            const quint64 h = wordHash(m_index[i].word);
-            std::size_t slot = h & (capacity - 1);
-            while (m_exact[slot].key >= 0)
-                slot = (slot + 1) & (capacity - 1);
-            m_exact[slot] = {h, qsizetype(i)};
+    index();
+}
+
+void QoSFileTable::index()
+{
+    const qsizetype n = LineCount();
+    for (qsizetype i = 0; i < n; ++i) {
+        if (isText(i))
+            continue;
+        const QStringView word = leadingWord(m_lines[std::size_t(i)]);
+        if (word.isEmpty())
+            continue;
+        if (const auto numbered = splitNumbered(word)) {
+            for (const auto& [suffix, field] : numbered->head->suffixes) {
+                if (!numbered->rest.startsWith(suffix))
+                    continue; // a longer suffix ("_PRIORITY") still begins with the name
+                std::vector<qint32>& lines = m_fields[std::size_t(field)];
+                if (lines.size() <= std::size_t(numbered->number))
+                    lines.resize(std::size_t(numbered->number) + 1, -1);
+                if (lines[std::size_t(numbered->number)] < 0)
+                    lines[std::size_t(numbered->number)] = qint32(i);
+            }
+            continue;
         }
-        i = end;
+        for (std::size_t g = 0; g < std::size(globals); ++g) {
+            if (m_globals[g] >= 0 || !word.startsWith(globals[g]))
+                continue;
+            m_globals[g] = qint32(i);
+            if (g != descriptionGlobal)
+                continue;
+            // The description's own lines follow: those that start with "#" are text.
+            try {
+                const QString count = valueOfLine(i, false);
+                const double lines = Numbers::LeadingValue(count);
+                if (lines > 0) {
+                    m_textFrom = i;
+                    m_textTo = i + qsizetype(qMin(std::nearbyint(lines), double(n)));
+                }
+            } catch (const QoSError&) {
+                // A count line without its quotes or with an absurd number holds no text.
+            }
+        }
     }
 }
 
-std::optional<qsizetype> QoSFileTable::exactLine(QStringView word) const
+bool QoSFileTable::isText(qsizetype line) const
 {
-    const quint64 h = wordHash(word);
-    const std::size_t mask = m_exact.size() - 1;
-    for (std::size_t slot = h & mask; m_exact[slot].key >= 0; slot = (slot + 1) & mask) {
-        const Slot& s = m_exact[slot];
-        if (s.hash == h && compareWords(m_index[std::size_t(s.key)].word, word) == 0)
-            return m_index[std::size_t(s.key)].line;
-    }
-    return std::nullopt;
+    return line > m_textFrom && line <= m_textTo && m_lines[std::size_t(line)].startsWith(u'#');
 }
 
 QString QoSFileTable::CleanLine(QStringView line)
@@ -136,26 +203,54 @@ QString QoSFileTable::CleanLine(QStringView line)
     return trimBlanks(s);
 }
 
+std::optional<qsizetype> QoSFileTable::fieldLine(Field field, qint32 number) const
+{
+    const std::vector<qint32>& lines = m_fields[std::size_t(field)];
+    if (number < 0 || std::size_t(number) >= lines.size() || lines[std::size_t(number)] < 0)
+        return std::nullopt;
+    return lines[std::size_t(number)];
+}
+
 std::optional<qsizetype> QoSFileTable::FindLine(QStringView name) const
 {
     if (name.isEmpty())
         return m_lines.empty() ? std::nullopt : std::optional<qsizetype>(0);
-    if (std::any_of(name.begin(), name.end(), isWordBreak)) {
-        // Not a plain name: fall back to the test on every line.
-        for (std::size_t i = 0; i < m_lines.size(); ++i)
-            if (CleanLine(m_lines[i]).startsWith(name))
-                return qsizetype(i);
-        return std::nullopt;
+    if (const auto numbered = splitNumbered(name)) {
+        for (const auto& [suffix, field] : numbered->head->suffixes)
+            if (numbered->rest == suffix)
+                return fieldLine(field, numbered->number);
     }
-    if (const auto line = exactLine(name))
-        return line;
-    auto it = std::lower_bound(m_index.begin(), m_index.end(), name,
-                               [](const Key& k, QStringView n) { return compareWords(k.word, n) < 0; });
-    std::optional<qsizetype> first;
-    for (; it != m_index.end() && it->word.startsWith(name); ++it)
-        if (!first || it->line < *first)
-            first = it->line;
-    return first;
+    for (std::size_t g = 0; g < std::size(globals); ++g)
+        if (name == globals[g])
+            return m_globals[g] < 0 ? std::nullopt : std::optional<qsizetype>(m_globals[g]);
+    // Any other name: line by line.
+    const bool plain = std::none_of(name.begin(), name.end(), isWordBreak);
+    for (qsizetype i = 0; i < LineCount(); ++i) {
+        if (isText(i))
+            continue;
+        if (plain ? leadingWord(m_lines[std::size_t(i)]).startsWith(name) : CleanLine(m_lines[std::size_t(i)]).startsWith(name))
+            return i;
+    }
+    return std::nullopt;
+}
+
+QString QoSFileTable::valueOfLine(qsizetype line, bool multiLine) const
+{
+    // Blanks and tabs are never "=" or quotes, so the raw line gives the same positions as the
+    // cleaned one; only the tabs inside the value must become blanks.
+    const QStringView raw = Line(line);
+    const qsizetype equals = raw.indexOf(u'=');
+    const qsizetype open = equals < 0 ? -1 : raw.indexOf(u'\'', equals + 1);
+    const qsizetype close = open < 0 ? -1 : raw.indexOf(u'\'', open + 1);
+    if (close < 0)
+        throw QoSError(QoSError::Kind::File,
+                       QStringLiteral("Zeile %1 hat keinen Wert in Anführungszeichen: %2")
+                           .arg(line + 1)
+                           .arg(CleanLine(raw)));
+    QString value = raw.sliced(open + 1, close - open - 1).toString();
+    if (value.contains(u'\t'))
+        value.replace(u'\t', u' ');
+    return multiLine ? followingLines(line, value) : value;
 }
 
 QString QoSFileTable::GetQoSValue(QStringView name, const QString& defaultValue, bool multiLine) const
@@ -163,22 +258,22 @@ QString QoSFileTable::GetQoSValue(QStringView name, const QString& defaultValue,
     if (name == u"%Version")
         return versionValue(defaultValue);
     const std::optional<qsizetype> line = FindLine(name);
-    if (!line)
-        return defaultValue;
-    // Blanks and tabs are never "=" or quotes, so the raw line gives the same positions as the
-    // cleaned one; only the tabs inside the value must become blanks.
-    const QStringView raw = Line(*line);
-    const qsizetype equals = raw.indexOf(u'=');
-    const qsizetype open = equals < 0 ? -1 : raw.indexOf(u'\'', equals + 1);
-    const qsizetype close = open < 0 ? -1 : raw.indexOf(u'\'', open + 1);
-    if (close < 0)
-        throw QoSError(QoSError::Kind::File,
-                       QStringLiteral("Zeile %1 hat keinen Wert in Anführungszeichen: %2")
-                           .arg(*line + 1)
-                           .arg(CleanLine(raw)));
-    QString value = raw.sliced(open + 1, close - open - 1).toString();
-    value.replace(u'\t', u' ');
-    return multiLine ? followingLines(*line, value) : value;
+    return line ? valueOfLine(*line, multiLine) : defaultValue;
+}
+
+QString QoSFileTable::Value(Field field, qint32 number, const QString& defaultValue) const
+{
+    const std::optional<qsizetype> line = fieldLine(field, number);
+    return line ? valueOfLine(*line, false) : defaultValue;
+}
+
+QString QoSFileTable::Name(Field field, qint32 number)
+{
+    for (const Head& h : heads)
+        for (const auto& [suffix, f] : h.suffixes)
+            if (f == field)
+                return h.text.toString() + QString::number(number) + suffix.toString();
+    return QString();
 }
 
 QString QoSFileTable::versionValue(const QString& defaultValue) const

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringView>
+
+#include <array>
 #include <optional>
 #include <vector>
 
@@ -10,10 +12,22 @@
 //
 // A variable is found on the first line that, with tabs made blanks and blanks trimmed,
 // begins with its name; later lines are never seen. Commented variables are looked up with
-// their "#". The lines are indexed by their leading word, so a look-up does not scan the file.
+// their "#". The lines of the description block that start with "#" are text and never
+// stand for a variable.
+//
+// The settings the reader asks for are indexed in one pass over the lines: the fields of
+// numbered classes and filter entries by field and number, the few others by name. Any
+// other name is looked for line by line.
 class QoSFileTable
 {
 public:
+    // The numbered fields, looked up without building their names.
+    enum class Field {
+        ClassCaption, ClassCellPos, ClassParent, ClassMinBandwidth, ClassMaxBandwidth, ClassDirection, ClassPrio,
+        FilterCaption, FilterCellPos, FilterPortExt, FilterClass, FilterIp, FilterPort, FilterType, FilterOption,
+    };
+    static constexpr int FieldCount = int(Field::FilterOption) + 1;
+
     // Windows-1252 bytes; lines end at CR LF, LF or CR.
     explicit QoSFileTable(const QByteArray& bytes);
     // The lines and the index point into the table's own text.
@@ -32,28 +46,27 @@ public:
     // without its first character, joined with CR LF. "%Version" is read from the end of the
     // file's second line.
     QString GetQoSValue(QStringView name, const QString& defaultValue, bool multiLine = false) const;
+    // The same for field `field` of class or filter entry `number` ("QOS_CLASS_3_PARENT").
+    QString Value(Field field, qint32 number, const QString& defaultValue) const;
+    // The name of such a field.
+    static QString Name(Field field, qint32 number);
 
     static QString CleanLine(QStringView line);
 
 private:
+    QString valueOfLine(qsizetype line, bool multiLine) const;
     QString versionValue(const QString& defaultValue) const;
     QString followingLines(qsizetype line, const QString& countText) const;
+    bool isText(qsizetype line) const;
+    void index();
+    std::optional<qsizetype> fieldLine(Field field, qint32 number) const;
 
-    struct Key
-    {
-        QStringView word;
-        qsizetype line;
-    };
     QString m_text; // the decoded file; the lines are views into it
     std::vector<QStringView> m_lines;
-    std::vector<Key> m_index; // sorted by word, then line
-    // A word's first line, when no longer word begins with it; the common look-up then needs
-    // no search. Open addressing with a cheap hash: a file has tens of thousands of words.
-    struct Slot
-    {
-        quint64 hash = 0;
-        qsizetype key = -1; // position in m_index, -1 for a free slot
-    };
-    std::vector<Slot> m_exact;
-    std::optional<qsizetype> exactLine(QStringView word) const;
+    // The description lines that start with "#": (m_textFrom, m_textTo].
+    qsizetype m_textFrom = -1;
+    qsizetype m_textTo = -1;
+    // First line of each numbered field, by number; -1 where there is none.
+    std::array<std::vector<qint32>, FieldCount> m_fields;
+    std::vector<qint32> m_globals;
 };

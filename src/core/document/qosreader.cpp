@@ -11,16 +11,17 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QPointer>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <optional>
 #include <string>
 
 namespace {
 
-// Beyond this a file is taken as broken rather than read for minutes.
-constexpr qint32 maxObjectsInFile = 10000;
+using Field = QoSFileTable::Field;
 
 QoSError fileError(const QString& text)
 {
@@ -47,66 +48,83 @@ qint16 cellPart(QStringView text)
     return Numbers::AsInt16(text);
 }
 
-Cell readCell(const QoSFileTable& file, QStringView name)
+// The value of a class number as the document looks it up: its leading number, truncated.
+std::optional<qint64> classNumber(const QString& text)
 {
-    const QString text = file.GetQoSValue(name, QStringLiteral("0,0"));
-    const qsizetype comma = text.indexOf(u',');
-    if (comma < 0)
-        throw fileError(QStringLiteral("Ungültige Zellposition: ") + text);
-    return {cellPart(QStringView(text).first(comma)), cellPart(QStringView(text).sliced(comma + 1))};
-}
-
-qint32 readCount(const QoSFileTable& file, const QString& name)
-{
-    const qint32 n = Numbers::AsInteger(file.GetQoSValue(name, QStringLiteral("0")));
-    if (n > maxObjectsInFile)
-        throw fileError(QStringLiteral("Zu viele Einträge: %1 = %2").arg(name).arg(n));
-    return n;
+    double v = 0;
+    try {
+        v = Numbers::LeadingValue(text);
+    } catch (const QoSError&) {
+        return std::nullopt;
+    }
+    if (!(v > 0) || v > 2147483647.0)
+        return std::nullopt;
+    return qint64(std::trunc(v));
 }
 
 class Import
 {
 public:
-    Import(Document& doc, const QoSFileTable& file) : m_doc(doc), m_file(file), m_status(doc.statusWindow())
+    Import(Document& doc, const QoSFileTable& file, ImportReport& report)
+        : m_doc(doc), m_file(file), m_status(doc.statusWindow()), m_report(report)
     {}
 
     void run()
     {
+        m_report.where = QStringLiteral("Kopfteil");
         message(QStringLiteral("Import...Header"));
         readCommon();
         // Cells and page size are only trusted from files this editor wrote.
         const bool layout = value(u"#QOS_FILEVERSION", QString()) == u"Tarnwick 1.1";
         if (layout)
             readPageSize();
-        const qint32 classes = readCount(m_file, QStringLiteral("QOS_CLASS_N"));
-        const qint32 filters = readCount(m_file, QStringLiteral("QOS_FILTER_N"));
-        for (qint32 n = 1; n <= classes; ++n)
-            readClass(n, layout);
-        for (qint32 m = 1; m <= filters; ++m) {
-            if (m_status)
-                m_status->SetMessage(QStringLiteral("Import...Filter ") + QString::number(m));
-            if (m_status)
-                m_status->SetProgress(classes + m, classes + filters);
-            readFilter(m, layout);
+        const qint32 classes = readCount(QStringLiteral("QOS_CLASS_N"), QStringLiteral("Klassen"));
+        m_report.classesAnnounced = classes;
+        const qint32 filters = readCount(QStringLiteral("QOS_FILTER_N"), QStringLiteral("Filtereinträge"));
+        m_report.entriesAnnounced = filters;
+        try {
+            for (qint32 n = 1; n <= classes; ++n) {
+                m_report.where = QStringLiteral("Klasse %1").arg(n);
+                readClass(n, classes, layout);
+                m_report.classesRead = n;
+            }
+        } catch (const QoSError& e) {
+            linkLaterParents();
+            throw located(e);
         }
+        linkLaterParents();
+        try {
+            for (qint32 m = 1; m <= filters; ++m) {
+                m_report.where = QStringLiteral("Filtereintrag %1").arg(m);
+                if (m_status) {
+                    m_status->SetMessage(QStringLiteral("Import...Filter ") + QString::number(m));
+                    m_status->SetProgress(classes + m, classes + filters);
+                }
+                readFilter(m, layout);
+                m_report.entriesRead = m;
+            }
+        } catch (const QoSError& e) {
+            throw located(e);
+        }
+        m_report.where.clear();
     }
 
 private:
-    // NAME of a variable: an optional "#", a stem such as QOS_CLASS_3 and a suffix. Built in one
-    // reused buffer: an import looks up tens of thousands of names.
-    QStringView key(const QString& stem, QStringView suffix, bool commented = false)
+    // An error inside a class or a filter entry names it.
+    QoSError located(const QoSError& e) const
     {
-        m_key.clear();
-        if (commented)
-            m_key.push_back(u'#');
-        m_key.append(reinterpret_cast<const char16_t*>(stem.utf16()), std::size_t(stem.size()));
-        m_key.append(suffix.utf16(), std::size_t(suffix.size()));
-        return QStringView(m_key.data(), qsizetype(m_key.size()));
+        if (e.message().startsWith(m_report.where + u' ') || e.message().startsWith(m_report.where + u':'))
+            return e;
+        return fileError(m_report.where + QStringLiteral(": ") + e.message());
     }
 
     QString value(QStringView name, const QString& defaultValue, bool multiLine = false) const
     {
         return m_file.GetQoSValue(name, defaultValue, multiLine);
+    }
+    QString value(Field field, qint32 number, const QString& defaultValue) const
+    {
+        return m_file.Value(field, number, defaultValue);
     }
 
     void message(const QString& text)
@@ -119,75 +137,158 @@ private:
     {
         QoSCommon& common = *m_doc.Common1();
         common.SetQoSInternetDev(value(u"QOS_INTERNET_DEV", QStringLiteral("ppp0")));
-        common.SetQoSInternetBandDown(value(u"QOS_INTERNET_BAND_DOWN", QStringLiteral("768kbit")));
-        common.SetQoSInternetBandUp(value(u"QOS_INTERNET_BAND_UP", QStringLiteral("128kbit")));
+        setBandwidth(u"QOS_INTERNET_BAND_DOWN", QStringLiteral("768kbit"),
+                     [&common](const QString& v) { common.SetQoSInternetBandDown(v); });
+        setBandwidth(u"QOS_INTERNET_BAND_UP", QStringLiteral("128kbit"),
+                     [&common](const QString& v) { common.SetQoSInternetBandUp(v); });
         common.SetQoSInternetDefaultDown(value(u"QOS_INTERNET_DEFAULT_DOWN", QStringLiteral("0")));
         common.SetQoSInternetDefaultUp(value(u"QOS_INTERNET_DEFAULT_UP", QStringLiteral("0")));
         common.SetQoSLocalNetDev(value(u"QOS_LOCALNET_DEV", QStringLiteral("eth0")));
-        common.SetQoSLocalBand(value(u"QOS_LOCALNET_BAND", QStringLiteral("10Mbit")));
+        setBandwidth(u"QOS_LOCALNET_BAND", QStringLiteral("10Mbit"),
+                     [&common](const QString& v) { common.SetQoSLocalBand(v); });
         common.SetQoSDescription(value(u"#QOS_DESCRIPTION", QString(), true));
         common.SetQoSVersion(value(u"%Version", QStringLiteral("unbekannt")));
+    }
+
+    template <typename Set>
+    void setBandwidth(QStringView name, const QString& defaultValue, Set set)
+    {
+        const QString v = value(name, defaultValue);
+        try {
+            set(v);
+        } catch (const QoSError& e) {
+            throw fileError(QStringLiteral("%1='%2': %3").arg(name, v, e.message()));
+        }
     }
 
     void readPageSize()
     {
         const QStringList parts = value(u"#QOS_PAGESIZE", QStringLiteral("10,5")).split(u',');
         if (parts.size() < 2)
-            throw fileError(QStringLiteral("Ungültige Seitengröße"));
+            throw fileError(QStringLiteral("Die Seitengröße '%1' hat nicht zwei Teile.").arg(parts.join(u',')));
         qint32 cols = Numbers::RoundToInt32(Numbers::LeadingValue(parts[0]));
         qint32 rows = Numbers::RoundToInt32(Numbers::LeadingValue(parts[1]));
         m_doc.Down1()->SetGridDimensions(cols, rows);
     }
 
-    void readClass(qint32 n, bool layout)
+    qint32 readCount(const QString& name, const QString& what)
     {
-        if (m_status)
-            m_status->SetMessage(QStringLiteral("Import...Class ") + QString::number(n));
-        const QString prefix = QStringLiteral("QOS_CLASS_") + QString::number(n);
-        QString caption = value(key(prefix, u"_CAPTION", true), QString());
+        const QString text = value(name, QStringLiteral("0"));
+        qint32 n = 0;
+        try {
+            n = Numbers::AsInteger(text);
+        } catch (const QoSError&) {
+            throw fileError(QStringLiteral("%1='%2' ist keine ganze Zahl.").arg(name, text));
+        }
+        // Every file the editor writes must read back, and one filter may stand for many
+        // entries; beyond this a file is taken as broken rather than read for minutes.
+        if (n > MaxQoSObjectsInFile)
+            throw fileError(QStringLiteral("%1='%2': mehr als %3 %4 werden nicht gelesen.")
+                                .arg(name, text)
+                                .arg(MaxQoSObjectsInFile)
+                                .arg(what));
+        return n;
+    }
+
+    Cell readCell(Field field, qint32 number, const QString& owner)
+    {
+        const QString text = value(field, number, QStringLiteral("0,0"));
+        const qsizetype comma = text.indexOf(u',');
+        try {
+            if (comma < 0)
+                throw QoSError::typeMismatch(text);
+            return {cellPart(QStringView(text).first(comma)), cellPart(QStringView(text).sliced(comma + 1))};
+        } catch (const QoSError&) {
+            throw fileError(QStringLiteral("%1 hat die ungültige Zellposition '%2'.").arg(owner, text));
+        }
+    }
+
+    void readClass(qint32 n, qint32 classes, bool layout)
+    {
+        message(QStringLiteral("Import...Class ") + QString::number(n));
+        QString caption = value(Field::ClassCaption, n, QString());
         if (caption.isEmpty())
             caption = QStringLiteral("Class ") + QString::number(n);
-        const QString parent = value(key(prefix, u"_PARENT"), QStringLiteral("0"));
-        const QString minimum = value(key(prefix, u"_MINBANDWIDTH"), QStringLiteral("768kbit"));
-        const QString maximum = value(key(prefix, u"_MAXBANDWIDTH"), QStringLiteral("768kbit"));
-        const QString direction = value(key(prefix, u"_DIRECTION"), QStringLiteral("down"));
-        const QString prio = value(key(prefix, u"_PRIO"), QStringLiteral("0"));
+        QString parent = value(Field::ClassParent, n, QStringLiteral("0"));
+        const QString minimum = value(Field::ClassMinBandwidth, n, QStringLiteral("768kbit"));
+        const QString maximum = value(Field::ClassMaxBandwidth, n, QStringLiteral("768kbit"));
+        const QString direction = value(Field::ClassDirection, n, QStringLiteral("down"));
+        const QString prio = value(Field::ClassPrio, n, QStringLiteral("0"));
+        const QString owner = QStringLiteral("Klasse %1").arg(n);
 
         // Judged against the common page as it stands now; the test on the direction is exact,
         // so a class read as "Up" lands on the up page but is never its default class.
         const QoSCommon& common = *m_doc.Common1();
-        const bool isDefault =
-            (direction == u"down" && n == Numbers::LeadingValue(common.QoSInternetDefaultDown())) ||
-            (direction == u"up" && n == Numbers::LeadingValue(common.QoSInternetDefaultUp()));
+        const auto names = [n](const QString& number) {
+            try {
+                return n == Numbers::LeadingValue(number);
+            } catch (const QoSError&) {
+                return false; // a number beyond any double names no class
+            }
+        };
+        const bool isDefault = (direction == u"down" && names(common.QoSInternetDefaultDown())) ||
+                               (direction == u"up" && names(common.QoSInternetDefaultUp()));
 
         ObjectPage* page = m_doc.PageForDirection(direction);
         if (!page)
-            throw fileError(QStringLiteral("Unbekannte Richtung: ") + direction);
+            throw fileError(QStringLiteral("%1 hat die Richtung '%2'.").arg(owner, direction));
         Cell cell;
         if (layout)
-            cell = readCell(m_file, key(prefix, u"_CELLPOS", true));
+            cell = readCell(Field::ClassCellPos, n, owner);
+
+        // A parent that comes later in the file does not exist yet: the class is made without
+        // it and linked once all classes are there.
+        const std::optional<qint64> parentNumber = classNumber(parent);
+        const bool later = parentNumber && *parentNumber > n && *parentNumber <= classes;
+        if (later)
+            parent = QStringLiteral("0");
+
         // The n-th class gets number n, so the parent numbers of the file name classes made before.
         int classIdx = n;
-        page->AddClass(parent, minimum, maximum, direction, prio, classIdx, isDefault, caption, cell.x,
-                       cell.y, true);
+        QoSClass* c = nullptr;
+        try {
+            c = page->AddClass(parent, minimum, maximum, direction, prio, classIdx, isDefault, caption, cell.x,
+                               cell.y, true);
+        } catch (const QoSError& e) {
+            if (e.kind() == QoSError::Kind::Tree)
+                throw fileError(QStringLiteral("%1 steht nicht auf der Seite ihrer übergeordneten Klasse %2.")
+                                    .arg(owner, parent));
+            throw;
+        }
+        if (c && later)
+            m_laterParents.push_back({c, *parentNumber});
+    }
+
+    void linkLaterParents()
+    {
+        // By the usual rules: a parent on the other page, a class with filters or a descendant
+        // of the class is left out without a word.
+        for (const auto& [c, number] : m_laterParents)
+            if (c)
+                c->SetQoSParent(QString::number(number));
+        m_laterParents.clear();
     }
 
     void readFilter(qint32 m, bool layout)
     {
-        const QString prefix = QStringLiteral("QOS_FILTER_") + QString::number(m);
-        const QString caption = value(key(prefix, u"_CAPTION", true), QString());
-        const QString classText = value(key(prefix, u"_CLASS"), QString());
-        const QString ip = value(key(prefix, u"_IP"), QString());
-        QString port = value(key(prefix, u"_PORT"), QString());
-        const QString portList = value(key(prefix, u"_PORTEXT", true), QString());
-        const QString type = value(key(prefix, u"_TYPE"), QString());
-        const QString option = value(key(prefix, u"_OPTION"), QString());
+        const QString caption = value(Field::FilterCaption, m, QString());
+        const QString classText = value(Field::FilterClass, m, QString());
+        const QString ip = value(Field::FilterIp, m, QString());
+        QString port = value(Field::FilterPort, m, QString());
+        const QString portList = value(Field::FilterPortExt, m, QString());
+        const QString type = value(Field::FilterType, m, QString());
+        const QString option = value(Field::FilterOption, m, QString());
+        const QString owner = QStringLiteral("Filtereintrag %1").arg(m);
 
         // Looked up before the "ignore" test: a continuation entry must name a class too.
-        const qint32 number = Numbers::RoundToInt32(Numbers::LeadingValue(classText));
-        QoSClass* c = m_doc.ClassByIdx(number);
+        std::optional<qint32> number;
+        try {
+            number = Numbers::RoundToInt32(Numbers::LeadingValue(classText));
+        } catch (const QoSError&) {
+        }
+        QoSClass* c = number ? m_doc.ClassByIdx(*number) : nullptr;
         if (!c || !c->GetObjectPage())
-            throw fileError(QStringLiteral("Der Filter %1 nennt keine Klasse: %2").arg(m).arg(classText));
+            throw fileError(QStringLiteral("%1 nennt die Klasse '%2', die es nicht gibt.").arg(owner, classText));
         // A filter of several ports was written as several entries: the first carries the
         // whole list, the others are marked "ignore".
         if (portList == u"ignore")
@@ -196,17 +297,35 @@ private:
             port = portList;
         Cell cell;
         if (layout)
-            cell = readCell(m_file, key(prefix, u"_CELLPOS", true));
+            cell = readCell(Field::FilterCellPos, m, owner);
         int filterIdx = 0;
-        c->GetObjectPage()->AddFilter(QString::number(c->ClassIdx()), ip, port, type, option, filterIdx,
-                                      caption, cell.x, cell.y, true);
+        c->GetObjectPage()->AddFilter(QString::number(c->ClassIdx()), ip, port, type, option, filterIdx, caption,
+                                      cell.x, cell.y, true);
     }
 
     Document& m_doc;
     const QoSFileTable& m_file;
     StatusWindow* m_status;
-    std::u16string m_key;
+    ImportReport& m_report;
+    std::vector<std::pair<QPointer<QoSClass>, qint64>> m_laterParents;
 };
+
+// The whole file, unless it is larger than any qos.txt can sensibly be: a device or a file of
+// gigabytes is refused before it fills the memory.
+QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
+        throw fileError(QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden.").arg(path));
+    QByteArray bytes = file.read(MaxQoSFileSize + 1);
+    if (file.error() != QFileDevice::NoError)
+        throw fileError(QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden: %2").arg(path, file.errorString()));
+    if (bytes.size() > MaxQoSFileSize)
+        throw fileError(QStringLiteral("Die Datei \"%1\" ist größer als %2 MB und wird nicht gelesen.")
+                            .arg(path)
+                            .arg(MaxQoSFileSize / (1024 * 1024)));
+    return bytes;
+}
 
 ImportReport importGuarded(Document& doc, const std::function<QByteArray()>& read)
 {
@@ -214,13 +333,18 @@ ImportReport importGuarded(Document& doc, const std::function<QByteArray()>& rea
     StatusWindow* status = doc.statusWindow();
     if (status)
         status->Show(QStringLiteral("Import"), QStringLiteral("Import..."));
-    try {
-        const QoSFileTable file(read());
-        Import(doc, file).run();
-    } catch (const QoSError& e) {
-        // Ends the import where it stands; what was created stays.
-        report.complete = false;
-        report.reason = e.message();
+    {
+        const Document::ImportScope scope(doc);
+        try {
+            const QoSFileTable file(read());
+            Import(doc, file, report).run();
+        } catch (const QoSError& e) {
+            // Ends the import where it stands; what was created stays, and the report says why.
+            report.complete = false;
+            report.reason = e.message();
+            if (!report.reason.endsWith(u'.'))
+                report.reason += u'.';
+        }
     }
     if (status)
         status->Close();
@@ -229,14 +353,20 @@ ImportReport importGuarded(Document& doc, const std::function<QByteArray()>& rea
 
 } // namespace
 
+bool ReadQoSFile(const QString& path, QByteArray& bytes, QString& error)
+{
+    try {
+        bytes = readFile(path);
+        return true;
+    } catch (const QoSError& e) {
+        error = e.message();
+        return false;
+    }
+}
+
 ImportReport ImportQoSText(Document& doc, const QString& path)
 {
-    return importGuarded(doc, [&path] {
-        QFile file(path);
-        if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
-            throw fileError(QStringLiteral("Die Datei kann nicht gelesen werden: ") + path);
-        return file.readAll();
-    });
+    return importGuarded(doc, [&path] { return readFile(path); });
 }
 
 ImportReport ImportQoSBytes(Document& doc, const QByteArray& bytes)

@@ -35,6 +35,9 @@ struct ImportReport
 // through the document's prompt and the import goes on. Progress goes to the document's
 // status window, when it has one; the window is told every step and repaints then.
 ImportReport ImportQoSText(Document& doc, const QString& path);
+// Reads a file as the import does, refusing one larger than MaxQoSFileSize; false with a
+// German explanation in error when it cannot be read.
+bool ReadQoSFile(const QString& path, QByteArray& bytes, QString& error);
 ImportReport ImportQoSBytes(Document& doc, const QByteArray& bytes);
 
 // Files above this size are refused instead of being read whole.

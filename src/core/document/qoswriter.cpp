@@ -13,11 +13,13 @@
 #include <QDate>
 #include <QDateTime>
 
+#include <charconv>
+#include <cstring>
 #include <string>
+#include <vector>
 
 namespace {
 
-constexpr QStringView crlf = u"\r\n";
 // More entries than a port list can sensibly hold: the file would be useless and the
 // expansion would take forever, so the export fails instead.
 constexpr qint64 maxEntriesPerFilter = 65536;
@@ -40,76 +42,224 @@ QDate creationDate()
     return QDate::currentDate();
 }
 
-// Lines of a block. Appends inline into a plain buffer: the filter block of a large document
-// takes a few hundred thousand of them.
-struct Lines
+// The text of the file, as UTF-16 for the clipboard or as code-page bytes for the disk. Both
+// are written straight into one buffer: a large document writes some hundred thousand lines.
+struct Utf16Sink
 {
     std::u16string buffer;
 
+    void reserve(qsizetype n) { buffer.reserve(std::size_t(n)); }
     void append(QStringView s) { buffer.append(s.utf16(), std::size_t(s.size())); }
-    void add(QStringView line)
+    void ascii(const char* s, std::size_t n) { buffer.append(s, s + n); }
+};
+
+struct BytesSink
+{
+    QByteArray buffer;
+    char* end = nullptr;
+
+    // The caller reserves an upper bound of the whole file once, so that nothing grows.
+    void reserve(qsizetype n)
     {
-        append(line);
-        buffer.append(u"\r\n");
+        buffer.resize(n);
+        end = buffer.data();
     }
-    // NAME='value', NAME made of an optional "#", a stem such as QOS_CLASS_3 and a suffix.
-    void setting(bool commented, QStringView stem, QStringView suffix, QStringView value)
+    // The code page holds every character in one byte (or a "?"), so a text never takes
+    // more bytes than it has code units.
+    void append(QStringView s) { end = Windows1252::EncodeInto(s, room(s.size())); }
+    void ascii(const char* s, std::size_t n)
     {
-        if (commented)
-            buffer.push_back(u'#');
-        append(stem);
-        append(suffix);
-        buffer.append(u"='");
-        append(value);
-        buffer.append(u"'\r\n");
+        std::memcpy(room(qsizetype(n)), s, n);
+        end += n;
     }
-    void blank() { buffer.append(u"\r\n"); }
-    QString text() const
+    // A bound that fell short costs a copy, never a write past the end.
+    char* room(qsizetype n)
     {
-        return QString(reinterpret_cast<const QChar*>(buffer.data()), qsizetype(buffer.size()));
+        const qsizetype used = end - buffer.data();
+        if (buffer.size() - used < n) {
+            buffer.resize(qMax(buffer.size() * 2, used + n));
+            end = buffer.data() + used;
+        }
+        return end;
+    }
+    QByteArray take()
+    {
+        buffer.truncate(end - buffer.data());
+        return std::move(buffer);
     }
 };
 
-QString header(const QString& version, int cols, int rows)
+template <typename Sink>
+class Lines
 {
-    const QString rule = QStringLiteral("##") + QString(77, u'-');
-    Lines h;
-    h.add(rule);
-    h.add(QStringLiteral("## qos.txt - OPT_QOS configuration parameters") + QString(26, u' ') + version);
-    h.add(u"##");
-    h.add(u"## You can edit/change this file with Wendelfix 2.0.1 or any text editor.");
-    h.add(u"##");
-    h.add(u"##        P L E A S E   R E A D   T H E   D O C U M E N T A T I O N ,");
-    h.add(u"##                      S E E   Q O S _ L I E S M I C H . T X T");
-    h.add(u"##");
-    h.add(u"##        B I T T E  U N B E D I N G T   D I E   D O K U M E N T A T I O N");
-    h.add(u"##            L E S E N ,  S I E H E   Q O S _ L I E S M I C H . T X T");
-    h.add(u"##");
-    h.add(u"## Creation:     02.05.2001  xq");
-    h.add(u"## Last Update:  15.02.2002  zv");
-    h.add(u"##");
-    h.add(u"##");
-    h.add(u"## This program is free software; you can redistribute it and/or modify");
-    h.add(u"## it under the terms of the GNU General Public License as published by");
-    h.add(u"## the Free Software Foundation; either version 2 of the License, or");
-    h.add(u"## (at your option) any later version.");
-    h.add(u"##");
-    h.add(QStringLiteral("## Erstellt mit Tarnwick ") + versionText());
-    h.add(u"## Copyright (c) 2026 Die Tarnwick-Entwickler   https://tarnwick.example.org");
-    h.add(u"##");
-    h.add(QStringLiteral("## Erstellt am  ") + creationDate().toString(QStringLiteral("dd.MM.yyyy")));
-    h.add(u"##");
-    h.add(rule);
-    h.blank();
-    h.add(u"OPT_QOS='yes'");
-    h.blank();
-    h.add(u"#QOS_FILEVERSION='Tarnwick 1.1'");
-    h.add(QStringLiteral("#QOS_PAGESIZE='%1,%2'").arg(cols).arg(rows));
-    h.blank();
-    return h.text();
+public:
+    explicit Lines(Sink& sink) : m_out(sink) {}
+
+    template <std::size_t N>
+    void literal(const char (&s)[N])
+    {
+        m_out.ascii(s, N - 1);
+    }
+    void text(QStringView s) { m_out.append(s); }
+    void number(qint64 n)
+    {
+        char digits[24];
+        const auto r = std::to_chars(digits, digits + sizeof digits, n);
+        m_out.ascii(digits, std::size_t(r.ptr - digits));
+    }
+    void end() { literal("\r\n"); }
+    void line(QStringView s)
+    {
+        text(s);
+        end();
+    }
+    // NAME='value': an optional "#", a stem such as QOS_CLASS_ with its number, and a suffix.
+    template <std::size_t N, std::size_t M>
+    void setting(const char (&stem)[N], qint64 n, const char (&suffix)[M], QStringView value)
+    {
+        literal(stem);
+        number(n);
+        literal(suffix);
+        literal("='");
+        text(value);
+        literal("'\r\n");
+    }
+    template <std::size_t N, std::size_t M>
+    void cell(const char (&stem)[N], qint64 n, const char (&suffix)[M], const QoSObject& o)
+    {
+        literal(stem);
+        number(n);
+        literal(suffix);
+        literal("='");
+        number(o.MatrixX());
+        literal(",");
+        number(o.MatrixY());
+        literal("'\r\n");
+    }
+
+private:
+    Sink& m_out;
+};
+
+// Room for one setting line beyond its value: the longest name with a 20-digit number, the
+// "='" and "'\r\n".
+constexpr qsizetype lineRoom = 64;
+
+struct Entry
+{
+    QoSObject* object;
+    qint64 entries; // filter entries written for a filter; 0 for a class
+};
+
+// The boxes in the order they are written, each with its number: every class and filter is
+// numbered before a line is written, so that a parent or a filter's class is always named
+// with the number it has in this file, also when a box stands above its parent.
+class Numbering
+{
+public:
+    Numbering(Document& doc)
+    {
+        for (ObjectPage* page : {doc.Down1(), doc.Up1()})
+            for (QoSObject* o : page->ObjectsInWriteOrder())
+                m_boxes.push_back({o, 0});
+        qint32 classes = 0;
+        for (Entry& e : m_boxes)
+            if (auto* c = qobject_cast<QoSClass*>(e.object))
+                c->SetClassIdx(++classes);
+        qint64 filters = 0;
+        for (Entry& e : m_boxes) {
+            auto* f = qobject_cast<QoSFilter*>(e.object);
+            if (!f)
+                continue;
+            // One entry per port of the list; a single port keeps the plain form.
+            e.entries = f->PortInput()->count();
+            if (e.entries > maxEntriesPerFilter)
+                throw QoSError(QoSError::Kind::Overflow,
+                               QStringLiteral("Der Filter \"%1\" steht für %2 Ports; mehr als %3 werden nicht geschrieben.")
+                                   .arg(f->Caption())
+                                   .arg(e.entries)
+                                   .arg(maxEntriesPerFilter));
+            f->SetFilterIdx(Numbers::RoundToInt16(double(filters) + 1));
+            filters += e.entries;
+        }
+        m_classes = classes;
+        m_filters = filters;
+    }
+
+    const std::vector<Entry>& boxes() const { return m_boxes; }
+    qint32 classes() const { return m_classes; }
+    qint64 filters() const { return m_filters; }
+
+private:
+    std::vector<Entry> m_boxes;
+    qint32 m_classes = 0;
+    qint64 m_filters = 0;
+};
+
+// An upper bound of the file's size in code units.
+qsizetype sizeBound(const Numbering& numbering, const QoSCommon& common)
+{
+    qsizetype n = 4096 + common.QoSDescription().size() * 2 + common.QoSVersion().size();
+    for (const QString& v : {common.QoSInternetDev(), common.QoSInternetBandDown(), common.QoSInternetBandUp(),
+                             common.QoSInternetDefaultDown(), common.QoSInternetDefaultUp(), common.QoSLocalNetDev(),
+                             common.QoSLocalBand()})
+        n += v.size();
+    for (const Entry& e : numbering.boxes()) {
+        if (auto* c = qobject_cast<QoSClass*>(e.object)) {
+            n += 8 * lineRoom + c->Caption().size() + c->QoSMinBandWidth().size() + c->QoSMaxBandWidth().size() +
+                 c->QoSDirection().size() + c->QoSPrio().size();
+        } else if (auto* f = qobject_cast<QoSFilter*>(e.object)) {
+            const qsizetype values = f->QoSIP().size() + f->QoSType().size() + f->QoSOption().size();
+            n += e.entries * (8 * lineRoom + values) + 2 * f->QoSPort().size() + f->Caption().size();
+        }
+    }
+    return n;
 }
 
-QString commonBlock(const QoSCommon& common)
+template <typename Sink>
+void writeHeader(Lines<Sink>& h, const QString& version, int cols, int rows)
+{
+    const QString rule = QStringLiteral("##") + QString(77, u'-');
+    h.line(rule);
+    h.line(QStringLiteral("## qos.txt - OPT_QOS configuration parameters") + QString(26, u' ') + version);
+    h.line(u"##");
+    h.line(u"## You can edit/change this file with Wendelfix 2.0.1 or any text editor.");
+    h.line(u"##");
+    h.line(u"##        P L E A S E   R E A D   T H E   D O C U M E N T A T I O N ,");
+    h.line(u"##                      S E E   Q O S _ L I E S M I C H . T X T");
+    h.line(u"##");
+    h.line(u"##        B I T T E  U N B E D I N G T   D I E   D O K U M E N T A T I O N");
+    h.line(u"##            L E S E N ,  S I E H E   Q O S _ L I E S M I C H . T X T");
+    h.line(u"##");
+    h.line(u"## Creation:     02.05.2001  xq");
+    h.line(u"## Last Update:  15.02.2002  zv");
+    h.line(u"##");
+    h.line(u"##");
+    h.line(u"## This program is free software; you can redistribute it and/or modify");
+    h.line(u"## it under the terms of the GNU General Public License as published by");
+    h.line(u"## the Free Software Foundation; either version 2 of the License, or");
+    h.line(u"## (at your option) any later version.");
+    h.line(u"##");
+    h.line(QStringLiteral("## Erstellt mit Tarnwick ") + versionText());
+    h.line(u"## Copyright (c) 2026 Die Tarnwick-Entwickler   https://tarnwick.example.org");
+    h.line(u"##");
+    h.line(QStringLiteral("## Erstellt am  ") + creationDate().toString(QStringLiteral("dd.MM.yyyy")));
+    h.line(u"##");
+    h.line(rule);
+    h.end();
+    h.line(u"OPT_QOS='yes'");
+    h.end();
+    h.line(u"#QOS_FILEVERSION='Tarnwick 1.1'");
+    h.literal("#QOS_PAGESIZE='");
+    h.number(cols);
+    h.literal(",");
+    h.number(rows);
+    h.literal("'\r\n");
+    h.end();
+}
+
+template <typename Sink>
+void writeCommon(Lines<Sink>& out, const QoSCommon& common)
 {
     // The blank counts are fixed: with the default values every "#" stands in column 36.
     struct Row
@@ -133,181 +283,133 @@ QString commonBlock(const QoSCommon& common)
         {u"QOS_LOCALNET_BAND", common.QoSLocalBand(), 9,
          u"# Maximale Übertragungsrate ins lokalen Netz (LAN)"},
     };
-    QString text;
     for (const Row& r : rows) {
-        text += QStringView(r.name);
-        text += u"='";
-        text += r.value;
-        text += u'\'';
-        text += QString(r.blanks, u' ');
-        text += QStringView(r.comment);
-        text += crlf;
+        out.text(QStringView(r.name));
+        out.literal("='");
+        out.text(r.value);
+        out.literal("'");
+        out.text(QString(r.blanks, u' '));
+        out.line(QStringView(r.comment));
     }
-    text += crlf;
-    return text;
+    out.end();
 }
 
-QString descriptionBlock(const QString& description)
+template <typename Sink>
+void writeDescription(Lines<Sink>& out, const QString& description)
 {
     const QStringList pieces =
         description.isEmpty() ? QStringList() : description.split(QStringLiteral("\r\n"));
-    Lines d;
-    d.add(QStringLiteral("#QOS_DESCRIPTION='%1' #Zeilen").arg(pieces.size()));
-    for (const QString& piece : pieces)
-        d.add(u'#' + piece);
-    d.blank();
-    return d.text();
+    out.literal("#QOS_DESCRIPTION='");
+    out.number(pieces.size());
+    out.literal("' #Zeilen\r\n");
+    for (const QString& piece : pieces) {
+        out.literal("#");
+        out.line(piece);
+    }
+    out.end();
 }
 
-class Walk
+template <typename Sink>
+void writeClass(Lines<Sink>& out, const QoSClass& c)
 {
-public:
-    Walk(QoSCommon& common, qsizetype objects) : m_common(common)
-    {
-        // About 250 characters per class or filter entry; growing a text of megabytes step by
-        // step would copy it over and over.
-        m_classText.buffer.reserve(std::size_t(objects) * 260);
-        m_filterText.buffer.reserve(std::size_t(objects) * 260);
+    const qint32 n = c.ClassIdx();
+    out.setting("#QOS_CLASS_", n, "_CAPTION", c.Caption());
+    out.cell("#QOS_CLASS_", n, "_CELLPOS", c);
+    out.setting("QOS_CLASS_", n, "_PARENT", c.QoSParent());
+    out.setting("QOS_CLASS_", n, "_MINBANDWIDTH", c.QoSMinBandWidth());
+    out.setting("QOS_CLASS_", n, "_MAXBANDWIDTH", c.QoSMaxBandWidth());
+    out.setting("QOS_CLASS_", n, "_DIRECTION", c.QoSDirection());
+    out.setting("QOS_CLASS_", n, "_PRIO", c.QoSPrio());
+    out.end();
+}
+
+template <typename Sink>
+void writeFilter(Lines<Sink>& out, const QoSFilter& f, qint64 entries)
+{
+    const qint64 first = f.FilterIdx();
+    const QString classNumber = f.QoSClass();
+    const QString ip = f.QoSIP();
+    const QString port = f.QoSPort();
+    const QString type = f.QoSType();
+    const QString option = f.QoSOption();
+    if (entries == 1) {
+        out.setting("#QOS_FILTER_", first, "_CAPTION", f.Caption());
+        out.cell("#QOS_FILTER_", first, "_CELLPOS", f);
+        out.setting("QOS_FILTER_", first, "_CLASS", classNumber);
+        out.setting("QOS_FILTER_", first, "_IP", ip);
+        out.setting("QOS_FILTER_", first, "_PORT", port);
+        out.setting("QOS_FILTER_", first, "_TYPE", type);
+        out.setting("QOS_FILTER_", first, "_OPTION", option);
+        out.end();
+        return;
     }
-
-    void writeClass(QoSClass& c)
-    {
-        ++m_classes;
-        c.SetClassIdx(m_classes);
-        const QString n = QStringLiteral("QOS_CLASS_") + QString::number(m_classes);
-        m_classText.setting(true, n, u"_CAPTION", c.Caption());
-        m_classText.setting(true, n, u"_CELLPOS", cell(c));
-        m_classText.setting(false, n, u"_PARENT", c.QoSParent());
-        m_classText.setting(false, n, u"_MINBANDWIDTH", c.QoSMinBandWidth());
-        m_classText.setting(false, n, u"_MAXBANDWIDTH", c.QoSMaxBandWidth());
-        m_classText.setting(false, n, u"_DIRECTION", c.QoSDirection());
-        m_classText.setting(false, n, u"_PRIO", c.QoSPrio());
-        m_classText.blank();
-        if (c.DefaultClass()) {
-            // Exactly "up" is up; any other direction counts as down. Of several, the last wins.
-            if (c.QoSDirection() == u"up")
-                m_common.SetQoSInternetDefaultUp(QString::number(c.ClassIdx()));
-            else
-                m_common.SetQoSInternetDefaultDown(QString::number(c.ClassIdx()));
-        }
+    // The router sees one ordinary filter per port; the PORTEXT comments tell the reader
+    // that they are one filter object. The expanded entries carry no caption.
+    const QStringList ports = f.PortInput()->PortExt();
+    for (qint64 k = 0; k < entries; ++k) {
+        const qint64 m = first + k;
+        out.cell("#QOS_FILTER_", m, "_CELLPOS", f);
+        out.setting("QOS_FILTER_", m, "_CLASS", classNumber);
+        out.setting("QOS_FILTER_", m, "_IP", ip);
+        out.setting("#QOS_FILTER_", m, "_PORTEXT", k == 0 ? QStringView(port) : QStringView(u"ignore"));
+        out.setting("QOS_FILTER_", m, "_PORT", k < ports.size() ? QStringView(ports[k]) : QStringView());
+        out.setting("QOS_FILTER_", m, "_TYPE", type);
+        out.setting("QOS_FILTER_", m, "_OPTION", option);
+        out.end();
     }
+}
 
-    void writeFilter(QoSFilter& f)
-    {
-        // FilterCount is the decimal text of the port field's count; the number itself saves
-        // parsing it back for every filter.
-        const double count = f.PortInput()->count();
-        if (count == 1) {
-            ++m_filters;
-            f.SetFilterIdx(Numbers::RoundToInt16(m_filters));
-            const QString m = QStringLiteral("QOS_FILTER_") + QString::number(m_filters);
-            m_filterText.setting(true, m, u"_CAPTION", f.Caption());
-            m_filterText.setting(true, m, u"_CELLPOS", cell(f));
-            m_filterText.setting(false, m, u"_CLASS", f.QoSClass());
-            m_filterText.setting(false, m, u"_IP", f.QoSIP());
-            m_filterText.setting(false, m, u"_PORT", f.QoSPort());
-            m_filterText.setting(false, m, u"_TYPE", f.QoSType());
-            m_filterText.setting(false, m, u"_OPTION", f.QoSOption());
-            m_filterText.blank();
-            return;
-        }
-        // The router sees one ordinary filter per port; the PORTEXT comments tell the reader
-        // that they are one filter object. The expanded entries carry no caption.
-        f.SetFilterIdx(Numbers::RoundToInt16(double(m_filters) + 1));
-        const qint64 entries = qint64(Numbers::RoundToInt32(count - 1)) + 1;
-        if (entries > maxEntriesPerFilter)
-            throw QoSError(QoSError::Kind::Overflow,
-                           QStringLiteral("Der Filter %1 steht für zu viele Ports.").arg(f.Name()));
-        if (entries <= 0)
-            return;
-        const QString cellText = cell(f);
-        const QString classText = f.QoSClass();
-        const QString ip = f.QoSIP();
-        const QString port = f.QoSPort();
-        const QString type = f.QoSType();
-        const QString option = f.QoSOption();
-        // Expanding the list once instead of walking it for every index keeps long lists linear.
-        const QStringList ports = f.PortInput()->PortExt();
-        for (qint64 k = 0; k < entries; ++k) {
-            ++m_filters;
-            const QString m = QStringLiteral("QOS_FILTER_") + QString::number(m_filters);
-            m_filterText.setting(true, m, u"_CELLPOS", cellText);
-            m_filterText.setting(false, m, u"_CLASS", classText);
-            m_filterText.setting(false, m, u"_IP", ip);
-            m_filterText.setting(true, m, u"_PORTEXT", k == 0 ? port : QStringLiteral("ignore"));
-            m_filterText.setting(false, m, u"_PORT", k < ports.size() ? ports[k] : f.QoSPortExt(k));
-            m_filterText.setting(false, m, u"_TYPE", type);
-            m_filterText.setting(false, m, u"_OPTION", option);
-            m_filterText.blank();
-        }
-    }
-
-    // The blocks joined into one buffer, the counts in front of their blocks.
-    void appendBlocks(Lines& out) const
-    {
-        out.add(QStringLiteral("QOS_CLASS_N='%1'").arg(m_classes));
-        out.blank();
-        out.buffer += m_classText.buffer;
-        out.add(QStringLiteral("QOS_FILTER_N='%1'").arg(m_filters));
-        out.blank();
-        out.buffer += m_filterText.buffer;
-    }
-
-private:
-    static QString cell(const QoSObject& o)
-    {
-        return QString::number(o.MatrixX()) + u',' + QString::number(o.MatrixY());
-    }
-
-    QoSCommon& m_common;
-    int m_classes = 0;
-    qint64 m_filters = 0;
-    Lines m_classText;
-    Lines m_filterText;
-};
-
-// The whole file in one buffer, so that a large document is not copied block by block.
-std::u16string exportBuffer(Document& doc)
+template <typename Sink>
+void exportInto(Document& doc, Sink& sink)
 {
     QoSCommon& common = *doc.Common1();
-    ObjectPage& down = *doc.Down1();
     common.SetQoSInternetDefaultUp(QString());
     common.SetQoSInternetDefaultDown(QString());
 
-    // Only the down page's size is written, and it bounds the walk of both pages.
-    const int cols = down.prop().Cols;
-    const int rows = down.prop().Rows;
-    const QString head = header(common.QoSVersion(), cols, rows);
-
-    Walk walk(common, doc.Down1()->ObjectCount() + doc.Up1()->ObjectCount());
-    for (ObjectPage* page : {doc.Down1(), doc.Up1()}) {
-        for (QoSObject* o : page->ObjectsInCellOrder(cols, rows)) {
-            if (auto* c = qobject_cast<QoSClass*>(o))
-                walk.writeClass(*c);
-            else if (auto* f = qobject_cast<QoSFilter*>(o))
-                walk.writeFilter(*f);
-        }
+    const Numbering numbering(doc);
+    // Exactly "up" is up; any other direction counts as down. Of several, the last wins.
+    for (const Entry& e : numbering.boxes()) {
+        auto* c = qobject_cast<QoSClass*>(e.object);
+        if (!c || !c->DefaultClass())
+            continue;
+        if (c->QoSDirection() == u"up")
+            common.SetQoSInternetDefaultUp(QString::number(c->ClassIdx()));
+        else
+            common.SetQoSInternetDefaultDown(QString::number(c->ClassIdx()));
     }
 
-    // The common block comes after the walk: it carries the default classes found there.
-    Lines out;
-    out.append(head);
-    out.append(commonBlock(common));
-    walk.appendBlocks(out);
-    out.append(descriptionBlock(common.QoSDescription()));
-    return std::move(out.buffer);
+    sink.reserve(sizeBound(numbering, common));
+    Lines<Sink> out(sink);
+    // Only the down page's size is written.
+    writeHeader(out, common.QoSVersion(), doc.Down1()->prop().Cols, doc.Down1()->prop().Rows);
+    writeCommon(out, common);
+    out.literal("QOS_CLASS_N='");
+    out.number(numbering.classes());
+    out.literal("'\r\n\r\n");
+    for (const Entry& e : numbering.boxes())
+        if (auto* c = qobject_cast<QoSClass*>(e.object))
+            writeClass(out, *c);
+    out.literal("QOS_FILTER_N='");
+    out.number(numbering.filters());
+    out.literal("'\r\n\r\n");
+    for (const Entry& e : numbering.boxes())
+        if (auto* f = qobject_cast<QoSFilter*>(e.object))
+            writeFilter(out, *f, e.entries);
+    writeDescription(out, common.QoSDescription());
 }
 
 } // namespace
 
 QString ExportQoSText(Document& doc)
 {
-    const std::u16string text = exportBuffer(doc);
-    return QString(reinterpret_cast<const QChar*>(text.data()), qsizetype(text.size()));
+    Utf16Sink sink;
+    exportInto(doc, sink);
+    return QString(reinterpret_cast<const QChar*>(sink.buffer.data()), qsizetype(sink.buffer.size()));
 }
 
 QByteArray ExportQoSBytes(Document& doc)
 {
-    const std::u16string text = exportBuffer(doc);
-    return Windows1252::Encode(QStringView(text.data(), qsizetype(text.size())));
+    BytesSink sink;
+    exportInto(doc, sink);
+    return sink.take();
 }

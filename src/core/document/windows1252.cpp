@@ -37,7 +37,12 @@ QString Windows1252::Decode(const QByteArray& bytes)
 QByteArray Windows1252::Encode(QStringView text)
 {
     QByteArray out(text.size(), Qt::Uninitialized);
-    char* dst = out.data();
+    out.truncate(EncodeInto(text, out.data()) - out.data());
+    return out;
+}
+
+char* Windows1252::EncodeInto(QStringView text, char* dst)
+{
     const char16_t* src = text.utf16();
     const qsizetype n = text.size();
     for (qsizetype i = 0; i < n; ++i) {
@@ -52,6 +57,5 @@ QByteArray Windows1252::Encode(QStringView text)
             ++i;
         *dst++ = encodeChar(c);
     }
-    out.truncate(dst - out.data());
-    return out;
+    return dst;
 }

@@ -14,5 +14,7 @@ QString Decode(const QByteArray& bytes);
 
 // Characters the code page cannot hold become "?".
 QByteArray Encode(QStringView text);
+// The same into a buffer that has room for text.size() bytes; returns the end of what was written.
+char* EncodeInto(QStringView text, char* dst);
 
 } // namespace Windows1252

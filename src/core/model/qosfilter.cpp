@@ -79,6 +79,8 @@ void QoSFilter::SetQoSOption(const QString& option)
 void QoSFilter::fieldEdited(const QString& key)
 {
     markChanged(key);
+    if (m_document->IsImporting())
+        return; // the reader's settings are no edits of the user
     QString value;
     if (key == u"QoSIP")
         value = QoSIP();

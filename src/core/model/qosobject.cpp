@@ -42,9 +42,15 @@ void QoSObject::SetCaption(const QString& caption)
     markChanged(QStringLiteral("Caption"));
 }
 
+void QoSObject::settleColumn() const
+{
+    if (m_page)
+        m_page->arrangement().Materialize();
+}
+
 void QoSObject::SetMatrixX(qint16 x)
 {
-    const int oldX = m_x;
+    const int oldX = MatrixX();
     m_x = x;
     if (oldX != x && m_page)
         m_page->CellChanged(this, oldX, m_y);
@@ -58,9 +64,10 @@ void QoSObject::SetMatrixX(qint16 x)
 void QoSObject::SetMatrixY(qint16 y)
 {
     const int oldY = m_y;
+    const int x = MatrixX();
     m_y = y;
     if (oldY != y && m_page)
-        m_page->CellChanged(this, m_x, oldY);
+        m_page->CellChanged(this, x, oldY);
     if (m_page)
         m_page->PlaceObject(this);
     if (oldY != y)
@@ -181,6 +188,8 @@ void QoSObject::Abandon()
 
 void QoSObject::PaintLines()
 {
+    if (m_page && m_page->IsDeferred())
+        return; // the page lays every connector out once when the import ends
     // A box's own upper connector and those of its children depend on its geometry.
     UpdateTopConnector();
     if (auto* self = qobject_cast<QoSClass*>(this))

@@ -38,7 +38,12 @@ public:
     QString Caption() const { return m_caption; }
     void SetCaption(const QString& caption);
 
-    qint16 MatrixX() const { return m_x; }
+    qint16 MatrixX() const
+    {
+        if (m_columnNode >= 0)
+            settleColumn();
+        return m_x;
+    }
     qint16 MatrixY() const { return m_y; }
     void SetMatrixX(qint16 x);
     void SetMatrixY(qint16 y);
@@ -114,6 +119,12 @@ protected:
     ObjectPage* m_page; // pages live as long as the document
 
 private:
+    friend class Arrangement;
+    // During an import the arrangement may keep the box's column as a place in its list of
+    // columns; the number is worked out when somebody asks for it, or when the import ends.
+    void settleColumn() const;
+    int m_columnNode = -1;
+
     qint64 m_sequence;
     QString m_caption;
     qint16 m_x = 0;

@@ -19,8 +19,10 @@ ObjectPage::ObjectPage(Document* document, const QString& name, const QString& d
     m_prop.SetObjectDimensions(1275, 1755);
     m_prop.Rows = 5;
     m_prop.Cols = 6;
-    rebuildColumns();
+    m_index.SetRows(m_prop.Rows, m_contained);
 }
+
+ObjectPage::~ObjectPage() = default;
 
 void ObjectPage::SetObjectDimensions(qint32 height, qint32 width)
 {
@@ -32,149 +34,102 @@ void ObjectPage::SetObjectDimensions(qint32 height, qint32 width)
 
 void ObjectPage::SetGridDimensions(qint32& width, qint32& height)
 {
+    m_arrangement.Materialize();
     if (width < 1)
         width = m_prop.Cols;
     if (height < 1)
         height = m_prop.Rows;
     width = qMax(width, 3);
     height = qMax(height, 3);
+    growGrid(width, height);
+}
+
+void ObjectPage::growGrid(qint32 width, qint32 height)
+{
+    if (width < 1)
+        width = m_prop.Cols;
+    if (height < 1)
+        height = m_prop.Rows;
     const bool rowsChanged = height != m_prop.Rows;
-    const int oldCols = m_prop.Cols;
     m_prop.Cols = width;
     m_prop.Rows = height;
-    if (rowsChanged) {
-        rebuildColumns();
-    } else if (width > oldCols) {
-        for (int x = oldCols; x < qMin(width, ColumnLimit); ++x)
-            if (m_columnCounts.value(x) == 0)
-                m_emptyColumns.insert(x);
-    } else if (width < oldCols) {
-        m_emptyColumns.erase(m_emptyColumns.lower_bound(width), m_emptyColumns.end());
-    }
+    if (rowsChanged)
+        m_index.SetRows(height, m_contained);
     m_posX = 0;
     m_posY = 0;
     emit gridChanged(width, height);
 }
 
-QList<QoSObject*> ObjectPage::ContainedObjects() const
+void ObjectPage::growToHold(int x, int y)
 {
-    return m_contained;
+    if (x >= m_prop.Cols || y >= m_prop.Rows)
+        growGrid(qMax(m_prop.Cols, x + 1), qMax(m_prop.Rows, y + 1));
 }
 
-QoSObject* ObjectPage::ObjectAt(int x, int y) const
+QoSObject* ObjectPage::ObjectAt(int x, int y)
 {
-    const auto it = m_cells.constFind(cellKey(x, y));
-    return it == m_cells.cend() || it->isEmpty() ? nullptr : it->first();
+    m_arrangement.Materialize();
+    return m_index.At(x, y);
 }
 
-bool ObjectPage::IsColumnEmpty(int x) const
+bool ObjectPage::IsColumnEmpty(int x)
 {
-    return m_columnCounts.value(x) == 0;
+    m_arrangement.Materialize();
+    return m_index.IsColumnEmpty(x);
 }
 
-QList<QoSObject*> ObjectPage::ObjectsInCellOrder(int cols, int rows) const
+QList<QoSObject*> ObjectPage::ObjectsInWriteOrder()
 {
-    QList<QoSObject*> out;
-    out.reserve(m_cells.size());
-    for (auto it = m_cells.cbegin(); it != m_cells.cend(); ++it) {
-        if (it->isEmpty())
-            continue;
-        QoSObject* o = it->first();
-        if (o->MatrixX() >= 0 && o->MatrixX() < cols && o->MatrixY() >= 0 && o->MatrixY() < rows)
-            out << o;
-    }
-    std::sort(out.begin(), out.end(), [](const QoSObject* a, const QoSObject* b) {
+    m_arrangement.Materialize();
+    QList<QoSObject*> out = m_contained;
+    // Stable: boxes of one cell keep the order in which they were added.
+    std::stable_sort(out.begin(), out.end(), [](const QoSObject* a, const QoSObject* b) {
         return a->MatrixY() != b->MatrixY() ? a->MatrixY() < b->MatrixY() : a->MatrixX() < b->MatrixX();
     });
     return out;
 }
 
-void ObjectPage::columnCountChange(int x, int delta)
-{
-    int& n = m_columnCounts[x];
-    const bool wasEmpty = n == 0;
-    n += delta;
-    const bool isEmpty = n == 0;
-    if (isEmpty)
-        m_columnCounts.remove(x);
-    if (x < 0 || x >= qMin(m_prop.Cols, ColumnLimit) || wasEmpty == isEmpty)
-        return;
-    if (isEmpty)
-        m_emptyColumns.insert(x);
-    else
-        m_emptyColumns.erase(x);
-}
-
-void ObjectPage::rebuildColumns()
-{
-    m_columnCounts.clear();
-    for (QoSObject* o : std::as_const(m_contained))
-        if (o->MatrixY() >= 0 && o->MatrixY() < m_prop.Rows)
-            ++m_columnCounts[o->MatrixX()];
-    m_emptyColumns.clear();
-    for (int x = 0; x < qMin(m_prop.Cols, ColumnLimit); ++x)
-        if (!m_columnCounts.contains(x))
-            m_emptyColumns.insert(m_emptyColumns.end(), x);
-}
-
-void ObjectPage::indexInsert(QoSObject* object)
-{
-    QList<QoSObject*>& cell = m_cells[cellKey(object->MatrixX(), object->MatrixY())];
-    // Keep each cell in insertion order, so that the first added wins the look-up.
-    auto pos = std::upper_bound(cell.begin(), cell.end(), object, [](const QoSObject* a, const QoSObject* b) {
-        return a->Sequence() < b->Sequence();
-    });
-    cell.insert(pos, object);
-    ++m_allColumns[object->MatrixX()];
-    if (object->MatrixY() >= 0 && object->MatrixY() < m_prop.Rows)
-        columnCountChange(object->MatrixX(), +1);
-}
-
-void ObjectPage::indexRemove(QoSObject* object, int x, int y)
-{
-    const auto it = m_cells.find(cellKey(x, y));
-    if (it == m_cells.end() || !it->removeOne(object))
-        return;
-    if (it->isEmpty())
-        m_cells.erase(it);
-    if (--m_allColumns[x] == 0)
-        m_allColumns.erase(x);
-    if (y >= 0 && y < m_prop.Rows)
-        columnCountChange(x, -1);
-}
-
 void ObjectPage::CellChanged(QoSObject* object, int oldX, int oldY)
 {
-    if (!m_containedByName.contains(object->Name()))
+    if (object->GetObjectPage() != this)
         return;
-    indexRemove(object, oldX, oldY);
-    indexInsert(object);
+    m_index.Remove(object, oldX, oldY);
+    m_index.Insert(object);
 }
 
 void ObjectPage::ResetContainedObjects()
 {
     m_contained.clear();
-    m_containedByName.clear();
-    m_cells.clear();
-    m_allColumns.clear();
+    m_index.Clear();
+    m_arrangement.Reset();
     m_classCount = 0;
     m_selectedClass = nullptr;
     m_selectedFilter = nullptr;
     m_selectedConnector = nullptr;
-    rebuildColumns();
     emit selectionChanged();
 }
 
 void ObjectPage::PlaceObject(QoSObject* object) const
 {
+    if (IsDeferred())
+        return; // every box is placed once when the import ends
     const double left = object->MatrixX() * double(m_prop.ColWidth) + (m_prop.ColWidth - object->Width()) / 2.0;
     const double top = object->MatrixY() * double(m_prop.RowHeight) + (m_prop.RowHeight - object->Height()) / 2.0;
     object->Move(left, top);
 }
 
+void ObjectPage::placeAll()
+{
+    for (QoSObject* o : std::as_const(m_contained))
+        PlaceObject(o);
+    // A box placed before its parent drew its connector to where the parent was then.
+    for (QoSObject* o : std::as_const(m_contained))
+        o->UpdateTopConnector();
+}
+
 // --- creation --------------------------------------------------------------------------
 
-QoSObject* ObjectPage::createObject(bool isClass, qint16 x, qint16 y)
+QoSObject* ObjectPage::createObject(bool isClass, const Arrangement::Column& column, qint16 y)
 {
     const int counter = isClass ? m_document->NextClassCounter() : m_document->NextFilterCounter();
     const QString name = (isClass ? QStringLiteral("QoSClass") : QStringLiteral("QoSFilter")) + QString::number(counter);
@@ -189,17 +144,18 @@ QoSObject* ObjectPage::createObject(bool isClass, qint16 x, qint16 y)
         f->SetFilterIdx(qint16(counter <= 32767 ? counter : 0));
         object = f;
     }
-    // The box is born in the cell it is meant for: setting MatrixX and MatrixY later then
-    // changes nothing but the modified mark, and the cell index is written once.
-    object->InitCell(x, y);
-    PlaceObject(object);
+    // The box is born in the cell it is meant for: the cell index is written once.
+    object->InitCell(qint16(column.node >= 0 ? 0 : column.x), y);
     m_document->RegisterObject(object);
     m_document->SetModified(true);
     m_contained << object;
-    m_containedByName.insert(name, object);
     if (isClass)
         ++m_classCount;
-    indexInsert(object);
+    if (column.node >= 0)
+        m_arrangement.AddListed(object, column.node);
+    else
+        m_index.Insert(object);
+    PlaceObject(object);
     emit objectAdded(object);
     return object;
 }
@@ -220,11 +176,13 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
         m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich."));
         return nullptr;
     }
-    const int column = NewClassColumn(parent, x);
-    if (column < -32768 || column > 32767)
+    const Arrangement::Column column = m_arrangement.NewClassColumn(parent, x);
+    if (column.node < 0 && (column.x < -32768 || column.x > 32767))
         throw QoSError::overflow();
+    if (x || y)
+        growToHold(column.x, row);
 
-    auto* c = static_cast<QoSClass*>(createObject(true, qint16(column), qint16(row)));
+    auto* c = static_cast<QoSClass*>(createObject(true, column, qint16(row)));
     if (classIdx == 0)
         classIdx = c->ClassIdx();
 
@@ -256,8 +214,7 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
     c->SetClassIdx(classIdx);
     c->SetDefaultClass(flag);
     c->SetCaption(caption);
-    c->SetMatrixX(qint16(column));
-    c->SetMatrixY(qint16(row));
+    // The cell was given at birth; MatrixX and MatrixY need not be set again.
     c->SetVisible(visible);
     return c;
 }
@@ -286,12 +243,14 @@ QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, con
         m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Klassen!"));
         return nullptr;
     }
-    const int column = NewFilterColumn(c, x);
+    const Arrangement::Column column = m_arrangement.NewFilterColumn(c, x);
     const int row = NewFilterRow(c, y);
     if (row > 32767)
         throw QoSError::overflow();
+    if (x)
+        growToHold(column.x, row);
 
-    auto* f = static_cast<QoSFilter*>(createObject(false, qint16(column), qint16(row)));
+    auto* f = static_cast<QoSFilter*>(createObject(false, column, qint16(row)));
     if (filterIdx == 0)
         filterIdx = f->FilterIdx();
     // Linked first, so that the field edits below already belong to a filter of the class.
@@ -302,16 +261,15 @@ QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, con
     f->SetQoSOption(option);
     f->SetFilterIdx(filterIdx >= -32768 && filterIdx <= 32767 ? qint16(filterIdx) : qint16(0));
     f->SetCaption(extra);
-    f->SetMatrixX(qint16(column));
-    f->SetMatrixY(qint16(row));
     f->SetVisible(visible);
     return f;
 }
 
 void ObjectPage::Remove(QoSObject* object)
 {
-    if (!object || !m_containedByName.contains(object->Name()))
+    if (!object || object->GetObjectPage() != this || !m_contained.contains(object))
         return;
+    m_arrangement.Materialize();
     // Whoever removes a box, it leaves its parent's children and its own children's links.
     if (QoSClass* parent = object->ParentQoSObject())
         parent->RemoveChildQoSQbject(object);
@@ -327,9 +285,8 @@ void ObjectPage::Remove(QoSObject* object)
     if (m_selectedFilter == object)
         m_selectedFilter = nullptr;
     const QString name = object->Name();
-    indexRemove(object, object->MatrixX(), object->MatrixY());
+    m_index.Remove(object, object->MatrixX(), object->MatrixY());
     m_contained.removeOne(object);
-    m_containedByName.remove(name);
     if (object->IsClass())
         --m_classCount;
     m_document->UnregisterObject(object);
@@ -427,86 +384,4 @@ bool ObjectPage::PageSizeCommand()
         SetGridDimensions(w, h);
         return true;
     }
-}
-
-// --- arrangement -------------------------------------------------------------------------
-
-int ObjectPage::FindFreeColumn(bool grow)
-{
-    if (!m_emptyColumns.empty())
-        return *m_emptyColumns.begin();
-    if (m_prop.Cols > ColumnLimit)
-        return ColumnLimit; // free, but beyond what a box's column can hold: AddClass refuses it
-    if (!grow)
-        return 0;
-    ResizeGrid(m_prop.Cols + 1, m_prop.Rows);
-    return m_prop.Cols - 1;
-}
-
-int ObjectPage::MaxChildColumn(const QoSClass* c)
-{
-    int m = -1;
-    if (c)
-        for (QoSObject* child : c->ChildQoSObjects())
-            m = qMax(m, int(child->MatrixX()));
-    return m;
-}
-
-void ObjectPage::ShiftColumnsRight(int x)
-{
-    // Every box in column x or right of it moves one column right, whole columns at a time,
-    // so that no two subtrees come to share a column.
-    if (m_allColumns.empty() || m_allColumns.rbegin()->first < x)
-        return; // nothing stands there: the common case of adding to the rightmost subtree
-    QList<QoSObject*> moving;
-    for (QoSObject* o : std::as_const(m_contained))
-        if (o->MatrixX() >= x)
-            moving << o;
-    for (QoSObject* o : std::as_const(moving)) {
-        if (o->MatrixX() + 1 >= m_prop.Cols)
-            ResizeGrid(m_prop.Cols + 1, m_prop.Rows);
-        if (o->MatrixX() >= 32767)
-            throw QoSError::overflow();
-        o->SetMatrixX(qint16(o->MatrixX() + 1));
-    }
-}
-
-int ObjectPage::NewClassColumn(QoSClass* parent, std::optional<qint16> given)
-{
-    if (given)
-        return *given;
-    if (!parent)
-        return FindFreeColumn(true);
-    const int m = MaxChildColumn(parent);
-    if (m == -1)
-        return parent->MatrixX();
-    const int c = m + 1;
-    ShiftColumnsRight(c);
-    if (c >= m_prop.Cols)
-        ResizeGrid(c + 1, m_prop.Rows);
-    return c;
-}
-
-int ObjectPage::NewClassRow(const QoSClass* parent, std::optional<qint16> given)
-{
-    if (given)
-        return *given;
-    return parent ? parent->MatrixY() + 1 : 0;
-}
-
-int ObjectPage::NewFilterColumn(const QoSClass* c, std::optional<qint16> given)
-{
-    if (given)
-        return *given;
-    return c ? c->MatrixX() : 0;
-}
-
-int ObjectPage::NewFilterRow(const QoSClass* c, std::optional<qint16> given)
-{
-    int row = given ? int(*given) : 0;
-    if (!given && c)
-        row = 4 + int(c->ChildQoSObjects().size()); // only filters, the new one not yet among them
-    if (row >= m_prop.Rows - 1)
-        ResizeGrid(0, row + 1);
-    return row;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "arrangement.h"
+#include "cellindex.h"
 #include "objectpageproperties.h"
 
 #include <QHash>
@@ -7,8 +9,6 @@
 #include <QObject>
 #include <QPointer>
 #include <optional>
-#include <map>
-#include <set>
 
 class Document;
 class QoSObject;
@@ -18,12 +18,14 @@ class QoSConnector;
 
 // The grid page of one direction ("Down1" holds the down tree, "Up1" the up tree). Every box
 // stands in one cell; its position follows from the cell alone. The page keeps an index of
-// cells and columns so that looking up a cell never scans all boxes.
+// cells and columns so that looking up a cell never scans all boxes; where new boxes go is
+// the business of its Arrangement.
 class ObjectPage : public QObject
 {
     Q_OBJECT
 public:
     ObjectPage(Document* document, const QString& name, const QString& direction);
+    ~ObjectPage() override;
 
     QString Name() const { return objectName(); }
     // "down" or "up": the direction of the classes made on this page.
@@ -41,20 +43,21 @@ public:
     qint64 PaneHeight() const { return qint64(m_prop.Rows) * m_prop.RowHeight; }
 
     // The boxes on this page in the order they were added.
-    QList<QoSObject*> ContainedObjects() const;
+    const QList<QoSObject*>& ContainedObjects() const { return m_contained; }
     int ObjectCount() const { return int(m_contained.size()); }
     int ClassCount() const { return m_classCount; }
 
     // The box in a cell; of two in one cell, the one added first.
-    QoSObject* ObjectAt(int x, int y) const;
-    bool IsColumnEmpty(int x) const;
-    // The boxes of the cells of a cols × rows grid, row by row, left to right: the order in
-    // which the file is written. Empty cells are left out.
-    QList<QoSObject*> ObjectsInCellOrder(int cols, int rows) const;
+    QoSObject* ObjectAt(int x, int y);
+    bool IsColumnEmpty(int x);
+    // Every box of the page, row by row from the top, each row left to right, boxes that
+    // share a cell in the order they were added: the order in which the file is written.
+    QList<QoSObject*> ObjectsInWriteOrder();
 
     // Creates a class box. parentIdx is the parent's class number as text ("0" for a main
     // class), empty bandwidths choose defaults, classIdx 0 takes the creation counter and
-    // is written back. Refusals are shown to the user and give nothing.
+    // is written back. Refusals are shown to the user and give nothing. A given cell beyond
+    // the page makes the page grow to hold it.
     QoSClass* AddClass(const QString& parentIdx, const QString& minBandwidth, const QString& maxBandwidth,
                        const QString& direction, const QString& prio, int& classIdx, bool flag,
                        const QString& caption, std::optional<qint16> x = std::nullopt,
@@ -85,13 +88,23 @@ public:
     bool PageSizeCommand();
 
     // Arrangement of new boxes.
-    int FindFreeColumn(bool grow);
-    static int MaxChildColumn(const QoSClass* c);
-    void ShiftColumnsRight(int x);
-    int NewClassColumn(QoSClass* parent, std::optional<qint16> given = std::nullopt);
-    static int NewClassRow(const QoSClass* parent, std::optional<qint16> given = std::nullopt);
-    static int NewFilterColumn(const QoSClass* c, std::optional<qint16> given = std::nullopt);
-    int NewFilterRow(const QoSClass* c, std::optional<qint16> given = std::nullopt);
+    int FindFreeColumn(bool grow) { return m_arrangement.FindFreeColumn(grow); }
+    static int MaxChildColumn(const QoSClass* c) { return Arrangement::MaxChildColumn(c); }
+    void ShiftColumnsRight(int x) { m_arrangement.ShiftColumnsRight(x); }
+    static int NewClassRow(const QoSClass* parent, std::optional<qint16> given = std::nullopt)
+    {
+        return Arrangement::NewClassRow(parent, given);
+    }
+    int NewFilterRow(const QoSClass* c, std::optional<qint16> given = std::nullopt)
+    {
+        return m_arrangement.NewFilterRow(c, given);
+    }
+
+    // While an import adds its boxes, they are placed and joined once at the end.
+    void BeginDeferred() { m_arrangement.BeginDeferred(); }
+    void EndDeferred() { m_arrangement.EndDeferred(); }
+    bool IsDeferred() const { return m_arrangement.IsDeferred(); }
+    Arrangement& arrangement() { return m_arrangement; }
 
     // Called by a box whose cell changed, to keep the index right.
     void CellChanged(QoSObject* object, int oldX, int oldY);
@@ -108,26 +121,22 @@ signals:
     void selectionChanged();
 
 private:
-    void indexInsert(QoSObject* object);
-    void indexRemove(QoSObject* object, int x, int y);
-    void columnCountChange(int x, int delta);
-    void rebuildColumns();
-    static quint64 cellKey(int x, int y) { return (quint64(quint32(x)) << 32) | quint32(y); }
-    QoSObject* createObject(bool isClass, qint16 x, qint16 y);
+    friend class Arrangement;
+    QoSObject* createObject(bool isClass, const Arrangement::Column& column, qint16 y);
+    // Sets the size without asking the arrangement to settle first: the arrangement itself
+    // widens the page while it places a box.
+    void growGrid(qint32 width, qint32 height);
+    // Grows the page so that a box read with this cell stands on it.
+    void growToHold(int x, int y);
+    void placeAll();
 
     Document* m_document;
     QString m_direction;
     ObjectPageProperties m_prop;
-    QHash<QString, QoSObject*> m_containedByName;
     QList<QoSObject*> m_contained;
     int m_classCount = 0;
-    QHash<quint64, QList<QoSObject*>> m_cells;   // per cell, in insertion order
-    QHash<int, int> m_columnCounts;                 // boxes per column within rows 0..Rows-1
-    // Empty columns among 0..Cols-1. A box's column is 16-bit, so columns from 32768 on can
-    // never be occupied and are not listed: a page read as millions of columns wide costs nothing.
-    static constexpr int ColumnLimit = 32768;
-    std::set<int> m_emptyColumns;
-    std::map<int, int> m_allColumns;                // boxes per column, any row
+    CellIndex m_index;
+    Arrangement m_arrangement{*this};
     QPointer<QoSClass> m_selectedClass;
     QPointer<QoSFilter> m_selectedFilter;
     QPointer<QoSConnector> m_selectedConnector;

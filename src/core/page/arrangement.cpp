@@ -1,0 +1,203 @@
+#include "arrangement.h"
+
+#include "document/qoserror.h"
+#include "model/qosclass.h"
+#include "model/qosobject.h"
+#include "objectpage.h"
+
+int Arrangement::FindFreeColumn(bool grow)
+{
+    Materialize();
+    const ObjectPageProperties& p = m_page.prop();
+    const int free = m_page.m_index.FirstEmptyColumn(p.Cols);
+    if (free >= 0)
+        return free;
+    if (p.Cols > CellIndex::ColumnLimit)
+        return CellIndex::ColumnLimit; // free, but beyond what a box's column can hold: AddClass refuses it
+    if (!grow)
+        return 0;
+    m_page.growGrid(p.Cols + 1, p.Rows);
+    return m_page.prop().Cols - 1;
+}
+
+int Arrangement::MaxChildColumn(const QoSClass* c)
+{
+    int m = -1;
+    if (c)
+        for (QoSObject* child : c->ChildQoSObjects())
+            m = qMax(m, int(child->MatrixX()));
+    return m;
+}
+
+void Arrangement::ShiftColumnsRight(int x)
+{
+    Materialize();
+    // Every box in column x or right of it moves one column right, whole columns at a time,
+    // so that no two subtrees come to share a column.
+    if (!m_page.m_index.AnyAtOrRightOf(x))
+        return; // nothing stands there: the common case of adding to the rightmost subtree
+    QList<QoSObject*> moving;
+    for (QoSObject* o : std::as_const(m_page.m_contained))
+        if (o->MatrixX() >= x)
+            moving << o;
+    for (QoSObject* o : std::as_const(moving)) {
+        if (o->MatrixX() + 1 >= m_page.prop().Cols)
+            m_page.growGrid(m_page.prop().Cols + 1, m_page.prop().Rows);
+        if (o->MatrixX() >= 32767)
+            throw QoSError::overflow();
+        o->SetMatrixX(qint16(o->MatrixX() + 1));
+    }
+}
+
+int Arrangement::appendNode()
+{
+    const int node = int(m_next.size());
+    m_next.push_back(-1);
+    if (m_tail >= 0)
+        m_next[std::size_t(m_tail)] = node;
+    else
+        m_head = node;
+    m_tail = node;
+    return node;
+}
+
+int Arrangement::insertNodeAfter(int after)
+{
+    const int node = int(m_next.size());
+    m_next.push_back(m_next[std::size_t(after)]);
+    m_next[std::size_t(after)] = node;
+    if (m_tail == after)
+        m_tail = node;
+    return node;
+}
+
+Arrangement::Column Arrangement::NewClassColumn(QoSClass* parent, std::optional<qint16> given)
+{
+    if (given) {
+        Materialize(); // a box with a column of its own: the list no longer knows every column
+        return {*given};
+    }
+    if (m_listed) {
+        // Every listed column holds a class within the rows, and the listed columns stand
+        // left of all empty ones: the columns 0 .. n-1 are taken, n .. Cols-1 are free.
+        const ObjectPageProperties& p = m_page.prop();
+        const int taken = int(m_next.size());
+        if (!parent) {
+            if (taken < qMin(p.Cols, CellIndex::ColumnLimit))
+                return {taken, appendNode()};
+            if (p.Cols > CellIndex::ColumnLimit)
+                return {CellIndex::ColumnLimit};
+            m_page.growGrid(p.Cols + 1, p.Rows);
+            return {taken, appendNode()};
+        }
+        const QList<QoSObject*>& children = parent->ChildQoSObjects();
+        const QoSObject* last = children.isEmpty() ? nullptr : children.last();
+        if (parent->GetObjectPage() == &m_page && parent->m_columnNode >= 0 && (!last || last->m_columnNode >= 0)) {
+            // The first child stands below its parent. Every further child was placed right
+            // of the one before, and shifts keep the order of columns: the newest child is
+            // the rightmost, and the new column comes right after it.
+            if (!last)
+                return {0, parent->m_columnNode};
+            if (taken >= CellIndex::ColumnLimit)
+                throw QoSError::overflow();
+            // Shifting the columns right of it widens the page only when the last one was taken.
+            if (taken >= p.Cols)
+                m_page.growGrid(p.Cols + 1, p.Rows);
+            return {0, insertNodeAfter(last->m_columnNode)};
+        }
+        Materialize();
+    }
+    if (!parent)
+        return {FindFreeColumn(true)};
+    const int m = MaxChildColumn(parent);
+    if (m == -1)
+        return {parent->MatrixX()};
+    const int c = m + 1;
+    ShiftColumnsRight(c);
+    if (c >= m_page.prop().Cols)
+        m_page.growGrid(c + 1, m_page.prop().Rows);
+    return {c};
+}
+
+int Arrangement::NewClassRow(const QoSClass* parent, std::optional<qint16> given)
+{
+    if (given)
+        return *given;
+    return parent ? parent->MatrixY() + 1 : 0;
+}
+
+Arrangement::Column Arrangement::NewFilterColumn(const QoSClass* c, std::optional<qint16> given)
+{
+    if (given) {
+        Materialize();
+        return {*given};
+    }
+    if (c && c->m_columnNode >= 0 && c->GetObjectPage() == &m_page)
+        return {0, c->m_columnNode};
+    return {c ? int(c->MatrixX()) : 0};
+}
+
+int Arrangement::NewFilterRow(const QoSClass* c, std::optional<qint16> given)
+{
+    int row = given ? int(*given) : 0;
+    if (!given && c)
+        row = 4 + int(c->ChildQoSObjects().size()); // only filters, the new one not yet among them
+    if (row >= m_page.prop().Rows - 1)
+        m_page.growGrid(0, row + 1);
+    return row;
+}
+
+void Arrangement::BeginDeferred()
+{
+    m_deferred = true;
+    // Class rows are 0 to 3: on a page of fewer rows a class may stand outside them, and its
+    // column then counts as free; the list does not keep that apart, the single steps do.
+    m_listed = m_page.m_contained.isEmpty() && m_page.prop().Rows >= 4;
+}
+
+void Arrangement::AddListed(QoSObject* object, int node)
+{
+    object->m_columnNode = node;
+    m_listedBoxes.push_back(object);
+}
+
+void Arrangement::Materialize()
+{
+    if (!m_listed)
+        return;
+    m_listed = false;
+    std::vector<int> rank(m_next.size());
+    int r = 0;
+    for (int node = m_head; node >= 0; node = m_next[std::size_t(node)])
+        rank[std::size_t(node)] = r++;
+    // Emptied first, so that nothing below comes back here.
+    const std::vector<QoSObject*> boxes = std::move(m_listedBoxes);
+    m_listedBoxes.clear();
+    m_next.clear();
+    m_head = m_tail = -1;
+    for (QoSObject* o : boxes) {
+        const int x = rank[std::size_t(o->m_columnNode)];
+        o->m_columnNode = -1;
+        o->InitCell(qint16(x), o->MatrixY());
+        m_page.m_index.Insert(o);
+        if (x != 0)
+            emit o->cellChanged(x, o->MatrixY());
+    }
+}
+
+void Arrangement::EndDeferred()
+{
+    Materialize();
+    m_deferred = false;
+    m_page.placeAll();
+}
+
+void Arrangement::Reset()
+{
+    for (QoSObject* o : m_listedBoxes)
+        o->m_columnNode = -1;
+    m_listedBoxes.clear();
+    m_next.clear();
+    m_head = m_tail = -1;
+    m_listed = m_deferred && m_page.prop().Rows >= 4;
+}
