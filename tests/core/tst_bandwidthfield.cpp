@@ -15,17 +15,20 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("unit");
-        QTest::newRow("empty is 0kbit") << "" << "0" << "kbit";
-        QTest::newRow("plain") << "768kbit" << "768" << "kbit";
-        QTest::newRow("case of unit kept") << "10Mbit" << "10" << "Mbit";
-        QTest::newRow("number alone gets kbit") << "768" << "768" << "kbit";
-        QTest::newRow("rounded number not in text") << "1.5Mbit" << "2" << "1.5Mbit";
-        QTest::newRow("rounded number found in text") << "2.5kbit" << "2" << ".5kbit";
-        QTest::newRow("blanks around number") << " 768 kbit" << "768" << " kbit";
-        QTest::newRow("negative") << "-5kbit" << "-5" << "kbit";
-        QTest::newRow("no number at all") << "abc" << "0" << "abc";
-        QTest::newRow("number beyond 32 bits") << "99999999999kbit" << "0" << "99999999999kbit";
-        QTest::newRow("beyond 32 bits, holding a 0") << "10000000000kbit" << "0" << "10000000000kbit";
+        QTest::addColumn<QString>("written");
+        QTest::newRow("empty is 0kbit") << "" << "0" << "kbit" << "0kbit";
+        QTest::newRow("plain") << "768kbit" << "768" << "kbit" << "768kbit";
+        QTest::newRow("case of unit kept") << "10Mbit" << "10" << "Mbit" << "10Mbit";
+        QTest::newRow("number alone gets kbit") << "768" << "768" << "kbit" << "768kbit";
+        QTest::newRow("unit alone gets 0") << "kbit" << "0" << "kbit" << "0kbit";
+        QTest::newRow("rounded number not in text: text kept") << "1.5Mbit" << "2" << "1.5Mbit" << "1.5Mbit";
+        QTest::newRow("rounded number found in text") << "2.5kbit" << "2" << ".5kbit" << "2.5kbit";
+        QTest::newRow("negative fraction: text kept") << "-0.4kbit" << "0" << ".4kbit" << "-0.4kbit";
+        QTest::newRow("leading zero dropped, same number") << "0768kbit" << "768" << "kbit" << "768kbit";
+        QTest::newRow("blanks around number") << " 768 kbit" << "768" << " kbit" << "768 kbit";
+        QTest::newRow("negative") << "-5kbit" << "-5" << "kbit" << "-5kbit";
+        QTest::newRow("no number at all") << "abc" << "0" << "abc" << "0abc";
+        QTest::newRow("exponent is unit") << "1e3kbit" << "1" << "e3kbit" << "1e3kbit";
         // clang-format on
     }
     void setBandwidth()
@@ -33,11 +36,47 @@ private slots:
         QFETCH(QString, text);
         QFETCH(QString, value);
         QFETCH(QString, unit);
+        QFETCH(QString, written);
         BandwidthField f;
         f.SetBandwidth(text);
         QCOMPARE(f.Value(), value);
         QCOMPARE(f.Unit(), unit);
-        QCOMPARE(f.Bandwidth(), value + unit);
+        QCOMPARE(f.Bandwidth(), written);
+        // What is written reads back as itself: saving twice never grows a bandwidth.
+        BandwidthField again;
+        again.SetBandwidth(f.Bandwidth());
+        QCOMPARE(again.Bandwidth(), written);
+    }
+
+    void keptTextGoesWhenTheUserChangesTheField()
+    {
+        BandwidthField f;
+        f.SetBandwidth(QStringLiteral("1.5Mbit"));
+        f.SetValue(QStringLiteral("3"));
+        QCOMPARE(f.Bandwidth(), QStringLiteral("31.5Mbit"));
+        f.SetBandwidth(QStringLiteral("1.5Mbit"));
+        QVERIFY(f.Relabel(QStringLiteral("mbit")));
+        QCOMPARE(f.Bandwidth(), QStringLiteral("2mbit"));
+    }
+
+    void numbersThatDoNotFitAreRefused_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("beyond 32 bits") << "99999999999kbit";
+        QTest::newRow("beyond 32 bits, holding a 0") << "10000000000kbit";
+        QTest::newRow("below 32 bits") << "-2147483649kbit";
+        QTest::newRow("beyond a double") << QString(400, u'9') + QStringLiteral("kbit");
+    }
+    void numbersThatDoNotFitAreRefused()
+    {
+        QFETCH(QString, text);
+        BandwidthField f;
+        f.SetBandwidth(QStringLiteral("768kbit"));
+        QSignalSpy change(&f, &BandwidthField::Change);
+        QVERIFY_THROWS_EXCEPTION(QoSError, f.SetBandwidth(text));
+        QVERIFY_THROWS_EXCEPTION(QoSError, f.SetValue(text.chopped(4)));
+        QCOMPARE(f.Bandwidth(), QStringLiteral("768kbit"));
+        QCOMPARE(change.count(), 0);
     }
 
     void changeOnlyForTheNumber()

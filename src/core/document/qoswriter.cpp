@@ -173,11 +173,11 @@ public:
                 continue;
             // One entry per port of the list; a single port keeps the plain form.
             e.entries = f->PortInput()->count();
-            if (e.entries > maxEntriesPerFilter)
+            if (!f->PortInput()->CountFits() || e.entries > maxEntriesPerFilter)
                 throw QoSError(QoSError::Kind::Overflow,
-                               QStringLiteral("Der Filter \"%1\" steht für %2 Ports; mehr als %3 werden nicht geschrieben.")
-                                   .arg(f->Caption())
-                                   .arg(e.entries)
+                               QStringLiteral("Der Filter \"%1\" mit den Ports '%2' steht für mehr als %3 "
+                                              "Einträge; er wird nicht geschrieben.")
+                                   .arg(f->Caption(), f->QoSPort().size() > 60 ? f->QoSPort().left(60) + u'…' : f->QoSPort())
                                    .arg(maxEntriesPerFilter));
             f->SetFilterIdx(Numbers::RoundToInt16(double(filters) + 1));
             filters += e.entries;

@@ -7,7 +7,27 @@
 
 BandwidthField::BandwidthField(QObject* parent) : QObject(parent) {}
 
+QoSError BandwidthField::OutOfRange(const QString& text)
+{
+    return QoSError(QoSError::Kind::Overflow,
+                    QStringLiteral("Die Bandbreite '%1' liegt außerhalb des Zahlenbereichs von -2147483648 bis "
+                                   "2147483647.")
+                        .arg(text.size() > 60 ? text.left(60) + u'…' : text));
+}
+
 void BandwidthField::SetValue(const QString& number)
+{
+    try {
+        if (!Numbers::TryRoundToInt32(Numbers::LeadingValue(number)))
+            throw OutOfRange(number);
+    } catch (const QoSError&) {
+        throw OutOfRange(number);
+    }
+    m_kept.clear();
+    setValue(number);
+}
+
+void BandwidthField::setValue(const QString& number)
 {
     if (number == m_value)
         return;
@@ -18,6 +38,12 @@ void BandwidthField::SetValue(const QString& number)
 
 void BandwidthField::SetUnit(const QString& unit)
 {
+    m_kept.clear();
+    setUnit(unit);
+}
+
+void BandwidthField::setUnit(const QString& unit)
+{
     if (unit == m_unit)
         return;
     m_unit = unit;
@@ -27,20 +53,29 @@ void BandwidthField::SetUnit(const QString& unit)
 void BandwidthField::SetBandwidth(const QString& text)
 {
     const QString s = text.isEmpty() ? QStringLiteral("0kbit") : text;
-    // A leading number beyond 32 bits cannot be a bandwidth: it is taken as 0, and the
-    // whole text becomes the unit part, so nothing of the text is lost.
+    double value = 0;
     std::optional<qint32> n;
     try {
-        n = Numbers::TryRoundToInt32(Numbers::LeadingValue(s));
+        value = Numbers::LeadingValue(s);
+        n = Numbers::TryRoundToInt32(value);
     } catch (const QoSError&) {
     }
-    const QString t = QString::number(n.value_or(0));
-    const qsizetype at = n ? s.indexOf(t) : -1;
+    if (!n)
+        throw OutOfRange(s);
+    const QString t = QString::number(*n);
+    const qsizetype at = s.indexOf(t);
     QString unit = at < 0 ? s : s.mid(at + t.size());
     if (unit.isEmpty())
         unit = QStringLiteral("kbit");
-    SetValue(t);
-    SetUnit(unit);
+    // Joined again, would the text still read as the same number?
+    bool same = false;
+    try {
+        same = Numbers::LeadingValue(QString(t + unit)) == value;
+    } catch (const QoSError&) {
+    }
+    m_kept = same ? QString() : s;
+    setValue(t);
+    setUnit(unit);
 }
 
 qint32 BandwidthField::kbit() const
@@ -54,7 +89,8 @@ void BandwidthField::SetKbit(qint32 k)
     if (m_unit.isEmpty())
         SetUnit(QStringLiteral("kbit"));
     bool inexact = false;
-    SetValue(Numbers::Format(UnitConversion::FromKbit(k, m_unit, inexact)));
+    m_kept.clear();
+    setValue(Numbers::Format(UnitConversion::FromKbit(k, m_unit, inexact)));
 }
 
 void BandwidthField::SetLocked(bool locked)
@@ -134,6 +170,7 @@ bool BandwidthField::ConvertTo(const QString& unit, UserPrompt& prompt)
         return false;
     m_value = QString::number(result); // one Change for the whole command, below
     m_unit = unit;
+    m_kept.clear();
     emit valueChanged(m_value);
     emit unitChanged(m_unit);
     changed();

@@ -7,6 +7,7 @@
 #include <functional>
 #include <QString>
 
+class QoSError;
 class UserPrompt;
 
 // The value behind a bandwidth input: a number part and a unit part, joined without a
@@ -18,12 +19,21 @@ public:
     explicit BandwidthField(QObject* parent = nullptr);
 
     QString Value() const { return m_value; }
+    // The number part as the user typed it. A number that does not round into 32 bits is
+    // refused: the field keeps its value and an overflow QoSError says why.
     void SetValue(const QString& number);
     QString Unit() const { return m_unit; }
     void SetUnit(const QString& unit);
 
-    QString Bandwidth() const { return m_value + m_unit; }
+    // Number part and unit part joined, or the text as it was set when joining the two would
+    // read as another number ("1.5Mbit" shows 2 and the unit "1.5Mbit"): such a text is kept
+    // until the user changes the field, so that saving never changes a bandwidth.
+    QString Bandwidth() const { return m_kept.isEmpty() ? m_value + m_unit : m_kept; }
+    // Splits a text into number and unit. A leading number that does not fit a double or
+    // does not round into 32 bits is refused: the field keeps its value and an overflow
+    // QoSError says why.
     void SetBandwidth(const QString& text);
+    static QoSError OutOfRange(const QString& text);
 
     // The value in kbit, rounded halves to even. Throws an overflow QoSError beyond 32 bits;
     // a number part that is no number counts by its leading number (an empty box is 0).
@@ -86,8 +96,12 @@ signals:
 private:
     void applyColors();
 
+    void setValue(const QString& number);
+    void setUnit(const QString& unit);
+
     QString m_value = QStringLiteral("0");
     QString m_unit = QStringLiteral("kbit");
+    QString m_kept;
     bool m_locked = false;
     bool m_showLock = true;
     bool m_valid = true;

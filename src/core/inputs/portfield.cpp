@@ -17,11 +17,17 @@ double leading(QStringView s)
     }
 }
 
-// A range end as a whole port number; values beyond 32 bits are clamped.
+// A range end: its leading number rounded to 32 bits, halves to even; throws beyond.
 qint64 rangeEnd(QStringView s)
 {
-    const double v = std::nearbyint(leading(s));
-    return qint64(qBound(-2147483648.0, v, 2147483647.0));
+    return Numbers::RoundToInt32(Numbers::LeadingValue(s));
+}
+
+QoSError tooManyPorts(QStringView port)
+{
+    return QoSError(QoSError::Kind::Overflow,
+                    QStringLiteral("Die Portliste '%1' steht für mehr Ports, als sich zählen lassen.")
+                        .arg(port.size() > 60 ? port.first(60).toString() + QStringLiteral("…") : port.toString()));
 }
 
 } // namespace
@@ -33,28 +39,45 @@ void PortField::SetPort(const QString& port)
     if (port == m_port)
         return;
     m_port = port;
-    m_count = Count(m_port);
+    const std::optional<qint32> n = TryCount(m_port);
+    m_countFits = n.has_value();
+    if (n)
+        m_count = *n;
     changed();
+    if (!n)
+        throw tooManyPorts(m_port);
 }
 
-qint32 PortField::Count(const QString& port)
+std::optional<qint32> PortField::TryCount(QStringView port)
 {
     // Counted on every keystroke and for every filter read from a file: views, no copies.
-    double total = 0;
-    for (const QStringView item : QStringView(port).tokenize(u',')) {
+    qint64 total = 0;
+    for (const QStringView item : port.tokenize(u',')) {
         const qsizetype dash = item.indexOf(u'-');
         if (dash < 0 || item.indexOf(u'-', dash + 1) >= 0) {
             total += 1; // a single port, an empty item, or a malformed one with two dashes
-            continue;
+        } else {
+            qint64 a = 0;
+            qint64 b = 0;
+            try {
+                a = rangeEnd(item.left(dash));
+                b = rangeEnd(item.mid(dash + 1));
+            } catch (const QoSError&) {
+                return std::nullopt;
+            }
+            total += std::llabs(b - a + 1);
         }
-        const double a = leading(item.left(dash));
-        const double b = leading(item.mid(dash + 1));
-        total += std::fabs(std::nearbyint(b - a + 1));
+        if (total > std::numeric_limits<qint32>::max())
+            return std::nullopt;
     }
-    if (total > 2147483647.0)
-        return std::numeric_limits<qint32>::max();
-    const qint32 n = qint32(total);
-    return n == 0 ? 1 : n;
+    return total == 0 ? 1 : qint32(total);
+}
+
+qint32 PortField::Count(QStringView port)
+{
+    if (const auto n = TryCount(port))
+        return *n;
+    throw tooManyPorts(port);
 }
 
 PortField::CountLook PortField::Look() const
@@ -69,10 +92,15 @@ qint64 PortField::ExpandedCount() const
     qint64 n = 0;
     for (const QString& item : m_port.split(u',')) {
         const QStringList ends = item.split(u'-');
-        if (ends.size() == 2)
-            n += std::llabs(rangeEnd(ends[1]) - rangeEnd(ends[0])) + 1;
-        else
+        if (ends.size() != 2) {
             n += 1;
+            continue;
+        }
+        try {
+            n += std::llabs(rangeEnd(ends[1]) - rangeEnd(ends[0])) + 1;
+        } catch (const QoSError&) {
+            return -1; // an end beyond 32 bits expands to nothing
+        }
     }
     return n;
 }
@@ -89,8 +117,14 @@ QString PortField::PortExt(qint64 index) const
             --index;
             continue;
         }
-        const qint64 a = rangeEnd(ends[0]);
-        const qint64 b = rangeEnd(ends[1]);
+        qint64 a = 0;
+        qint64 b = 0;
+        try {
+            a = rangeEnd(ends[0]);
+            b = rangeEnd(ends[1]);
+        } catch (const QoSError&) {
+            return QString();
+        }
         const qint64 n = std::llabs(b - a) + 1;
         if (index < n)
             return QString::number(b >= a ? a + index : a - index);
@@ -105,8 +139,9 @@ QStringList PortField::PortExt() const
     const qint64 n = ExpandedCount();
     // An expansion is only ever needed for lists a filter can hold; a list standing for
     // millions of ports is never expanded as a whole.
-    if (n > 65536 * 2)
+    if (n < 0 || n > 65536 * 2)
         return out;
+    out.reserve(n);
     for (const QString& item : m_port.split(u',')) {
         const QStringList ends = item.split(u'-');
         if (ends.size() != 2) {
@@ -127,7 +162,7 @@ QStringList PortField::PortExt() const
 
 PortField::LeaveResult PortField::CheckLeave() const
 {
-    if (m_count > MaxPorts)
+    if (!m_countFits || m_count > MaxPorts)
         return LeaveResult::TooManyPorts;
     const double first = leading(m_port);
     if (first < 0 || first > 65535)

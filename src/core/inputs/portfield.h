@@ -3,6 +3,7 @@
 #include <QObject>
 
 #include <functional>
+#include <optional>
 #include <QString>
 #include <QStringList>
 
@@ -18,11 +19,15 @@ public:
     explicit PortField(QObject* parent = nullptr);
 
     QString Port() const { return m_port; }
+    // Sets the list and counts it. A list that stands for more than 32 bits of ports keeps
+    // its text but not its count: the count stays as it was, CountFits() turns false, and an
+    // overflow QoSError is thrown after the change was announced.
     void SetPort(const QString& port);
 
     // Number of single ports the list stands for. A reversed range a-b counts two less than
-    // it expands to; kept as it is. Saturates at the 32-bit maximum instead of overflowing.
+    // it expands to; kept as it is.
     qint32 count() const { return m_count; }
+    bool CountFits() const { return m_countFits; }
     CountLook Look() const;
 
     // The list expanded into single ports, in list order.
@@ -35,7 +40,11 @@ public:
     // Check when the focus leaves the box.
     LeaveResult CheckLeave() const;
 
-    static qint32 Count(const QString& port);
+    // The count of a list: the ends of a range are whole numbers, rounded as everywhere, so
+    // that a forward range counts exactly the ports it expands to. Throws an overflow QoSError
+    // when an end or the count does not fit into 32 bits; TryCount gives nothing then.
+    static qint32 Count(QStringView port);
+    static std::optional<qint32> TryCount(QStringView port);
     static bool AcceptsKey(QChar key);
     static QString TooManyPortsText() { return QStringLiteral("Zuviele Ports"); }
     static QString OutOfRangeText() { return QStringLiteral("Nur werte von 0 bis 65535 sind erlaubt!"); }
@@ -51,6 +60,7 @@ signals:
 private:
     QString m_port;
     qint32 m_count = 1;
+    bool m_countFits = true;
 
     void changed()
     {

@@ -1,6 +1,7 @@
 #include "inputbandwidth.h"
 
 #include "app/dialogprompt.h"
+#include "document/qoserror.h"
 #include "document/unitconversion.h"
 #include "palettecolor.h"
 #include "fieldbinding.h"
@@ -44,7 +45,20 @@ InputBandwidth::InputBandwidth(BandwidthField* field, QWidget* parent)
     // As wide as its three controls, not as wide as its host.
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 
-    connect(m_txtMin, &QLineEdit::textEdited, this, [this](const QString& text) { m_field->SetValue(text); });
+    connect(m_txtMin, &QLineEdit::textEdited, this, [this](const QString& text) {
+        try {
+            m_field->SetValue(text);
+        } catch (const QoSError& e) {
+            // A number beyond 32 bits is no bandwidth: the box goes back to the value it had.
+            showValue();
+            if (m_prompt) {
+                m_prompt->Message(e.message(), UserPrompt::Icon::Warning);
+            } else {
+                DialogPrompt dialogs(this);
+                dialogs.Message(e.message(), UserPrompt::Icon::Warning);
+            }
+        }
+    });
     connect(m_chkLocked, &QCheckBox::clicked, this, [this](bool checked) { m_field->SetLocked(checked); });
     setFocusProxy(m_txtMin);
     setField(field);

@@ -36,7 +36,15 @@ InputPort::InputPort(PortField* field, QWidget* parent)
     layout->addWidget(m_txtPort, 1);
     layout->addWidget(m_lblFilterCount);
 
-    connect(m_txtPort, &QLineEdit::textEdited, this, [this](const QString& t) { m_field->SetPort(t); });
+    connect(m_txtPort, &QLineEdit::textEdited, this, [this](const QString& t) {
+        // A list that stands for more ports than can be counted is refused as too many.
+        if (!PortField::TryCount(t)) {
+            showPort();
+            showTooManyPorts();
+            return;
+        }
+        m_field->SetPort(t);
+    });
     setFocusProxy(m_txtPort);
     setField(field);
 }
@@ -64,6 +72,15 @@ void InputPort::showPort()
     m_lblFilterCount->setPalette(p);
 }
 
+void InputPort::showTooManyPorts()
+{
+    if (m_status) {
+        m_status->SetStatusText(PortField::TooManyPortsText());
+    } else if (auto* main = qobject_cast<QMainWindow*>(window())) {
+        main->statusBar()->showMessage(PortField::TooManyPortsText());
+    }
+}
+
 void InputPort::checkPorts()
 {
     if (m_complaining)
@@ -73,11 +90,7 @@ void InputPort::checkPorts()
         return;
     case PortField::LeaveResult::TooManyPorts:
         m_txtPort->setFocus(Qt::OtherFocusReason);
-        if (m_status) {
-            m_status->SetStatusText(PortField::TooManyPortsText());
-        } else if (auto* main = qobject_cast<QMainWindow*>(window())) {
-            main->statusBar()->showMessage(PortField::TooManyPortsText());
-        }
+        showTooManyPorts();
         return;
     case PortField::LeaveResult::OutOfRange:
         m_complaining = true;

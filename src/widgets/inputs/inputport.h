@@ -34,6 +34,7 @@ protected:
 private:
     void showPort();
     void checkPorts();
+    void showTooManyPorts();
 
     PortField m_own;
     QPointer<PortField> m_field;
