@@ -9,6 +9,7 @@
 #include "inputs/portfield.h"
 #include "model/qosclass.h"
 #include "model/qosfilter.h"
+#include "model/validationpass.h"
 #include "page/objectpage.h"
 
 #include <functional>
@@ -66,12 +67,12 @@ std::optional<qint64> minimumSum(const QList<QoSClass*>& classes)
     });
 }
 
-void checkClass(const ObjectPage& page, const QoSClass& c, CheckReport& report)
+void checkClass(const ObjectPage& page, const QoSClass& c, ValidationPass& pass, CheckReport& report)
 {
     if (c.MinField()->IsValid() && c.MaxField()->IsValid())
         return;
     const auto limit = trapped([&] { return qint64(c.Limit()); });
-    const auto sum = trapped([&] { return qint64(c.SiblingMinimumSum()); });
+    const auto sum = trapped([&] { return qint64(pass.SiblingMinimumSum(c)); });
     const QString numbers =
         QStringLiteral(" (Grenze %1, Summe der Minima %2)").arg(kbitText(limit), kbitText(sum));
     if (!c.MinField()->IsValid())
@@ -85,25 +86,54 @@ void checkClass(const ObjectPage& page, const QoSClass& c, CheckReport& report)
 void checkFilter(const ObjectPage& page, const QoSFilter& f, CheckReport& report)
 {
     const QString at = where(page, f, QStringLiteral("Filter"));
-    const qint32 ports = f.PortInput()->count();
-    if (ports > PortField::MaxPorts)
+    const PortField& field = *f.PortInput();
+    if (!field.CountFits())
+        report.problems << at + QStringLiteral(": \"%1\" steht für mehr Ports, als sich zählen lassen")
+                                    .arg(f.QoSPort());
+    else if (field.count() > PortField::MaxPorts)
         report.problems << at + QStringLiteral(": %1 Ports, erlaubt sind höchstens %2")
-                                    .arg(ports)
+                                    .arg(field.count())
                                     .arg(PortField::MaxPorts);
+    // A range written backwards counts two ports less than it stands for, and the router
+    // gets only as many entries as counted.
+    for (const QStringView item : QStringView(f.QoSPort()).tokenize(u',')) {
+        const auto ends = item.split(u'-');
+        if (ends.size() != 2)
+            continue;
+        std::optional<qint64> from;
+        std::optional<qint64> to;
+        try {
+            from = Numbers::RoundToInt32(Numbers::LeadingValue(ends[0]));
+            to = Numbers::RoundToInt32(Numbers::LeadingValue(ends[1]));
+        } catch (const QoSError&) {
+            continue;
+        }
+        if (*to < *from)
+            report.problems << at + QStringLiteral(": der Bereich \"%1\" läuft rückwärts und zählt %2 Ports, "
+                                                   "steht aber für %3")
+                                        .arg(item.toString())
+                                        .arg(*from - *to - 1)
+                                        .arg(*from - *to + 1);
+    }
     if (!IpField::IsValidAddress(f.IpInput()->Address()))
         report.problems << at + QStringLiteral(": ungültige IP-Adresse \"%1\"").arg(f.IpInput()->Address());
-    const auto first = trapped([&] { return qint64(Numbers::LeadingValue(f.QoSPort())); });
-    if (!first || *first < 0 || *first > 65535)
+    // Compared as a double: a port of twenty digits fits no integer.
+    double first = -1;
+    try {
+        first = Numbers::LeadingValue(f.QoSPort());
+    } catch (const QoSError&) {
+    }
+    if (!(first >= 0 && first <= 65535))
         report.problems << at + QStringLiteral(": der erste Port von \"%1\" liegt nicht zwischen 0 und 65535")
                                     .arg(f.QoSPort());
 }
 
-void checkPage(const ObjectPage& page, const QoSCommon& common, CheckReport& report)
+void checkPage(const ObjectPage& page, const QoSCommon& common, ValidationPass& pass, CheckReport& report)
 {
     QList<QoSClass*> mainClasses;
     for (QoSObject* o : page.ContainedObjects()) {
         if (auto* c = qobject_cast<QoSClass*>(o)) {
-            checkClass(page, *c, report);
+            checkClass(page, *c, pass, report);
             if (!c->ParentQoSObject())
                 mainClasses << c;
         } else if (auto* f = qobject_cast<QoSFilter*>(o)) {
@@ -136,8 +166,11 @@ CheckReport CheckDocument(CliSession& session)
 {
     session.ValidateAll();
     CheckReport report;
+    if (!session.report().complete)
+        report.problems << session.report().Message();
     Document& doc = session.document();
-    checkPage(*doc.Down1(), *doc.Common1(), report);
-    checkPage(*doc.Up1(), *doc.Common1(), report);
+    ValidationPass pass;
+    checkPage(*doc.Down1(), *doc.Common1(), pass, report);
+    checkPage(*doc.Up1(), *doc.Common1(), pass, report);
     return report;
 }

@@ -4,10 +4,9 @@
 #include "document/qoserror.h"
 #include "document/qosreader.h"
 #include "model/qosclass.h"
+#include "model/validationpass.h"
 #include "page/objectpage.h"
 
-#include <QFile>
-#include <QFileInfo>
 
 CliSession::CliSession() : m_document(&m_prompt)
 {
@@ -32,29 +31,23 @@ CliSession::CliSession() : m_document(&m_prompt)
 
 bool CliSession::Open(const QString& path)
 {
-    QFile file(path);
-    if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly)) {
-        m_error = QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden.").arg(path);
+    QByteArray bytes;
+    if (!ReadQoSFile(path, bytes, m_error))
         return false;
-    }
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        m_error = QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden.").arg(path);
-        return false;
-    }
-    ImportQoSBytes(m_document, bytes);
+    m_report = ImportQoSBytes(m_document, bytes);
     return true;
 }
 
 void CliSession::ValidateAll()
 {
+    ValidationPass pass;
     for (ObjectPage* page : {m_document.Down1(), m_document.Up1()}) {
         for (QoSObject* o : page->ContainedObjects()) {
             auto* c = qobject_cast<QoSClass*>(o);
             if (!c || c->ParentQoSObject())
                 continue;
             try {
-                c->Validate(true);
+                c->Validate(true, pass);
             } catch (const QoSError&) {
                 // An overflow ends this run only; flags it had not reached stay valid.
             }

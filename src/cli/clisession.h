@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/document.h"
+#include "document/qosreader.h"
 #include "document/scriptedprompt.h"
 
 #include <QByteArray>
@@ -17,6 +18,8 @@ public:
     // error() holds a one-line German explanation.
     bool Open(const QString& path);
     QString error() const { return m_error; }
+    // Where and why the import stopped, when it did not read the whole file.
+    const ImportReport& report() const { return m_report; }
 
     Document& document() { return m_document; }
     QStringList Messages() const { return m_prompt.messages(); }
@@ -29,4 +32,5 @@ private:
     ScriptedPrompt m_prompt;
     Document m_document;
     QString m_error;
+    ImportReport m_report;
 };

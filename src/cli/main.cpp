@@ -8,20 +8,70 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
 enum ExitCode { Ok = 0, Failed = 1, Usage = 2 };
 
+// Standard output may be a full disk or a closed pipe: what could not be written is an error.
+bool outputFailed = false;
+int outputErrno = 0;
+
 void write(FILE* stream, const QByteArray& bytes)
 {
-    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream);
+    if (std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream) != size_t(bytes.size()) && !outputFailed) {
+        outputFailed = stream == stdout;
+        outputErrno = errno;
+    }
 }
 
 void line(FILE* stream, const QString& text)
 {
     write(stream, text.toUtf8() + '\n');
+}
+
+QString systemReason(int error)
+{
+    switch (error) {
+    case ENOSPC:
+        return QStringLiteral("kein Platz mehr auf dem Datenträger");
+    case EPIPE:
+        return QStringLiteral("die Ausgabe wurde geschlossen");
+    case EBADF:
+        return QStringLiteral("keine Ausgabe geöffnet");
+    case EIO:
+        return QStringLiteral("Ein-/Ausgabefehler");
+    case EFBIG:
+        return QStringLiteral("die Datei wird zu groß");
+    case EDQUOT:
+        return QStringLiteral("das Kontingent ist erschöpft");
+    default:
+        return QString::fromLocal8Bit(std::strerror(error));
+    }
+}
+
+// Flushes standard output; a failed or short write turns the exit code into 1.
+int finish(int code)
+{
+    if (std::fflush(stdout) != 0 && !outputFailed) {
+        outputFailed = true;
+        outputErrno = errno;
+    }
+    if (!outputFailed)
+        return code;
+    line(stderr, QStringLiteral("Fehler: Die Ausgabe konnte nicht geschrieben werden: %1.").arg(systemReason(outputErrno)));
+    return Failed;
+}
+
+// An import that stopped early is told on one line; the exit code stays as it is.
+void reportEarlyStop(const CliSession& session)
+{
+    if (!session.report().complete)
+        line(stderr, session.report().Message());
 }
 
 int usageError(const QString& text)
@@ -50,6 +100,7 @@ int exportCommand(CliSession& session)
     // One line per message box, even for a text that breaks lines itself.
     for (QString message : session.Messages())
         line(stderr, message.replace(u'\n', u' '));
+    reportEarlyStop(session);
     QByteArray bytes;
     try {
         bytes = ExportQoSBytes(session.document());
@@ -75,6 +126,8 @@ int checkCommand(CliSession& session)
 
 int main(int argc, char* argv[])
 {
+    // A closed pipe is an output error like any other, not a reason to die without a word.
+    std::signal(SIGPIPE, SIG_IGN);
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments().mid(1);
     if (args.isEmpty())
@@ -82,7 +135,7 @@ int main(int argc, char* argv[])
     const QString& command = args[0];
     if (command == u"--help" || command == u"-h") {
         help();
-        return Ok;
+        return finish(Ok);
     }
     if (command != u"export" && command != u"json" && command != u"check")
         return usageError(QStringLiteral("Fehler: unbekannter Befehl \"%1\".").arg(command));
@@ -97,10 +150,11 @@ int main(int argc, char* argv[])
         return Usage;
     }
     if (command == u"export")
-        return exportCommand(session);
+        return finish(exportCommand(session));
     if (command == u"json") {
+        reportEarlyStop(session);
         write(stdout, JsonReport(session));
-        return Ok;
+        return finish(Ok);
     }
-    return checkCommand(session);
+    return finish(checkCommand(session));
 }

@@ -7,6 +7,7 @@
 #include "page/objectpage.h"
 #include "page/qosconnector.h"
 #include "qosfilter.h"
+#include "validationpass.h"
 
 #include <QSet>
 
@@ -200,23 +201,20 @@ qint32 QoSClass::Limit() const
 
 qint32 QoSClass::SiblingMinimumSum() const
 {
-    qint32 sum = 0;
-    if (const QoSClass* parent = ParentQoSObject()) {
-        for (QoSObject* o : parent->ChildQoSObjects())
-            if (auto* c = qobject_cast<QoSClass*>(o))
-                sum = Numbers::CheckedAdd(sum, c->QoSMinBandWidthKBit());
-        return sum;
-    }
-    for (QoSObject* o : m_document->Objects())
-        if (auto* c = qobject_cast<QoSClass*>(o); c && c->QoSParent() == u"0" && c->QoSDirection() == m_direction)
-            sum = Numbers::CheckedAdd(sum, c->QoSMinBandWidthKBit());
-    return sum;
+    ValidationPass pass;
+    return pass.SiblingMinimumSum(*this);
 }
 
 void QoSClass::Validate(bool recursive)
 {
+    ValidationPass pass;
+    Validate(recursive, pass);
+}
+
+void QoSClass::Validate(bool recursive, ValidationPass& pass)
+{
     const qint32 limit = Limit();
-    const qint32 sum = SiblingMinimumSum();
+    const qint32 sum = pass.SiblingMinimumSum(*this);
     m_min->SetIsValid(QoSMinBandWidthKBit() >= 1 && sum <= limit);
     // The maximum is compared by the number the user entered, not by its kbit value.
     const double entered = Numbers::LeadingValue(m_max->Value());
@@ -224,7 +222,7 @@ void QoSClass::Validate(bool recursive)
     if (recursive)
         for (QoSObject* o : ChildQoSObjects())
             if (auto* c = qobject_cast<QoSClass*>(o))
-                c->Validate(true);
+                c->Validate(true, pass);
 }
 
 void QoSClass::SetSelected(bool selected)

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 class BandwidthField;
+class ValidationPass;
 
 // One traffic class of one direction: a node of the class tree. Its children are either
 // sub classes or filters, never both.
@@ -72,8 +73,10 @@ public:
     // The minimums of the class and its siblings, in kbit; throws on 32-bit overflow.
     qint32 SiblingMinimumSum() const;
     // Colours the bandwidth fields through their IsValid. Throws an overflow QoSError when a
-    // sum or a conversion does not fit; flags not yet set by then stay as they were.
+    // sum or a conversion does not fit; flags not yet set by then stay as they were. Runs that
+    // belong together (every main class of the document) share one pass.
     void Validate(bool recursive);
+    void Validate(bool recursive, ValidationPass& pass);
 
     void SetSelected(bool selected) override;
     void EditDelete() override;
