@@ -263,9 +263,14 @@ private:
     {
         // By the usual rules: a parent on the other page, a class with filters or a descendant
         // of the class is left out without a word.
-        for (const auto& [c, number] : m_laterParents)
-            if (c)
-                c->SetQoSParent(QString::number(number));
+        for (const auto& [c, number] : m_laterParents) {
+            if (!c)
+                continue;
+            c->SetQoSParent(QString::number(number));
+            // A sub class takes its parent's direction, as when the parent comes first.
+            if (const QoSClass* parent = c->ParentQoSObject())
+                c->SetQoSDirection(parent->QoSDirection());
+        }
         m_laterParents.clear();
     }
 

@@ -186,9 +186,12 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
     if (classIdx == 0)
         classIdx = c->ClassIdx();
 
-    if (parent && parent->GetObjectPage() != this)
+    if (parent && parent->GetObjectPage() != this) {
+        // The half-made class stays; with the direction of its page it is written back there.
+        c->SetQoSDirection(direction);
         throw QoSError(QoSError::Kind::Tree,
                        QStringLiteral("Die übergeordnete Klasse %1 steht auf der anderen Seite.").arg(parent->ClassIdx()));
+    }
     c->SetQoSParent(parentIdx);
     c->SetQoSDirection(direction);
 
