@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <span>
 
 namespace {
@@ -67,6 +68,13 @@ QString trimBlanks(QStringView s)
 
 using Field = QoSFileTable::Field;
 
+// A plain comparison of code units: the index compares a few names per line of the file.
+inline bool begins(QStringView s, QStringView prefix)
+{
+    return s.size() >= prefix.size() &&
+           std::memcmp(s.utf16(), prefix.utf16(), std::size_t(prefix.size()) * sizeof(char16_t)) == 0;
+}
+
 // The numbered names: a head, the number, a suffix.
 struct Suffix
 {
@@ -124,7 +132,7 @@ std::optional<Numbered> splitNumbered(QStringView word)
     if (word.size() < 11 || (word[0] != u'Q' && word[0] != u'#'))
         return std::nullopt;
     for (const Head& h : heads) {
-        if (!word.startsWith(h.text))
+        if (!begins(word, h.text))
             continue;
         qsizetype i = h.text.size();
         qint64 number = 0;
@@ -160,7 +168,7 @@ void QoSFileTable::index()
             continue;
         if (const auto numbered = splitNumbered(word)) {
             for (const auto& [suffix, field] : numbered->head->suffixes) {
-                if (!numbered->rest.startsWith(suffix))
+                if (!begins(numbered->rest, suffix))
                     continue; // a longer suffix ("_PRIORITY") still begins with the name
                 std::vector<qint32>& lines = m_fields[std::size_t(field)];
                 if (lines.size() <= std::size_t(numbered->number))
@@ -170,8 +178,10 @@ void QoSFileTable::index()
             }
             continue;
         }
+        if (word[0] != u'Q' && (word[0] != u'#' || word.size() < 2 || word[1] != u'Q'))
+            continue;
         for (std::size_t g = 0; g < std::size(globals); ++g) {
-            if (m_globals[g] >= 0 || !word.startsWith(globals[g]))
+            if (m_globals[g] >= 0 || !begins(word, globals[g]))
                 continue;
             m_globals[g] = qint32(i);
             if (g != descriptionGlobal)

@@ -71,31 +71,42 @@ public:
 
     void run()
     {
-        m_report.where = QStringLiteral("Kopfteil");
-        message(QStringLiteral("Import...Header"));
-        readCommon();
-        // Cells and page size are only trusted from files this editor wrote.
-        const bool layout = value(u"#QOS_FILEVERSION", QString()) == u"Tarnwick 1.1";
-        if (layout)
-            readPageSize();
-        const qint32 classes = readCount(QStringLiteral("QOS_CLASS_N"), QStringLiteral("Klassen"));
-        m_report.classesAnnounced = classes;
-        const qint32 filters = readCount(QStringLiteral("QOS_FILTER_N"), QStringLiteral("Filtereinträge"));
-        m_report.entriesAnnounced = filters;
+        qint32 classes = 0;
+        qint32 filters = 0;
+        bool layout = false;
+        try {
+            m_place = Place::Header;
+            message(QStringLiteral("Import...Header"));
+            readCommon();
+            // Cells and page size are only trusted from files this editor wrote.
+            layout = value(u"#QOS_FILEVERSION", QString()) == u"Tarnwick 1.1";
+            if (layout)
+                readPageSize();
+            classes = readCount(QStringLiteral("QOS_CLASS_N"), QStringLiteral("Klassen"));
+            m_report.classesAnnounced = classes;
+            filters = readCount(QStringLiteral("QOS_FILTER_N"), QStringLiteral("Filtereinträge"));
+            m_report.entriesAnnounced = filters;
+        } catch (const QoSError&) {
+            m_report.where = where();
+            throw;
+        }
         try {
             for (qint32 n = 1; n <= classes; ++n) {
-                m_report.where = QStringLiteral("Klasse %1").arg(n);
+                m_place = Place::Class;
+                m_number = n;
                 readClass(n, classes, layout);
                 m_report.classesRead = n;
             }
         } catch (const QoSError& e) {
             linkLaterParents();
+            m_report.where = where();
             throw located(e);
         }
         linkLaterParents();
         try {
             for (qint32 m = 1; m <= filters; ++m) {
-                m_report.where = QStringLiteral("Filtereintrag %1").arg(m);
+                m_place = Place::Filter;
+                m_number = m;
                 if (m_status) {
                     m_status->SetMessage(QStringLiteral("Import...Filter ") + QString::number(m));
                     m_status->SetProgress(classes + m, classes + filters);
@@ -104,18 +115,36 @@ public:
                 m_report.entriesRead = m;
             }
         } catch (const QoSError& e) {
+            m_report.where = where();
             throw located(e);
         }
-        m_report.where.clear();
+        m_place = Place::Done;
+    }
+
+    // Where the import stands; told as text only when it stops there.
+    QString where() const
+    {
+        switch (m_place) {
+        case Place::Header:
+            return QStringLiteral("Kopfteil");
+        case Place::Class:
+            return QStringLiteral("Klasse %1").arg(m_number);
+        case Place::Filter:
+            return QStringLiteral("Filtereintrag %1").arg(m_number);
+        case Place::Done:
+            break;
+        }
+        return QString();
     }
 
 private:
     // An error inside a class or a filter entry names it.
     QoSError located(const QoSError& e) const
     {
-        if (e.message().startsWith(m_report.where + u' ') || e.message().startsWith(m_report.where + u':'))
+        const QString at = where();
+        if (e.message().startsWith(at + u' ') || e.message().startsWith(at + u':'))
             return e;
-        return fileError(m_report.where + QStringLiteral(": ") + e.message());
+        return fileError(at + QStringLiteral(": ") + e.message());
     }
 
     QString value(QStringView name, const QString& defaultValue, bool multiLine = false) const
@@ -190,7 +219,7 @@ private:
         return n;
     }
 
-    Cell readCell(Field field, qint32 number, const QString& owner)
+    Cell readCell(Field field, qint32 number)
     {
         const QString text = value(field, number, QStringLiteral("0,0"));
         const qsizetype comma = text.indexOf(u',');
@@ -199,7 +228,7 @@ private:
                 throw QoSError::typeMismatch(text);
             return {cellPart(QStringView(text).first(comma)), cellPart(QStringView(text).sliced(comma + 1))};
         } catch (const QoSError&) {
-            throw fileError(QStringLiteral("%1 hat die ungültige Zellposition '%2'.").arg(owner, text));
+            throw fileError(QStringLiteral("%1 hat die ungültige Zellposition '%2'.").arg(where(), text));
         }
     }
 
@@ -214,7 +243,6 @@ private:
         const QString maximum = value(Field::ClassMaxBandwidth, n, QStringLiteral("768kbit"));
         const QString direction = value(Field::ClassDirection, n, QStringLiteral("down"));
         const QString prio = value(Field::ClassPrio, n, QStringLiteral("0"));
-        const QString owner = QStringLiteral("Klasse %1").arg(n);
 
         // Judged against the common page as it stands now; the test on the direction is exact,
         // so a class read as "Up" lands on the up page but is never its default class.
@@ -231,10 +259,10 @@ private:
 
         ObjectPage* page = m_doc.PageForDirection(direction);
         if (!page)
-            throw fileError(QStringLiteral("%1 hat die Richtung '%2'.").arg(owner, direction));
+            throw fileError(QStringLiteral("%1 hat die Richtung '%2'.").arg(where(), direction));
         Cell cell;
         if (layout)
-            cell = readCell(Field::ClassCellPos, n, owner);
+            cell = readCell(Field::ClassCellPos, n);
 
         // A parent that comes later in the file does not exist yet: the class is made without
         // it and linked once all classes are there.
@@ -252,7 +280,7 @@ private:
         } catch (const QoSError& e) {
             if (e.kind() == QoSError::Kind::Tree)
                 throw fileError(QStringLiteral("%1 steht nicht auf der Seite ihrer übergeordneten Klasse %2.")
-                                    .arg(owner, parent));
+                                    .arg(where(), parent));
             throw;
         }
         if (c && later)
@@ -283,7 +311,6 @@ private:
         const QString portList = value(Field::FilterPortExt, m, QString());
         const QString type = value(Field::FilterType, m, QString());
         const QString option = value(Field::FilterOption, m, QString());
-        const QString owner = QStringLiteral("Filtereintrag %1").arg(m);
 
         // Looked up before the "ignore" test: a continuation entry must name a class too.
         std::optional<qint32> number;
@@ -293,7 +320,7 @@ private:
         }
         QoSClass* c = number ? m_doc.ClassByIdx(*number) : nullptr;
         if (!c || !c->GetObjectPage())
-            throw fileError(QStringLiteral("%1 nennt die Klasse '%2', die es nicht gibt.").arg(owner, classText));
+            throw fileError(QStringLiteral("%1 nennt die Klasse '%2', die es nicht gibt.").arg(where(), classText));
         // A filter of several ports was written as several entries: the first carries the
         // whole list, the others are marked "ignore".
         if (portList == u"ignore")
@@ -302,7 +329,7 @@ private:
             port = portList;
         Cell cell;
         if (layout)
-            cell = readCell(Field::FilterCellPos, m, owner);
+            cell = readCell(Field::FilterCellPos, m);
         int filterIdx = 0;
         c->GetObjectPage()->AddFilter(QString::number(c->ClassIdx()), ip, port, type, option, filterIdx, caption,
                                       cell.x, cell.y, true);
@@ -312,6 +339,8 @@ private:
     const QoSFileTable& m_file;
     StatusWindow* m_status;
     ImportReport& m_report;
+    enum class Place { Header, Class, Filter, Done } m_place = Place::Header;
+    qint32 m_number = 0;
     std::vector<std::pair<QPointer<QoSClass>, qint64>> m_laterParents;
 };
 

@@ -14,8 +14,7 @@
 QoSClass::QoSClass(Document* document, ObjectPage* page, const QString& name)
     : QoSObject(document, page, name), m_min(new BandwidthField(this)), m_max(new BandwidthField(this))
 {
-    m_min->SetBandwidth(QStringLiteral("0kbit"));
-    m_max->SetBandwidth(QStringLiteral("0kbit"));
+    // The fields start as "0kbit".
     // Edits in the boxes' fields are changes of the class like any let.
     m_min->SetOwnerHook([this] { markChanged(QStringLiteral("QoSMinBandWidth")); });
     m_max->SetOwnerHook([this] { markChanged(QStringLiteral("QoSMaxBandWidth")); });

@@ -123,11 +123,14 @@ QoSClass* QoSObject::ParentQoSObject() const
 {
     if (m_parentName.isEmpty() || !m_page)
         return nullptr;
+    if (m_parentCache && m_parentCache->GetObjectPage() == m_page)
+        return m_parentCache;
     // Only a class of the same page can be a parent.
     QoSObject* o = m_document->Object(m_parentName);
     if (!o || o->GetObjectPage() != m_page)
         return nullptr;
-    return qobject_cast<QoSClass*>(o);
+    m_parentCache = qobject_cast<QoSClass*>(o);
+    return m_parentCache;
 }
 
 void QoSObject::SetParentName(const QString& name)
@@ -135,6 +138,7 @@ void QoSObject::SetParentName(const QString& name)
     if (name == m_parentName)
         return;
     m_parentName = name;
+    m_parentCache = nullptr;
     emit parentChanged(name);
 }
 

@@ -136,5 +136,8 @@ private:
     bool m_visible = true;
     bool m_selected = false;
     QString m_parentName;
+    // The class the name stood for when last looked up: names are never given twice, so the
+    // name needs no look-up again while that class lives.
+    mutable QPointer<QoSClass> m_parentCache;
     QoSConnector* m_lineTop = nullptr;
 };

@@ -186,13 +186,13 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
     if (classIdx == 0)
         classIdx = c->ClassIdx();
 
-    if (parent && parent->GetObjectPage() != this) {
-        // The half-made class stays; with the direction of its page it is written back there.
-        c->SetQoSDirection(direction);
-        throw QoSError(QoSError::Kind::Tree,
-                       QStringLiteral("Die übergeordnete Klasse %1 steht auf der anderen Seite.").arg(parent->ClassIdx()));
-    }
-    c->SetQoSParent(parentIdx);
+    // A parent on the other page cannot take the class. It is made whole as a main class, so
+    // that nothing of it is lost, and the caller hears of the error at the end.
+    QoSClass* otherPage = parent && parent->GetObjectPage() != this ? parent : nullptr;
+    if (otherPage)
+        parent = nullptr;
+    if (!otherPage)
+        c->SetQoSParent(parentIdx);
     c->SetQoSDirection(direction);
 
     const QString line = m_document->Common1()->LineBandwidth(direction);
@@ -219,6 +219,9 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
     c->SetCaption(caption);
     // The cell was given at birth; MatrixX and MatrixY need not be set again.
     c->SetVisible(visible);
+    if (otherPage)
+        throw QoSError(QoSError::Kind::Tree,
+                       QStringLiteral("Die übergeordnete Klasse %1 steht auf der anderen Seite.").arg(otherPage->ClassIdx()));
     return c;
 }
 
