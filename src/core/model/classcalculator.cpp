@@ -43,12 +43,29 @@ void ClassCalculator::SetPage(ObjectPage* page)
     if (m_page)
         disconnect(m_page, nullptr, this, nullptr);
     m_page = page;
-    if (page)
+    if (page) {
         connect(page, &ObjectPage::selectionChanged, this, [this] {
             if (m_page && m_page->SelectedClass() != m_class)
                 SetQoSClass(m_page->SelectedClass());
         });
+        // A new child, a sibling's minimum, a class gone: every figure may change.
+        connect(page, &ObjectPage::objectAdded, this, &ClassCalculator::follow);
+        connect(page, &ObjectPage::objectRemoved, this, &ClassCalculator::refresh);
+        for (QoSObject* o : page->ContainedObjects())
+            follow(o);
+    }
     SetQoSClass(page ? page->SelectedClass() : nullptr);
+}
+
+void ClassCalculator::follow(QoSObject* object)
+{
+    connect(object, &QoSObject::propertyChanged, this, &ClassCalculator::refresh, Qt::UniqueConnection);
+}
+
+void ClassCalculator::refresh()
+{
+    if (!m_busy)
+        show();
 }
 
 void ClassCalculator::applyIfAuto()

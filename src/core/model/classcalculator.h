@@ -1,12 +1,12 @@
 #pragma once
 
 #include "inputs/bandwidthfield.h"
+#include "page/objectpage.h"
 
 #include <QObject>
 #include <QPointer>
 #include <optional>
 
-class ObjectPage;
 class QoSClass;
 
 // Helps share out minimum bandwidth among sibling classes: for the class shown it tells
@@ -71,6 +71,8 @@ signals:
 
 private:
     void show();
+    void follow(QoSObject* object);
+    void refresh();
     void clearFigures();
     void recomputeAfter();
     void watch(QoSClass* c);
