@@ -12,6 +12,10 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QComboBox>
+#include <QPlainTextEdit>
+#include <QToolBar>
+#include <QWidgetAction>
 #include <QDockWidget>
 #include <QFile>
 #include <QGuiApplication>
@@ -331,6 +335,29 @@ private slots:
         QVERIFY(e.w->geometry().width() > 100);
         QVERIFY(!e.w->isMaximized());
         QVERIFY(e.prompt.log.isEmpty()); // and nobody was asked anything
+    }
+
+    void everyControlIsNamed()
+    {
+        Editor e(config());
+        QStringList unnamed;
+        for (QWidget* w : e.w->findChildren<QWidget*>()) {
+            const bool control = qobject_cast<QAbstractButton*>(w) || qobject_cast<QLineEdit*>(w) ||
+                                 qobject_cast<QComboBox*>(w) || qobject_cast<QPlainTextEdit*>(w);
+            if (!control || w->objectName().startsWith(QStringLiteral("qt_")))
+                continue; // Qt's own scroll and title buttons
+            const auto* button = qobject_cast<QAbstractButton*>(w);
+            if (w->accessibleName().isEmpty() && (!button || button->text().isEmpty()))
+                unnamed << w->objectName() + u'/' + QString::fromLatin1(w->metaObject()->className());
+        }
+        QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(u' ')));
+        for (const char* bar : {"Toolbar1", "tbrPage"})
+            for (QAction* a : e.child<QToolBar>(bar)->actions())
+                QVERIFY2(a->isSeparator() || qobject_cast<QWidgetAction*>(a) || !a->toolTip().isEmpty(),
+                         qPrintable(a->objectName()));
+        // The status line reads as what it says now.
+        trigger(e, "itmFileOpen");
+        QCOMPARE(e.child<QLabel>("pnlStatus")->accessibleName(), QStringLiteral("Datei öffnen abgebrochen."));
     }
 
     void incompleteFileWarns()

@@ -7,7 +7,6 @@
 #include "dialogprompt.h"
 #include "document/document.h"
 #include "document/qoscommon.h"
-#include "document/qosclassesfilter.h"
 #include "frmstatus.h"
 #include "model/classcalculator.h"
 #include "model/qosclass.h"
