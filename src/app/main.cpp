@@ -28,15 +28,17 @@ int main(int argc, char* argv[])
     QApplication::setDesktopFileName(QStringLiteral("tarnwick"));
     // Qt's own texts (file dialogs, the edit menus of text boxes) in German where installed.
     QTranslator qtGerman;
-    if (qtGerman.load(QLocale(QLocale::German, QLocale::Germany), QStringLiteral("qtbase"), QStringLiteral("_"),
-                      QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (qtGerman.load(QLocale(QLocale::German, QLocale::Germany), QStringLiteral("qtbase"),
+                      QStringLiteral("_"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&qtGerman);
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Editor für die QoS-Konfiguration qos.txt eines Routers"));
+    parser.setApplicationDescription(
+        QStringLiteral("Editor für die QoS-Konfiguration qos.txt eines Routers"));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("DATEI"), QStringLiteral("qos.txt, die beim Start geöffnet wird"));
+    parser.addPositionalArgument(QStringLiteral("DATEI"),
+                                 QStringLiteral("qos.txt, die beim Start geöffnet wird"));
     parser.process(app);
 
     frmMain window;

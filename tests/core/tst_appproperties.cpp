@@ -76,12 +76,13 @@ private slots:
         w.windowState = WindowSettings::Maximized;
         w.calculator = false;
         QVERIFY(props.Save(w, {QStringLiteral("/srv/a-qos.txt"), QStringLiteral("/srv/b-qos.txt")}));
-        QCOMPARE(QString::fromUtf8(read(path)).split(u'\n', Qt::SkipEmptyParts),
-                 (QStringList{"[Down]", "Cols=6", "Rows=5", "[Up]", "Cols=9", "Rows=7", "[Common]",
-                              "QoSInternetBandDown=2Mbit", "QoSInternetBandUp=128kbit", "QoSInternetDev=ppp0",
-                              "QoSLocalBand=10mbit", "QoSLocalNetDev=eth0", "QoSVersion=v0.3", "[MainWindow]",
-                              "WindowState=2", "Left=150", "Top=300", "Width=12000", "Height=9000",
-                              "Calculator=0", "[RecentFiles]", "File1=/srv/a-qos.txt", "File2=/srv/b-qos.txt"}));
+        const QString expected = QStringLiteral(
+            "[Down]\nCols=6\nRows=5\n[Up]\nCols=9\nRows=7\n"
+            "[Common]\nQoSInternetBandDown=2Mbit\nQoSInternetBandUp=128kbit\nQoSInternetDev=ppp0\n"
+            "QoSLocalBand=10mbit\nQoSLocalNetDev=eth0\nQoSVersion=v0.3\n"
+            "[MainWindow]\nWindowState=2\nLeft=150\nTop=300\nWidth=12000\nHeight=9000\nCalculator=0\n"
+            "[RecentFiles]\nFile1=/srv/a-qos.txt\nFile2=/srv/b-qos.txt");
+        QCOMPARE(QString::fromUtf8(read(path)).split(u'\n', Qt::SkipEmptyParts).join(u'\n'), expected);
 
         Document again;
         AppProperties reread(again, path);
@@ -97,11 +98,12 @@ private slots:
     void brokenValuesTakeDefaults_data()
     {
         QTest::addColumn<QByteArray>("ini");
-        QTest::addColumn<QString>("down");     // down page size
+        QTest::addColumn<QString>("down"); // down page size
         QTest::addColumn<QRect>("geometry");
         QTest::addColumn<int>("state");
         QTest::addColumn<bool>("calculator");
         const QRect def(0, 0, 1280, 720);
+        // clang-format off
         QTest::newRow("empty numbers") << QByteArray("[Down]\nCols=\nRows=\n[MainWindow]\nWidth=\nWindowState=\n"
                                                      "Calculator=\n")
                                        << "6x5" << def << 0 << true;
@@ -124,6 +126,7 @@ private slots:
         QTest::newRow("window on the second screen stays")
             << QByteArray("[MainWindow]\nLeft=30000\nTop=1500\nWidth=12000\nHeight=9000\n") << "6x5"
             << QRect(2000, 100, 800, 600) << 0 << true;
+        // clang-format on
     }
     void brokenValuesTakeDefaults()
     {

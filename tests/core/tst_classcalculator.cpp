@@ -16,8 +16,8 @@ class TestClassCalculator : public QObject
     static QoSClass* add(ObjectPage* page, int parent, const QString& min, const QString& max)
     {
         int idx = 0;
-        return page->AddClass(QString::number(parent), min, max, page->Direction(), QStringLiteral("0"), idx, false,
-                              QString());
+        return page->AddClass(QString::number(parent), min, max, page->Direction(), QStringLiteral("0"), idx,
+                              false, QString());
     }
 
     // "U", "D", "L", "R" for each move the calculator offers, "-" for one it does not.
@@ -40,6 +40,7 @@ private slots:
         QTest::addColumn<int>("free");
         QTest::addColumn<int>("after");
         QTest::addColumn<QString>("moves");
+        // clang-format off
         QTest::newRow("first child") << "768kbit" << "128kbit" << false << 2 << 600 << 1000 << 700 << 400 << "U--R";
         QTest::newRow("middle child") << "768kbit" << "128kbit" << false << 3 << 600 << 1000 << 600 << 400 << "U-LR";
         QTest::newRow("last child") << "768kbit" << "128kbit" << false << 4 << 600 << 1000 << 500 << 400 << "U-L-";
@@ -47,11 +48,14 @@ private slots:
                                                << 3000 << "-D--";
         QTest::newRow("main class, up line") << "4000kbit" << "1500kbit" << true << 1 << 1000 << 1500 << 1500 << 500
                                              << "-D--";
+        // clang-format on
         // The calculator converts the line speed; the validation limit would take the bare 2.
+        // clang-format off
         QTest::newRow("line speed in Mbit") << "2Mbit" << "128kbit" << false << 1 << 1000 << 2048 << 2048 << 1048
                                             << "-D--";
         QTest::newRow("overbooked line") << "500kbit" << "128kbit" << false << 1 << 1000 << 500 << 500 << -500
                                          << "-D--";
+        // clang-format on
     }
     void figures()
     {
@@ -84,10 +88,12 @@ private slots:
         QTest::addColumn<QString>("siblingMin");
         QTest::addColumn<bool>("freeLabel");
         QTest::addColumn<int>("newMin");
+        // clang-format off
         QTest::newRow("free figure copied") << "200kbit" << true << 800;
         QTest::newRow("available figure copied") << "200kbit" << false << 1000;
         QTest::newRow("free zero is not copied") << "1000kbit" << true << 300;
         QTest::newRow("free below zero is not copied") << "1200kbit" << true << 300;
+        // clang-format on
     }
     void copyLabels()
     {
@@ -131,6 +137,7 @@ private slots:
         QTest::addColumn<QString>("move");
         QTest::addColumn<int>("from");
         QTest::addColumn<int>("to");
+        // clang-format off
         QTest::newRow("up to the parent") << "up" << 3 << 1;
         QTest::newRow("down to the first sub class") << "down" << 1 << 2;
         QTest::newRow("down from a class with filters only") << "down" << 4 << 4;
@@ -138,6 +145,7 @@ private slots:
         QTest::newRow("right to the sibling after") << "right" << 2 << 3;
         QTest::newRow("right from the last sibling") << "right" << 4 << 4;
         QTest::newRow("up from a main class") << "up" << 1 << 1;
+        // clang-format on
     }
     void moves()
     {
@@ -168,9 +176,11 @@ private slots:
         QTest::addColumn<bool>("typed");
         QTest::addColumn<int>("stored");
         QTest::addColumn<bool>("modified");
+        // clang-format off
         QTest::newRow("auto apply stores the typed minimum") << true << true << 450 << true;
         QTest::newRow("auto apply leaves an untouched minimum") << true << false << 1 << false;
         QTest::newRow("without auto apply nothing is stored") << false << true << 1 << false;
+        // clang-format on
     }
     void autoApply()
     {

@@ -20,7 +20,8 @@ class TestEditorSession : public QObject
 {
     Q_OBJECT
 
-    struct Fixture {
+    struct Fixture
+    {
         ScriptedPrompt prompt;
         RecordingStatus status;
         Document doc{&prompt};
@@ -68,6 +69,7 @@ private slots:
         QTest::addColumn<QStringList>("asked");
         QTest::addColumn<QString>("status");
         QTest::addColumn<int>("objectsLeft");
+        // clang-format off
         QTest::newRow("open: cancel at the question opens no dialog")
             << "open" << true << int(UserPrompt::Answer::Cancel) << QStringList{"yesnocancel"} << "" << 2;
         QTest::newRow("open: cancel in the dialog") << "open" << false << 0 << QStringList{"open"}
@@ -75,7 +77,9 @@ private slots:
         QTest::newRow("open: no, then cancel in the dialog")
             << "open" << true << int(UserPrompt::Answer::No) << QStringList{"yesnocancel", "open"}
             << "Datei öffnen abgebrochen." << 0;
+        // clang-format on
         // Yes saves first; a cancelled save dialog does not stop the clearing.
+        // clang-format off
         QTest::newRow("new: yes, then cancel in the save dialog")
             << "new" << true << int(UserPrompt::Answer::Yes) << QStringList{"yesnocancel", "save"}
             << "Datei speichern unter abgebrochen." << 0;
@@ -84,6 +88,7 @@ private slots:
         QTest::newRow("new: unmodified asks nothing") << "new" << false << 0 << QStringList{} << "" << 0;
         QTest::newRow("save as: cancel in the dialog") << "save" << true << 0 << QStringList{"save"}
                                                        << "Datei speichern unter abgebrochen." << 2;
+        // clang-format on
     }
     void cancelPaths()
     {
@@ -112,16 +117,18 @@ private slots:
     {
         QTest::addColumn<bool>("modified");
         QTest::addColumn<QList<int>>("answers"); // UserPrompt::Answer
-        QTest::addColumn<QString>("saveAs"); // "" cancels the dialog, "dir" names a folder
+        QTest::addColumn<QString>("saveAs");     // "" cancels the dialog, "dir" names a folder
         QTest::addColumn<bool>("closes");
         const int yes = int(UserPrompt::Answer::Yes), no = int(UserPrompt::Answer::No),
                   cancel = int(UserPrompt::Answer::Cancel);
+        // clang-format off
         QTest::newRow("unmodified closes without asking") << false << QList<int>{} << "" << true;
         QTest::newRow("no closes") << true << QList<int>{no} << "" << true;
         QTest::newRow("cancel stays open") << true << QList<int>{cancel} << "" << false;
         QTest::newRow("yes and saved closes") << true << QList<int>{yes} << "qos.txt" << true;
         QTest::newRow("yes, save dialog cancelled, stays open") << true << QList<int>{yes} << "" << false;
         QTest::newRow("yes, save failed, stays open") << true << QList<int>{yes} << "dir" << false;
+        // clang-format on
     }
     void closeQuestion()
     {
@@ -168,9 +175,11 @@ private slots:
         QTest::addColumn<QString>("target");
         QTest::addColumn<QString>("reason");
         QTest::addColumn<bool>("writerFails");
+        // clang-format off
         QTest::newRow("a folder of that name") << "folder" << "Ordner" << false;
         QTest::newRow("a folder that does not exist") << "missing/qos.txt" << "gibt es nicht" << false;
         QTest::newRow("the writer fails") << "qos.txt" << "Bei der Erstellung sind Fehler aufgetreten!" << true;
+        // clang-format on
     }
     void failedSaveKeepsOldFileAndMark()
     {
@@ -182,7 +191,8 @@ private slots:
         write(f.path(QStringLiteral("qos.txt")), "old contents");
         PageScript::run(f.doc.Down1(), QStringLiteral("C F1"));
         if (writerFails)
-            PageScript::flt(f.doc, 1)->SetQoSPort(QStringLiteral("1-100000")); // more entries than one filter holds
+            // More entries than one filter may stand for.
+            PageScript::flt(f.doc, 1)->SetQoSPort(QStringLiteral("1-100000"));
         f.prompt.fileNames << f.path(target);
         QVERIFY(!f.session.SaveAs());
         QVERIFY(f.doc.IsModified());
@@ -199,8 +209,10 @@ private slots:
     {
         QTest::addColumn<bool>("damaged");
         QTest::addColumn<int>("classes");
+        // clang-format off
         QTest::newRow("whole file") << false << 2;
         QTest::newRow("stops at a bad direction") << true << 1;
+        // clang-format on
     }
     void openReadsAndReportsAnEarlyEnd()
     {
@@ -222,7 +234,8 @@ private slots:
             QVERIFY(f.prompt.messages().isEmpty());
         } else {
             QCOMPARE(f.prompt.messages().size(), 1);
-            QVERIFY(f.prompt.messages().first().startsWith(QStringLiteral("Die Datei wurde nicht vollständig gelesen")));
+            QVERIFY(f.prompt.messages().first().startsWith(
+                QStringLiteral("Die Datei wurde nicht vollständig gelesen")));
             QVERIFY(f.prompt.messages().first().contains(QStringLiteral("sideways")));
             QCOMPARE(f.prompt.log.last().icon, UserPrompt::Icon::Warning);
         }
@@ -312,9 +325,9 @@ private slots:
     {
         Fixture f;
         int idx = 0;
-        QoSClass* c = f.doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("500kbit"),
-                                              QStringLiteral("500kbit"), QStringLiteral("down"),
-                                              QStringLiteral("0"), idx, false, QString());
+        QoSClass* c =
+            f.doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("500kbit"), QStringLiteral("500kbit"),
+                                    QStringLiteral("down"), QStringLiteral("0"), idx, false, QString());
         c->Validate(true);
         QVERIFY(c->MinField()->IsValid());
         f.doc.SetModified(false);

@@ -13,20 +13,20 @@
 #include <QAction>
 #include <QClipboard>
 #include <QComboBox>
-#include <QPlainTextEdit>
-#include <QToolBar>
-#include <QWidgetAction>
 #include <QDockWidget>
 #include <QFile>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolBar>
 #include <QToolButton>
+#include <QWidgetAction>
 
 // The real main window, driven through its actions and controls on the offscreen platform,
 // with a scripted prompt answering every question.
@@ -34,14 +34,18 @@ class TestMainWindow : public QObject
 {
     Q_OBJECT
 
-    struct Editor {
+    struct Editor
+    {
         ScriptedPrompt prompt;
         std::unique_ptr<frmMain> w;
 
         explicit Editor(const QString& config) : w(std::make_unique<frmMain>(&prompt, config)) {}
         Document& doc() const { return w->document(); }
         QAction* action(const char* key) const { return w->findChild<QAction*>(QString::fromLatin1(key)); }
-        template <typename T> T* child(const char* name) const { return w->findChild<T*>(QString::fromLatin1(name)); }
+        template <typename T> T* child(const char* name) const
+        {
+            return w->findChild<T*>(QString::fromLatin1(name));
+        }
         QString status() const { return child<QLabel>("pnlStatus")->text(); }
         bool markShown() const { return child<QToolButton>("pnlModified")->isVisibleTo(w.get()); }
     };
@@ -103,7 +107,7 @@ private slots:
         Editor e(config());
         QCOMPARE(e.w->tabStrip()->currentIndex(), 0);
         QVERIFY(!e.action("NewMainClass")->isEnabled()); // "Allgemein" has no boxes
-        QVERIFY(!e.action("Save")->isEnabled());          // nothing to save yet
+        QVERIFY(!e.action("Save")->isEnabled());         // nothing to save yet
 
         // The line speeds typed on the common page.
         QLineEdit* down = e.child<QWidget>("txtQoSInternetBandDown")->findChild<QLineEdit*>();
@@ -206,9 +210,11 @@ private slots:
                   cancel = int(UserPrompt::Answer::Cancel);
         for (const char* command : {"itmFileNew", "New", "itmFileOpen", "close"}) {
             const QByteArray c(command);
+            // clang-format off
             QTest::addRow("%s: yes saves", command) << QString::fromLatin1(c) << yes << (c == "close") << true;
             QTest::addRow("%s: no", command) << QString::fromLatin1(c) << no << (c == "close") << false;
             QTest::addRow("%s: cancel", command) << QString::fromLatin1(c) << cancel << true << false;
+            // clang-format on
         }
     }
     void saveQuestion()
@@ -280,7 +286,7 @@ private slots:
     void pageToolsFollowThePage()
     {
         Editor e(config());
-        QVERIFY(e.action("Calc")->isChecked()); // shown at the first start
+        QVERIFY(e.action("Calc")->isChecked());  // shown at the first start
         QVERIFY(!e.action("Calc")->isEnabled()); // the calculator has nothing to show on "Allgemein"
         QVERIFY(!e.action("optDown")->isChecked());
         e.w->tabStrip()->setCurrentIndex(1);
@@ -326,8 +332,10 @@ private slots:
 
     void corruptSettingsAreIgnored()
     {
-        write(config(), QByteArray("[Down]\nCols=\nRows=viele\n[MainWindow]\nLeft=-99999999\nTop=x\nWidth=\n"
-                                   "WindowState=\nCalculator=\n\x01\x02=\n[Common]\nQoSInternetBandDown=99999999999kbit\n"));
+        write(config(),
+              QByteArray(
+                  "[Down]\nCols=\nRows=viele\n[MainWindow]\nLeft=-99999999\nTop=x\nWidth=\n"
+                  "WindowState=\nCalculator=\n\x01\x02=\n[Common]\nQoSInternetBandDown=99999999999kbit\n"));
         Editor e(config());
         QCOMPARE(e.doc().Down1()->prop().Cols, 6);
         QCOMPARE(e.doc().Down1()->prop().Rows, 5);
@@ -375,7 +383,8 @@ private slots:
         Editor e(config());
         QVERIFY(!e.w->session().OpenFile(path)); // as the command line does
         QCOMPARE(e.prompt.messages().size(), 1);
-        QVERIFY(e.prompt.messages().first().startsWith(QStringLiteral("Die Datei wurde nicht vollständig gelesen")));
+        QVERIFY(e.prompt.messages().first().startsWith(
+            QStringLiteral("Die Datei wurde nicht vollständig gelesen")));
         QCOMPARE(e.doc().Down1()->ClassCount(), 1);
         QVERIFY(e.w->windowTitle().startsWith(QStringLiteral("half-qos.txt")));
     }

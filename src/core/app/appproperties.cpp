@@ -115,7 +115,8 @@ AppProperties::AppProperties(Document& document, const QString& path) : m_docume
 
 QString AppProperties::DefaultPath()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + QStringLiteral("/config.ini");
+    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) +
+           QStringLiteral("/config.ini");
 }
 
 QRect AppProperties::DefaultGeometry(const QList<QRect>& screens)
@@ -139,7 +140,8 @@ QRect AppProperties::PlaceOnScreens(const QRect& rect, const QList<QRect>& scree
     const bool fits = rect.width() <= bounds.width() && rect.height() <= bounds.height();
     for (const QRect& screen : screens) {
         const QRect seen = screen.intersected(top);
-        if (fits && seen.width() >= MinVisible && seen.height() >= MinVisible / 2 && rect.top() >= screen.top())
+        if (fits && seen.width() >= MinVisible && seen.height() >= MinVisible / 2 &&
+            rect.top() >= screen.top())
             return rect;
     }
     QRect placed(rect.topLeft(), rect.size().boundedTo(primary.size()));
@@ -182,7 +184,8 @@ WindowSettings AppProperties::Load(const QList<QRect>& screens)
     const auto width = ini.single("MainWindow", "Width");
     const auto height = ini.single("MainWindow", "Height");
     const QRect stored(left ? toPixels(*left) : 0, top ? toPixels(*top) : 0,
-                       width ? toPixels(*width) : fallback.width(), height ? toPixels(*height) : fallback.height());
+                       width ? toPixels(*width) : fallback.width(),
+                       height ? toPixels(*height) : fallback.height());
     window.normalGeometry = PlaceOnScreens(stored, screens);
     const qint32 state = ini.integer("MainWindow", "WindowState", WindowSettings::Normal);
     window.windowState = state >= WindowSettings::Normal && state <= WindowSettings::Maximized
@@ -210,8 +213,9 @@ bool AppProperties::Save(const WindowSettings& window, const QStringList& recent
         ini.set(section, "Rows", QString::number(page->prop().Rows));
     }
     const QoSCommon& common = *m_document.Common1();
-    const QString values[] = {common.QoSInternetBandDown(), common.QoSInternetBandUp(), common.QoSInternetDev(),
-                              common.QoSLocalBand(),        common.QoSLocalNetDev(),    common.QoSVersion()};
+    const QString values[] = {common.QoSInternetBandDown(), common.QoSInternetBandUp(),
+                              common.QoSInternetDev(),      common.QoSLocalBand(),
+                              common.QoSLocalNetDev(),      common.QoSVersion()};
     for (int i = 0; i < 6; ++i)
         ini.set("Common", CommonKeys[i], values[i]);
 

@@ -13,7 +13,8 @@ QString reasonFor(const QString& path, const QSaveFile& file)
     if (info.isDir())
         return QStringLiteral("Unter diesem Namen gibt es bereits einen Ordner.");
     if (!folder.exists())
-        return QStringLiteral("Den Ordner \"%1\" gibt es nicht.").arg(QDir::toNativeSeparators(folder.filePath()));
+        return QStringLiteral("Den Ordner \"%1\" gibt es nicht.")
+            .arg(QDir::toNativeSeparators(folder.filePath()));
     if (!folder.isWritable())
         return QStringLiteral("Im Ordner \"%1\" darf nicht geschrieben werden.")
             .arg(QDir::toNativeSeparators(folder.filePath()));

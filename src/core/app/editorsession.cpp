@@ -157,8 +157,9 @@ bool EditorSession::Generate(const std::function<void(const QString&)>& toClipbo
         return false;
     }
     toClipboard(text);
-    m_document.prompt().Message(QStringLiteral("Konfiguration generiert und in die Zwischenablage eingefügt."),
-                                UserPrompt::Icon::Information);
+    m_document.prompt().Message(
+        QStringLiteral("Konfiguration generiert und in die Zwischenablage eingefügt."),
+        UserPrompt::Icon::Information);
     return true;
 }
 
@@ -188,7 +189,8 @@ QString EditorSession::InitialSaveName() const
 
 QString EditorSession::InitialOpenName() const
 {
-    const QString last = m_currentFile.isEmpty() && !m_recentFiles.isEmpty() ? m_recentFiles.first() : m_currentFile;
+    const QString last =
+        m_currentFile.isEmpty() && !m_recentFiles.isEmpty() ? m_recentFiles.first() : m_currentFile;
     if (last.isEmpty())
         return QStringLiteral("*qos.txt");
     return QFileInfo(last).absoluteDir().filePath(QStringLiteral("*qos.txt"));
@@ -229,8 +231,7 @@ namespace {
 
 // A page command never takes the window down: an error of the rules is shown and the
 // document stays as the command left it.
-template <typename Fn>
-auto guarded(Document& doc, Fn fn) -> decltype(fn())
+template <typename Fn> auto guarded(Document& doc, Fn fn) -> decltype(fn())
 {
     try {
         return fn();
@@ -249,8 +250,8 @@ QoSClass* EditorSession::NewMainClass(ObjectPage* page)
     return guarded(m_document, [&]() -> QoSClass* {
         const QString line = m_document.Common1()->LineBandwidth(page->Direction());
         int idx = 0;
-        QoSClass* c = page->AddClass(QStringLiteral("0"), line, line, page->Direction(), QStringLiteral("0"), idx,
-                                     false, QString());
+        QoSClass* c = page->AddClass(QStringLiteral("0"), line, line, page->Direction(), QStringLiteral("0"),
+                                     idx, false, QString());
         if (c)
             c->SetSelected(true);
         return c;
@@ -276,8 +277,8 @@ QoSFilter* EditorSession::NewFilter(ObjectPage* page)
         return nullptr;
     return guarded(m_document, [&]() -> QoSFilter* {
         int idx = 0;
-        return page->AddFilter(QString::number(parent->ClassIdx()), QString(), QString(), QString(), QString(), idx,
-                               QString());
+        return page->AddFilter(QString::number(parent->ClassIdx()), QString(), QString(), QString(),
+                               QString(), idx, QString());
     });
 }
 

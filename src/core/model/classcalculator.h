@@ -34,10 +34,10 @@ public:
 
     // txtParentMax: the parent's maximum, or for a main class the line speed of its direction.
     BandwidthField* ParentMax() { return &m_parentMax; }
-    qint32 UsesMin() const { return m_usesMin; }         // txtUsesMin
+    qint32 UsesMin() const { return m_usesMin; }           // txtUsesMin
     qint32 AvailableMin() const { return m_availableMin; } // txtAvailableMin
-    qint32 FreeMin() const { return m_freeMin; }         // txtFreeMin
-    BandwidthField* NewMin() { return &m_newMin; }       // txtNewMin
+    qint32 FreeMin() const { return m_freeMin; }           // txtFreeMin
+    BandwidthField* NewMin() { return &m_newMin; }         // txtNewMin
     // txtNewMinAfter; nothing when the subtraction does not fit into 32 bits.
     std::optional<qint32> NewMinAfter() const { return m_newMinAfter; }
     // Why the figures could not be computed (a sum beyond 32 bits); empty normally.

@@ -30,7 +30,10 @@ const char* const History = R"(<h4>0.1.0</h4>
 
 QString AboutBox::Version()
 {
-    return QStringLiteral("%1.%2.%3").arg(TARNWICK_VERSION_MAJOR).arg(TARNWICK_VERSION_MINOR).arg(TARNWICK_VERSION_PATCH);
+    return QStringLiteral("%1.%2.%3")
+        .arg(TARNWICK_VERSION_MAJOR)
+        .arg(TARNWICK_VERSION_MINOR)
+        .arg(TARNWICK_VERSION_PATCH);
 }
 
 AboutBox::AboutBox(QWidget* parent) : QDialog(parent)

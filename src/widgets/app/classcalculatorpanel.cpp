@@ -1,8 +1,8 @@
 #include "classcalculatorpanel.h"
 
+#include "inputs/inputbandwidth.h"
 #include "model/classcalculator.h"
 #include "model/qosclass.h"
-#include "inputs/inputbandwidth.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
@@ -32,7 +32,8 @@ QString kbit(qint32 value)
     return QString::number(value) + QStringLiteral(" kbit");
 }
 
-QToolButton* moveButton(const QString& name, QStyle::StandardPixmap pixmap, const QString& tip, QWidget* parent)
+QToolButton* moveButton(const QString& name, QStyle::StandardPixmap pixmap, const QString& tip,
+                        QWidget* parent)
 {
     auto* b = new QToolButton(parent);
     b->setObjectName(name);
@@ -46,7 +47,8 @@ QToolButton* moveButton(const QString& name, QStyle::StandardPixmap pixmap, cons
 
 ClassCalculatorPanel::ClassCalculatorPanel(ClassCalculator* calculator, QWidget* parent)
     : QWidget(parent), m_calc(calculator), m_lblClass(new QLabel(this)),
-      m_txtParentMax(figure(QStringLiteral("txtParentMax"), QStringLiteral("Maximum der Elternklasse"), this)),
+      m_txtParentMax(
+          figure(QStringLiteral("txtParentMax"), QStringLiteral("Maximum der Elternklasse"), this)),
       m_txtUsesMin(figure(QStringLiteral("txtUsesMin"), QStringLiteral("Vergebene Minima"), this)),
       m_lblAvailMin(new QPushButton(QStringLiteral("Verfügbar:"), this)),
       m_txtAvailableMin(figure(QStringLiteral("txtAvailableMin"), QStringLiteral("Verfügbar"), this)),
@@ -75,7 +77,8 @@ ClassCalculatorPanel::ClassCalculatorPanel(ClassCalculator* calculator, QWidget*
         copy->setToolTip(QStringLiteral("Klicken: als neues Minimum übernehmen"));
         copy->setCursor(Qt::PointingHandCursor);
         copy->setAccessibleDescription(copy->toolTip());
-        copy->setStyleSheet(QStringLiteral("text-align: left; text-decoration: underline; padding: 0px 2px;"));
+        copy->setStyleSheet(
+            QStringLiteral("text-align: left; text-decoration: underline; padding: 0px 2px;"));
     }
     m_lblAvailMin->setObjectName(QStringLiteral("lblAvailMin"));
     m_lblAvailMin->setAccessibleName(QStringLiteral("Verfügbar übernehmen"));
@@ -120,9 +123,9 @@ ClassCalculatorPanel::ClassCalculatorPanel(ClassCalculator* calculator, QWidget*
     column->addLayout(buttons);
     column->addStretch(1);
 
-    m_figures = {m_txtParentMax, m_txtUsesMin,    m_lblAvailMin, m_txtAvailableMin, m_lblFreeMin,
-                 m_txtFreeMin,   m_txtNewMin,     m_txtNewMinAfter, parentLabel,   usesLabel,
-                 newLabel,       afterLabel};
+    m_figures = {m_txtParentMax, m_txtUsesMin, m_lblAvailMin, m_txtAvailableMin,
+                 m_lblFreeMin,   m_txtFreeMin, m_txtNewMin,   m_txtNewMinAfter,
+                 parentLabel,    usesLabel,    newLabel,      afterLabel};
 
     connect(m_lblAvailMin, &QPushButton::clicked, calculator, &ClassCalculator::CopyAvailableMin);
     connect(m_lblFreeMin, &QPushButton::clicked, calculator, &ClassCalculator::CopyFreeMin);
@@ -171,7 +174,8 @@ void ClassCalculatorPanel::showFigures()
         m_txtNewMinAfter->setText(after ? kbit(*after) : QStringLiteral("Überlauf"));
         // Below zero the siblings would be promised more than the parent has.
         QPalette pal = m_txtNewMinAfter->palette();
-        pal.setColor(QPalette::Text, after && *after >= 0 ? palette().color(QPalette::Text) : QColor(0xc0, 0, 0));
+        pal.setColor(QPalette::Text,
+                     after && *after >= 0 ? palette().color(QPalette::Text) : QColor(0xc0, 0, 0));
         m_txtNewMinAfter->setPalette(pal);
     }
     m_lblClass->setAccessibleName(m_lblClass->text());

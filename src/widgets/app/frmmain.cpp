@@ -7,11 +7,11 @@
 #include "dialogprompt.h"
 #include "document/document.h"
 #include "document/qoscommon.h"
+#include "document/qoscommonpage.h"
 #include "frmstatus.h"
 #include "model/classcalculator.h"
 #include "model/qosclass.h"
 #include "page/objectpage.h"
-#include "document/qoscommonpage.h"
 #include "statusbarline.h"
 #include "toolicons.h"
 
@@ -41,8 +41,9 @@
 namespace {
 
 // The keys of tbrPage in the order of its buttons.
-const char* const PageToolKeys[] = {"NewObject",    "NewMainClass", "NewSubClass", "NewFilter", "DeleteObject",
-                                    "DefaultClass", "Calc",         "optDown",     "optUp"};
+const char* const PageToolKeys[] = {"NewObject", "NewMainClass", "NewSubClass",
+                                    "NewFilter", "DeleteObject", "DefaultClass",
+                                    "Calc",      "optDown",      "optUp"};
 
 QIcon themed(const char* name, QStyle::StandardPixmap fallback)
 {
@@ -79,8 +80,8 @@ private:
                            .arg(m_page->ClassCount())
                            .arg(m_page->ObjectCount() - m_page->ClassCount());
         if (selected)
-            text += QStringLiteral("\nAusgewählt: %1").arg(selected->Caption().isEmpty() ? selected->Name()
-                                                                                           : selected->Caption());
+            text += QStringLiteral("\nAusgewählt: %1")
+                        .arg(selected->Caption().isEmpty() ? selected->Name() : selected->Caption());
         setText(text);
         setAccessibleName(text);
     }
@@ -93,9 +94,10 @@ private:
 frmMain::frmMain(UserPrompt* prompt, const QString& configPath, QWidget* parent)
     : QMainWindow(parent), m_ownPrompt(prompt ? nullptr : std::make_unique<DialogPrompt>(this)),
       m_prompt(prompt ? prompt : m_ownPrompt.get()), m_document(std::make_unique<Document>(m_prompt)),
-      m_session(std::make_unique<EditorSession>(*m_document)), m_calculator(std::make_unique<ClassCalculator>()),
-      m_properties(std::make_unique<AppProperties>(*m_document,
-                                                    configPath.isEmpty() ? AppProperties::DefaultPath() : configPath)),
+      m_session(std::make_unique<EditorSession>(*m_document)),
+      m_calculator(std::make_unique<ClassCalculator>()),
+      m_properties(std::make_unique<AppProperties>(
+          *m_document, configPath.isEmpty() ? AppProperties::DefaultPath() : configPath)),
       m_frmStatus(new frmStatus(this))
 {
     setObjectName(QStringLiteral("frmMain"));
@@ -103,10 +105,10 @@ frmMain::frmMain(UserPrompt* prompt, const QString& configPath, QWidget* parent)
     m_document->setStatusWindow(m_frmStatus);
 
     buildActions();
+    buildStatusBar(); // the page views tell the status line
     buildPages();
     buildMenus();
     buildToolbars();
-    buildStatusBar();
 
     connect(m_document.get(), &Document::modifiedChanged, this, [this](bool modified) {
         setWindowModified(modified);
@@ -169,26 +171,30 @@ void frmMain::buildActions()
             &QAction::triggered, this, [this] { m_session->SaveAs(); });
 
     // Menu items
-    QAction* a = action(QStringLiteral("itmFileNew"), QStringLiteral("&Neu"), m_actions.value(QStringLiteral("New"))->icon(),
-                        QStringLiteral("Neue Konfiguration beginnen"));
+    QAction* a =
+        action(QStringLiteral("itmFileNew"), QStringLiteral("&Neu"),
+               m_actions.value(QStringLiteral("New"))->icon(), QStringLiteral("Neue Konfiguration beginnen"));
     a->setShortcut(QKeySequence::New);
     connect(a, &QAction::triggered, this, [this] { m_session->New(); });
-    a = action(QStringLiteral("itmFileOpen"), QStringLiteral("Ö&ffnen..."), m_actions.value(QStringLiteral("Open"))->icon(),
+    a = action(QStringLiteral("itmFileOpen"), QStringLiteral("Ö&ffnen..."),
+               m_actions.value(QStringLiteral("Open"))->icon(),
                QStringLiteral("Konfiguration aus einer qos.txt öffnen"));
     a->setShortcut(QKeySequence::Open);
     connect(a, &QAction::triggered, this, [this] { m_session->Open(); });
     a = action(QStringLiteral("itmFileSaveAs"), QStringLiteral("Speichern &unter..."),
-               m_actions.value(QStringLiteral("Save"))->icon(), QStringLiteral("Konfiguration als qos.txt speichern"));
+               m_actions.value(QStringLiteral("Save"))->icon(),
+               QStringLiteral("Konfiguration als qos.txt speichern"));
     // Ctrl+S as well: every save asks for a name anyway.
     a->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), QKeySequence(Qt::CTRL | Qt::Key_S)});
     connect(a, &QAction::triggered, this, [this] { m_session->SaveAs(); });
-    a = action(QStringLiteral("itmFileExit"), QStringLiteral("&Beenden"), themed("application-exit", QStyle::SP_DialogCloseButton),
-               QStringLiteral("Tarnwick beenden"));
+    a = action(QStringLiteral("itmFileExit"), QStringLiteral("&Beenden"),
+               themed("application-exit", QStyle::SP_DialogCloseButton), QStringLiteral("Tarnwick beenden"));
     a->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     a->setMenuRole(QAction::QuitRole);
     connect(a, &QAction::triggered, this, &QWidget::close);
     a = action(QStringLiteral("itmHelpAbout"), QStringLiteral("Ü&ber Tarnwick..."),
-               themed("help-about", QStyle::SP_MessageBoxInformation), QStringLiteral("Version und Versionsgeschichte"));
+               themed("help-about", QStyle::SP_MessageBoxInformation),
+               QStringLiteral("Version und Versionsgeschichte"));
     a->setShortcut(QKeySequence(Qt::Key_F1));
     connect(a, &QAction::triggered, this, &frmMain::showAbout);
     a = action(QStringLiteral("itmPageSize"), QStringLiteral("Seiten&größe..."), QIcon(),
@@ -199,7 +205,8 @@ void frmMain::buildActions()
     });
 
     // tbrPage
-    const struct {
+    const struct
+    {
         const char* key;
         const char* text;
         const char* tip;
@@ -229,7 +236,8 @@ void frmMain::buildActions()
                    ToolIcons::icon(QStringLiteral("NewMainClass")),
                    QStringLiteral("Neues Objekt der zuletzt gewählten Art anlegen")),
             &QAction::triggered, this, [this] { RunPageTool(QStringLiteral("NewObject")); });
-    const struct {
+    const struct
+    {
         const char* key;
         const char* text;
     } choices[] = {{"MainClassSelect", "Neue Hauptklasse"},
@@ -241,8 +249,10 @@ void frmMain::buildActions()
         QAction* choice = action(key, QString::fromUtf8(c.text), QIcon(), QString());
         connect(choice, &QAction::triggered, this, [this, key] { RunPageTool(key); });
     }
-    m_actions.value(QStringLiteral("MainClassSelect"))->setIcon(ToolIcons::icon(QStringLiteral("NewMainClass")));
-    m_actions.value(QStringLiteral("SubClassSelect"))->setIcon(ToolIcons::icon(QStringLiteral("NewSubClass")));
+    m_actions.value(QStringLiteral("MainClassSelect"))
+        ->setIcon(ToolIcons::icon(QStringLiteral("NewMainClass")));
+    m_actions.value(QStringLiteral("SubClassSelect"))
+        ->setIcon(ToolIcons::icon(QStringLiteral("NewSubClass")));
     m_actions.value(QStringLiteral("FilterSelect"))->setIcon(ToolIcons::icon(QStringLiteral("NewFilter")));
 }
 
@@ -284,6 +294,7 @@ void frmMain::buildPages()
     m_actions.insert(QStringLiteral("Calc"), calc);
 }
 
+// The one place where the pages' views are made.
 QWidget* frmMain::createPageView(ObjectPage* page, QWidget* parent)
 {
     auto* view = new PagePlaceholder(page, parent);
@@ -355,7 +366,8 @@ void frmMain::buildToolbars()
     for (const char* key : {"optDown", "optUp"}) {
         m_tbrPage->addAction(m_actions.value(QString::fromLatin1(key)));
         // The two direction buttons read best with their words.
-        if (auto* b = qobject_cast<QToolButton*>(m_tbrPage->widgetForAction(m_actions.value(QString::fromLatin1(key)))))
+        if (auto* b = qobject_cast<QToolButton*>(
+                m_tbrPage->widgetForAction(m_actions.value(QString::fromLatin1(key)))))
             b->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     }
 }
@@ -407,7 +419,7 @@ void frmMain::saveSettings()
     WindowSettings w;
     const bool normal = !(windowState() & (Qt::WindowMaximized | Qt::WindowMinimized | Qt::WindowFullScreen));
     w.normalGeometry = normal || !normalGeometry().isValid() ? geometry() : normalGeometry();
-    w.windowState = isMinimized() ? WindowSettings::Minimized
+    w.windowState = isMinimized()   ? WindowSettings::Minimized
                     : isMaximized() ? WindowSettings::Maximized
                                     : WindowSettings::Normal;
     w.calculator = !m_calculatorDock->isHidden();
@@ -461,7 +473,9 @@ void frmMain::updatePageTools()
     ObjectPage* page = CurrentPage();
     const bool onPage = page != nullptr;
     const bool classSelected = page && page->SelectedClass();
-    auto enable = [this](const char* key, bool on) { m_actions.value(QString::fromLatin1(key))->setEnabled(on); };
+    auto enable = [this](const char* key, bool on) {
+        m_actions.value(QString::fromLatin1(key))->setEnabled(on);
+    };
     enable("NewMainClass", onPage);
     enable("NewSubClass", classSelected);
     enable("NewFilter", classSelected);
@@ -582,7 +596,8 @@ void frmMain::updateRecentFiles()
     const QStringList files = m_session->RecentFiles();
     for (qsizetype i = 0; i < files.size(); ++i) {
         const QString path = files.at(i);
-        QAction* a = m_recentMenu->addAction(QStringLiteral("&%1 %2").arg(i + 1).arg(QDir::toNativeSeparators(path)));
+        QAction* a =
+            m_recentMenu->addAction(QStringLiteral("&%1 %2").arg(i + 1).arg(QDir::toNativeSeparators(path)));
         a->setObjectName(QStringLiteral("itmRecentFile%1").arg(i + 1));
         connect(a, &QAction::triggered, this, [this, path] { m_session->OpenFile(path); });
     }

@@ -13,8 +13,8 @@ constexpr qint64 PumpIntervalMs = 40;
 } // namespace
 
 frmStatus::frmStatus(QWidget* parent)
-    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint), m_lblMessage(new QLabel(this)),
-      m_progress(new QProgressBar(this))
+    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint),
+      m_lblMessage(new QLabel(this)), m_progress(new QProgressBar(this))
 {
     setObjectName(QStringLiteral("frmStatus"));
     setWindowModality(Qt::ApplicationModal);

@@ -58,7 +58,8 @@ QoSCommonPage::QoSCommonPage(QoSCommon* common, QWidget* parent)
     m_txtDescription->setObjectName(QStringLiteral("txtDescription"));
     m_cboQoSVersion->setObjectName(QStringLiteral("cboQoSVersion"));
 
-    const int deviceWidth = m_txtQoSInternetDev->fontMetrics().horizontalAdvance(QStringLiteral("eth0.1000xx")) + 16;
+    const int deviceWidth =
+        m_txtQoSInternetDev->fontMetrics().horizontalAdvance(QStringLiteral("eth0.1000xx")) + 16;
     m_txtQoSInternetDev->setMaximumWidth(deviceWidth);
     m_txtQoSLocalNetDev->setMaximumWidth(deviceWidth);
     m_txtQoSInternetDev->setAccessibleName(QStringLiteral("Gerät zum Internet"));
@@ -76,7 +77,8 @@ QoSCommonPage::QoSCommonPage(QoSCommon* common, QWidget* parent)
     auto* grid1 = new QGridLayout(m_frame1);
     grid1->addWidget(label(QStringLiteral("&Gerät:"), m_txtQoSInternetDev, m_frame1), 0, 0);
     grid1->addWidget(m_txtQoSInternetDev, 0, 1);
-    grid1->addWidget(note(QStringLiteral("Device über das Daten ins Internet übertragen werden"), m_frame1), 0, 2);
+    grid1->addWidget(note(QStringLiteral("Device über das Daten ins Internet übertragen werden"), m_frame1),
+                     0, 2);
     grid1->addWidget(label(QStringLiteral("Bandbreite &Down:"), m_txtQoSInternetBandDown, m_frame1), 1, 0);
     grid1->addWidget(m_txtQoSInternetBandDown, 1, 1, 1, 2, Qt::AlignLeft);
     grid1->addWidget(label(QStringLiteral("Bandbreite &Up:"), m_txtQoSInternetBandUp, m_frame1), 2, 0);
@@ -86,7 +88,8 @@ QoSCommonPage::QoSCommonPage(QoSCommon* common, QWidget* parent)
     auto* grid2 = new QGridLayout(m_frame2);
     grid2->addWidget(label(QStringLiteral("G&erät:"), m_txtQoSLocalNetDev, m_frame2), 0, 0);
     grid2->addWidget(m_txtQoSLocalNetDev, 0, 1);
-    grid2->addWidget(note(QStringLiteral("Device über das das lokale Netzwerk angebunden ist"), m_frame2), 0, 2);
+    grid2->addWidget(note(QStringLiteral("Device über das das lokale Netzwerk angebunden ist"), m_frame2), 0,
+                     2);
     grid2->addWidget(label(QStringLiteral("&Bandbreite"), m_txtQoSLocalBand, m_frame2), 1, 0);
     grid2->addWidget(m_txtQoSLocalBand, 1, 1, 1, 2, Qt::AlignLeft);
     grid2->setColumnStretch(2, 1);
@@ -119,7 +122,8 @@ QoSCommonPage::QoSCommonPage(QoSCommon* common, QWidget* parent)
         if (text != m_common->QoSDescription())
             m_common->SetQoSDescription(text);
     });
-    connect(m_cboQoSVersion, &QComboBox::activated, this, [this](int index) { m_common->SelectVersion(index); });
+    connect(m_cboQoSVersion, &QComboBox::activated, this,
+            [this](int index) { m_common->SelectVersion(index); });
     connect(common, &QoSCommon::propertyChanged, this, &QoSCommonPage::showProperty);
 
     for (const char* name : {"QoSInternetDev", "QoSLocalNetDev", "QoSDescription", "QoSVersion"})
