@@ -101,7 +101,7 @@ bool EditorSession::importFile(const QString& path)
     }
     const ImportReport report = ImportQoSText(m_document, path);
     m_document.SetModified(false);
-    setCurrentFile(path);
+    setCurrentFile(info.absoluteFilePath());
     addRecentFile(path);
     // Nobody may save half a configuration over a whole one without knowing.
     if (!report.complete) {
@@ -135,7 +135,7 @@ bool EditorSession::SaveAs()
         return false;
     }
     m_document.SetModified(false);
-    setCurrentFile(*name);
+    setCurrentFile(QFileInfo(*name).absoluteFilePath());
     addRecentFile(*name);
     m_document.SetStatusText(QStringLiteral("Datei gespeichert."));
     return true;
