@@ -190,6 +190,31 @@ private slots:
         QCOMPARE(e.w->session().RecentFiles().first(), path);
     }
 
+    void samplesRoundTrip_data()
+    {
+        QTest::addColumn<QString>("sample");
+        QTest::newRow("written by the editor") << "editor-written.qos.txt";
+        QTest::newRow("written by hand") << "home-router.qos.txt";
+    }
+    // Open, save, open again, save again: every box stays and the two saves are the same bytes.
+    void samplesRoundTrip()
+    {
+        QFETCH(QString, sample);
+        Editor e(config());
+        QVERIFY(e.w->session().OpenFile(QStringLiteral(TARNWICK_SAMPLES "/") + sample));
+        const int boxes = int(e.doc().Objects().size());
+        QVERIFY(boxes > 0);
+        const QString first = m_dir.filePath(QStringLiteral("first-") + sample);
+        const QString second = m_dir.filePath(QStringLiteral("second-") + sample);
+        e.prompt.fileNames << first << first << second;
+        QVERIFY(trigger(e, "itmFileSaveAs"));
+        QVERIFY(trigger(e, "itmFileOpen"));
+        QCOMPARE(int(e.doc().Objects().size()), boxes);
+        QVERIFY(trigger(e, "itmFileSaveAs"));
+        QCOMPARE(read(second), read(first));
+        QVERIFY(e.prompt.messages().isEmpty());
+    }
+
     void cancelPathsSayItInTheStatusBar()
     {
         Editor e(config());
