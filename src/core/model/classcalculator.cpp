@@ -64,7 +64,9 @@ void ClassCalculator::follow(QoSObject* object)
 
 void ClassCalculator::refresh()
 {
-    if (!m_busy)
+    // Without a class the figures are empty already; a file being read changes thousands of
+    // properties, and none of them needs a refresh then.
+    if (!m_busy && m_class)
         show();
 }
 
