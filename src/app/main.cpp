@@ -1,106 +1,62 @@
-#include "app/dialogprompt.h"
-#include "app/statusbarline.h"
-#include "inputs/inputbandwidth.h"
-#include "inputs/inputdirection.h"
-#include "inputs/inputip.h"
-#include "inputs/inputoption.h"
-#include "inputs/inputport.h"
-#include "inputs/inputprio.h"
-#include "inputs/inputtype.h"
+#include "app/editorsession.h"
+#include "app/frmmain.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
+#include <QDateTime>
+#include <QElapsedTimer>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QTimer>
 #include <QTranslator>
-#include <QFormLayout>
-#include <QGroupBox>
-#include <QLabel>
-#include <QMainWindow>
-#include <QStatusBar>
-#include <QVBoxLayout>
 
-namespace {
+#include <cstdio>
 
-// Adds a row whose label also names the field for a screen reader.
-void addRow(QFormLayout* form, const QString& label, QWidget* field)
-{
-    auto* caption = new QLabel(label);
-    caption->setBuddy(field->focusProxy() ? field->focusProxy() : field);
-    form->addRow(caption, field);
-}
-
-} // namespace
-
-// Until the main window with its pages arrives, the input fields are shown on one plain form.
+// tarnwick [DATEI]: the editor, opening DATEI at start as "Öffnen" would.
 int main(int argc, char* argv[])
 {
+    QElapsedTimer sinceStart;
+    sinceStart.start();
     QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Tarnwick"));
+    // The settings live in ~/.config/tarnwick; people read the name with a capital.
+    QApplication::setApplicationName(QStringLiteral("tarnwick"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Tarnwick"));
+    QApplication::setApplicationVersion(QStringLiteral("%1.%2.%3")
+                                            .arg(TARNWICK_VERSION_MAJOR)
+                                            .arg(TARNWICK_VERSION_MINOR)
+                                            .arg(TARNWICK_VERSION_PATCH));
+    QApplication::setDesktopFileName(QStringLiteral("tarnwick"));
     // Qt's own texts (file dialogs, the edit menus of text boxes) in German where installed.
     QTranslator qtGerman;
-    if (qtGerman.load(QLocale(QLocale::German, QLocale::Germany), QStringLiteral("qtbase"), QStringLiteral("_"),
-                      QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (qtGerman.load(QLocale(QLocale::German, QLocale::Germany), QStringLiteral("qtbase"),
+                      QStringLiteral("_"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&qtGerman);
 
-    QMainWindow window;
-    window.setObjectName(QStringLiteral("frmMain"));
-    window.setWindowTitle(QStringLiteral("Tarnwick"));
-    DialogPrompt prompt(&window);
-    StatusBarLine status(window.statusBar());
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Editor für die QoS-Konfiguration qos.txt eines Routers"));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("DATEI"),
+                                 QStringLiteral("qos.txt, die beim Start geöffnet wird"));
+    parser.process(app);
 
-    auto* central = new QWidget(&window);
-    auto* column = new QVBoxLayout(central);
-    column->setContentsMargins(12, 12, 12, 12);
-    column->setSpacing(12);
-
-    auto* classGroup = new QGroupBox(QStringLiteral("Klasse"), central);
-    auto* classForm = new QFormLayout(classGroup);
-    auto* minimum = new InputBandwidth(classGroup);
-    minimum->setPrompt(&prompt);
-    minimum->setLabel(QStringLiteral("Minimum"));
-    minimum->field()->SetBandwidth(QStringLiteral("768kbit"));
-    auto* maximum = new InputBandwidth(classGroup);
-    maximum->setPrompt(&prompt);
-    maximum->setLabel(QStringLiteral("Maximum"));
-    maximum->field()->SetBandwidth(QStringLiteral("10Mbit"));
-    auto* prio = new InputPrio(classGroup);
-    addRow(classForm, QStringLiteral("&Minimum:"), minimum);
-    addRow(classForm, QStringLiteral("Ma&ximum:"), maximum);
-    addRow(classForm, QStringLiteral("&Priorität:"), prio);
-
-    auto* filterGroup = new QGroupBox(QStringLiteral("Filter"), central);
-    auto* filterForm = new QFormLayout(filterGroup);
-    auto* ip = new InputIP(filterGroup);
-    ip->setPrompt(&prompt);
-    auto* port = new InputPort(filterGroup);
-    port->setPrompt(&prompt);
-    port->setStatusLine(&status);
-    auto* type = new InputType(filterGroup);
-    auto* option = new InputOption(filterGroup);
-    auto* direction = new InputDirection(filterGroup);
-    ip->setMaximumWidth(240);
-    port->setMaximumWidth(240);
-    type->setMaximumWidth(120);
-    option->setMaximumWidth(120);
-    direction->setMaximumWidth(80);
-    addRow(filterForm, QStringLiteral("&IP-Adresse:"), ip);
-    addRow(filterForm, QStringLiteral("P&orts:"), port);
-    addRow(filterForm, QStringLiteral("&Typ:"), type);
-    addRow(filterForm, QStringLiteral("O&ption:"), option);
-    addRow(filterForm, QStringLiteral("&Richtung:"), direction);
-
-    // The host decides the direction: here it simply toggles.
-    QObject::connect(direction, &InputDirection::Change, direction, [direction] {
-        DirectionField* f = direction->field();
-        f->SetText(f->Text() == u"down" ? QStringLiteral("up") : QStringLiteral("down"));
-    });
-
-    column->addWidget(classGroup);
-    column->addWidget(filterGroup);
-    column->addStretch(1);
-    window.setCentralWidget(central);
-    status.SetStatusText(QStringLiteral("Bereit"));
-    window.resize(420, 380);
-    window.show();
+    frmMain window;
+    // TARNWICK_STARTUP_TRACE=1 prints how long the start took up to the first painted window, then quits.
+    if (qEnvironmentVariableIsSet("TARNWICK_STARTUP_TRACE"))
+        QObject::connect(&window, &frmMain::firstPainted, &app, [&] {
+            std::printf("first paint after %lld ms (at %lld ms since the epoch)\n",
+                        static_cast<long long>(sinceStart.elapsed()),
+                        static_cast<long long>(QDateTime::currentMSecsSinceEpoch()));
+            std::fflush(stdout);
+            QTimer::singleShot(0, &app, &QCoreApplication::quit);
+        });
+    window.showAsSaved();
+    const QStringList files = parser.positionalArguments();
+    if (!files.isEmpty()) {
+        const QString file = files.first();
+        // After the window is up, so that the progress of a large file shows over it.
+        QTimer::singleShot(0, &window, [&window, file] { window.session().OpenFile(file); });
+    }
     return app.exec();
 }

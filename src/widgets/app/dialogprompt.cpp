@@ -1,6 +1,6 @@
 #include "dialogprompt.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QAbstractButton>
@@ -29,7 +29,7 @@ QMessageBox::Icon boxIcon(UserPrompt::Icon icon)
 
 QString DialogPrompt::Title()
 {
-    const QString name = QCoreApplication::applicationName();
+    const QString name = QGuiApplication::applicationDisplayName();
     return name.isEmpty() ? QStringLiteral("Tarnwick") : name;
 }
 

@@ -5,12 +5,15 @@
 StatusBarLine::StatusBarLine(QStatusBar* bar) : m_panel(new QLabel(bar))
 {
     m_panel->setObjectName(QStringLiteral("pnlStatus"));
-    m_panel->setAccessibleName(QStringLiteral("Statuszeile"));
+    m_panel->setAccessibleDescription(QStringLiteral("Statuszeile"));
     bar->addWidget(m_panel, 1);
 }
 
 void StatusBarLine::SetStatusText(const QString& text)
 {
-    if (m_panel)
-        m_panel->setText(text);
+    if (!m_panel)
+        return;
+    m_panel->setText(text);
+    // A screen reader reads what the line says now; the description says what it is.
+    m_panel->setAccessibleName(text);
 }

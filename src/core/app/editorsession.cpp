@@ -1,0 +1,301 @@
+#include "editorsession.h"
+
+#include "app/atomicfile.h"
+#include "document/document.h"
+#include "document/qoscommon.h"
+#include "document/qoserror.h"
+#include "document/qosreader.h"
+#include "document/qoswriter.h"
+#include "document/userprompt.h"
+#include "model/qosclass.h"
+#include "model/qosfilter.h"
+#include "page/objectpage.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+const QString WriterFailed = QStringLiteral("Bei der Erstellung sind Fehler aufgetreten!");
+
+} // namespace
+
+EditorSession::EditorSession(Document& document, QObject* parent) : QObject(parent), m_document(document)
+{
+    m_document.setSaveAsHandler([this] { SaveAs(); });
+    connect(m_document.Common1(), &QoSCommon::propertyChanged, this, &EditorSession::commonChanged);
+}
+
+void EditorSession::commonChanged(const QString& property)
+{
+    // The default classes are set by the classes and by every export: no edit of the user.
+    if (property == u"QoSInternetDefaultDown" || property == u"QoSInternetDefaultUp")
+        return;
+    // The common settings are part of the file: a changed line speed must not be lost on close.
+    m_document.SetModified(true);
+    if (property == u"QoSInternetBandDown")
+        revalidate(m_document.Down1());
+    else if (property == u"QoSInternetBandUp")
+        revalidate(m_document.Up1());
+}
+
+void EditorSession::revalidate(ObjectPage* page)
+{
+    // The line speed is the limit of the main classes of its direction.
+    for (QoSObject* o : page->ContainedObjects()) {
+        auto* c = qobject_cast<QoSClass*>(o);
+        if (!c || c->ParentQoSObject())
+            continue;
+        try {
+            c->Validate(true);
+        } catch (const QoSError&) {
+            // A sum beyond 32 bits ends this tree's check only.
+        }
+    }
+}
+
+// --- files --------------------------------------------------------------------------------
+
+bool EditorSession::New()
+{
+    if (!m_document.ClearDocument())
+        return false;
+    setCurrentFile(QString());
+    return true;
+}
+
+bool EditorSession::Open()
+{
+    if (!m_document.ClearDocument())
+        return false;
+    setCurrentFile(QString());
+    const auto name = m_document.prompt().OpenFileName(OpenTitle(), InitialOpenName(), OpenFilter());
+    if (!name) {
+        m_document.SetStatusText(QStringLiteral("Datei öffnen abgebrochen."));
+        return false;
+    }
+    return importFile(*name);
+}
+
+bool EditorSession::OpenFile(const QString& path)
+{
+    if (!m_document.ClearDocument())
+        return false;
+    setCurrentFile(QString());
+    return importFile(path);
+}
+
+bool EditorSession::importFile(const QString& path)
+{
+    const QFileInfo info(path);
+    if (!info.isFile() || !info.isReadable()) {
+        if (!info.exists()) {
+            QStringList files = m_recentFiles;
+            files.removeAll(path);
+            SetRecentFiles(files); // a file that is gone is no longer offered
+        }
+        m_document.prompt().Message(
+            QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden.").arg(QDir::toNativeSeparators(path)),
+            UserPrompt::Icon::Warning);
+        return false;
+    }
+    const ImportReport report = ImportQoSText(m_document, path);
+    m_document.SetModified(false);
+    setCurrentFile(info.absoluteFilePath());
+    addRecentFile(path);
+    // Nobody may save half a configuration over a whole one without knowing.
+    if (!report.complete) {
+        m_document.prompt().Message(report.Message(), UserPrompt::Icon::Warning);
+        m_document.SetStatusText(QStringLiteral("Datei unvollständig gelesen."));
+    } else {
+        m_document.SetStatusText(QStringLiteral("Datei geöffnet."));
+    }
+    return report.complete;
+}
+
+bool EditorSession::SaveAs()
+{
+    const auto name = m_document.prompt().SaveFileName(SaveTitle(), InitialSaveName(), SaveFilter());
+    if (!name) {
+        m_document.SetStatusText(QStringLiteral("Datei speichern unter abgebrochen."));
+        return false;
+    }
+    QByteArray bytes;
+    try {
+        bytes = ExportQoSBytes(m_document);
+    } catch (const QoSError&) {
+        m_document.prompt().Message(WriterFailed, UserPrompt::Icon::Critical);
+        return false;
+    }
+    QString reason;
+    if (!WriteFileAtomically(*name, bytes, &reason)) {
+        m_document.prompt().Message(QStringLiteral("Die Datei \"%1\" wurde nicht gespeichert. %2")
+                                        .arg(QDir::toNativeSeparators(*name), reason),
+                                    UserPrompt::Icon::Critical);
+        return false;
+    }
+    m_document.SetModified(false);
+    setCurrentFile(QFileInfo(*name).absoluteFilePath());
+    addRecentFile(*name);
+    m_document.SetStatusText(QStringLiteral("Datei gespeichert."));
+    return true;
+}
+
+bool EditorSession::Generate(const std::function<void(const QString&)>& toClipboard)
+{
+    // Writing renumbers the boxes but changes nothing a user wrote.
+    const bool modified = m_document.IsModified();
+    QString text;
+    try {
+        text = ExportQoSText(m_document);
+    } catch (const QoSError&) {
+        text.clear();
+    }
+    m_document.SetModified(modified);
+    if (text.isEmpty()) {
+        m_document.prompt().Message(WriterFailed, UserPrompt::Icon::Critical);
+        return false;
+    }
+    toClipboard(text);
+    m_document.prompt().Message(
+        QStringLiteral("Konfiguration generiert und in die Zwischenablage eingefügt."),
+        UserPrompt::Icon::Information);
+    return true;
+}
+
+bool EditorSession::QueryClose()
+{
+    if (!m_document.IsModified())
+        return true;
+    switch (m_document.prompt().AskYesNoCancel(QStringLiteral("Soll noch gespeichert werden?"))) {
+    case UserPrompt::Answer::Cancel:
+        return false;
+    case UserPrompt::Answer::Yes:
+        return SaveAs();
+    case UserPrompt::Answer::No:
+        return true;
+    }
+    return false;
+}
+
+QString EditorSession::InitialSaveName() const
+{
+    if (!m_currentFile.isEmpty())
+        return m_currentFile;
+    if (!m_recentFiles.isEmpty())
+        return QFileInfo(m_recentFiles.first()).absoluteDir().filePath(QStringLiteral("qos.txt"));
+    return QStringLiteral("qos.txt");
+}
+
+QString EditorSession::InitialOpenName() const
+{
+    const QString last =
+        m_currentFile.isEmpty() && !m_recentFiles.isEmpty() ? m_recentFiles.first() : m_currentFile;
+    if (last.isEmpty())
+        return QStringLiteral("*qos.txt");
+    return QFileInfo(last).absoluteDir().filePath(QStringLiteral("*qos.txt"));
+}
+
+void EditorSession::setCurrentFile(const QString& path)
+{
+    if (path == m_currentFile)
+        return;
+    m_currentFile = path;
+    emit currentFileChanged(path);
+}
+
+void EditorSession::SetRecentFiles(const QStringList& files)
+{
+    QStringList unique;
+    for (const QString& f : files)
+        if (!f.isEmpty() && !unique.contains(f) && unique.size() < MaxRecentFiles)
+            unique << f;
+    if (unique == m_recentFiles)
+        return;
+    m_recentFiles = unique;
+    emit recentFilesChanged(m_recentFiles);
+}
+
+void EditorSession::addRecentFile(const QString& path)
+{
+    QStringList files = m_recentFiles;
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    files.removeAll(absolute);
+    files.prepend(absolute);
+    SetRecentFiles(files);
+}
+
+// --- page tools ---------------------------------------------------------------------------
+
+namespace {
+
+// A page command never takes the window down: an error of the rules is shown and the
+// document stays as the command left it.
+template <typename Fn> auto guarded(Document& doc, Fn fn) -> decltype(fn())
+{
+    try {
+        return fn();
+    } catch (const QoSError& e) {
+        doc.prompt().Message(e.message(), UserPrompt::Icon::Critical);
+        return {};
+    }
+}
+
+} // namespace
+
+QoSClass* EditorSession::NewMainClass(ObjectPage* page)
+{
+    if (!page)
+        return nullptr;
+    return guarded(m_document, [&]() -> QoSClass* {
+        const QString line = m_document.Common1()->LineBandwidth(page->Direction());
+        int idx = 0;
+        QoSClass* c = page->AddClass(QStringLiteral("0"), line, line, page->Direction(), QStringLiteral("0"),
+                                     idx, false, QString());
+        if (c)
+            c->SetSelected(true);
+        return c;
+    });
+}
+
+QoSClass* EditorSession::NewSubClass(ObjectPage* page)
+{
+    QoSClass* parent = page ? page->SelectedClass() : nullptr;
+    if (!parent)
+        return nullptr;
+    return guarded(m_document, [&]() -> QoSClass* {
+        int idx = 0;
+        return page->AddClass(QString::number(parent->ClassIdx()), QString(), QString(), page->Direction(),
+                              QStringLiteral("0"), idx, false, QString());
+    });
+}
+
+QoSFilter* EditorSession::NewFilter(ObjectPage* page)
+{
+    QoSClass* parent = page ? page->SelectedClass() : nullptr;
+    if (!parent)
+        return nullptr;
+    return guarded(m_document, [&]() -> QoSFilter* {
+        int idx = 0;
+        return page->AddFilter(QString::number(parent->ClassIdx()), QString(), QString(), QString(),
+                               QString(), idx, QString());
+    });
+}
+
+bool EditorSession::DeleteObject(ObjectPage* page)
+{
+    QoSObject* o = page ? page->SelectedObject() : nullptr;
+    if (!o)
+        return false;
+    o->EditCut();
+    return true;
+}
+
+bool EditorSession::MakeDefaultClass(ObjectPage* page)
+{
+    QoSClass* c = page ? page->SelectedClass() : nullptr;
+    if (!c)
+        return false;
+    c->SetDefaultClass(true);
+    return true;
+}

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <functional>
+
+class Document;
+class ObjectPage;
+class QoSClass;
+class QoSFilter;
+
+// What the main window's commands decide, without the window: New, Open, Save As,
+// Generate and closing with their questions and status texts, the recently used files,
+// and the page tools acting on the page shown and its selection. The window only shows
+// the results; every question goes through the document's UserPrompt.
+//
+// A document has no file name of its own (every save asks for one), but the session
+// remembers the file last opened or saved: it names the window and starts the save dialog.
+class EditorSession : public QObject
+{
+    Q_OBJECT
+public:
+    static constexpr int MaxRecentFiles = 6;
+
+    explicit EditorSession(Document& document, QObject* parent = nullptr);
+
+    Document& document() const { return m_document; }
+
+    // itmFileNew: clears the document after the save question. False when cancelled.
+    bool New();
+    // itmFileOpen: clears the document, asks for a file and reads it.
+    bool Open();
+    // Clears the document and reads the file without asking for a name: a file given at
+    // start or chosen from the recent files.
+    bool OpenFile(const QString& path);
+    // itmFileSaveAs: asks for a name and writes the document there. False when cancelled
+    // or when writing failed; then the old file and the modified mark stay.
+    bool SaveAs();
+    // Command2: the document's text onto the clipboard, through the given function.
+    bool Generate(const std::function<void(const QString&)>& toClipboard);
+    // Whether the window may close: asks the save question for a modified document. A
+    // save that is cancelled or fails keeps the window open, so that nothing is lost.
+    bool QueryClose();
+
+    QString CurrentFile() const { return m_currentFile; }
+    QStringList RecentFiles() const { return m_recentFiles; }
+    void SetRecentFiles(const QStringList& files);
+
+    // The page tools, on the object page shown; none (the common page) does nothing.
+    QoSClass* NewMainClass(ObjectPage* page);
+    QoSClass* NewSubClass(ObjectPage* page);
+    QoSFilter* NewFilter(ObjectPage* page);
+    bool DeleteObject(ObjectPage* page);
+    bool MakeDefaultClass(ObjectPage* page);
+
+    static QString OpenTitle() { return QStringLiteral("Datei öffnen"); }
+    static QString SaveTitle() { return QStringLiteral("Datei speichern unter..."); }
+    // Hand-written router files are often named otherwise, hence the second entry.
+    static QString OpenFilter() { return QStringLiteral("*qos.txt|*qos.txt|Alle Dateien (*)|*"); }
+    static QString SaveFilter() { return QStringLiteral("qos.txt|qos.txt|Alle Dateien (*)|*"); }
+    // The name the save dialog starts with: the file last opened or saved, else "qos.txt"
+    // in the folder of the newest recent file.
+    QString InitialSaveName() const;
+    QString InitialOpenName() const;
+
+signals:
+    void currentFileChanged(const QString& path);
+    void recentFilesChanged(const QStringList& files);
+
+private:
+    bool importFile(const QString& path);
+    void setCurrentFile(const QString& path);
+    void addRecentFile(const QString& path);
+    void commonChanged(const QString& property);
+    void revalidate(ObjectPage* page);
+
+    Document& m_document;
+    QString m_currentFile;
+    QStringList m_recentFiles;
+};

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <QHash>
+#include <QMainWindow>
+#include <memory>
+
+class AppProperties;
+class ClassCalculator;
+class ClassCalculatorPanel;
+class Document;
+class EditorSession;
+class ObjectPage;
+class QAction;
+class QDockWidget;
+class QMenu;
+class QTabWidget;
+class QToolBar;
+class QToolButton;
+class QoSCommonPage;
+class StatusBarLine;
+class UserPrompt;
+class frmStatus;
+
+// The editor's window: the pages "Allgemein", "Down" and "Up" in a tab strip, the file
+// toolbar Toolbar1 and the page toolbar tbrPage, the menus, the status bar with the modified
+// indicator, and the class calculator as a side panel. It holds the one document; what its
+// commands decide lives in EditorSession and the core, the window only forwards and shows.
+//
+// Actions carry the toolbar keys as object names ("New", "Open", "Save", "NewMainClass", ...)
+// and the menu items theirs ("itmFileNew", ...), so that they can be found and triggered.
+class frmMain final : public QMainWindow
+{
+    Q_OBJECT
+public:
+    // prompt: who answers the questions (a dialog prompt when none); configPath: config.ini
+    // (the user's configuration folder when empty).
+    explicit frmMain(UserPrompt* prompt = nullptr, const QString& configPath = QString(),
+                     QWidget* parent = nullptr);
+    ~frmMain() override;
+
+    Document& document() const { return *m_document; }
+    EditorSession& session() const { return *m_session; }
+    ClassCalculator& calculator() const { return *m_calculator; }
+    // The object page of the tab shown; none on "Allgemein".
+    ObjectPage* CurrentPage() const;
+    QTabWidget* tabStrip() const { return m_tabStrip; }
+
+    // Shows the window as config.ini left it: its normal rectangle, then maximised if it was.
+    void showAsSaved();
+    // Runs a page tool by its key, as a click on its button does.
+    void RunPageTool(const QString& key);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+signals:
+    // Once, when the window has painted for the first time (start-up is measured to here).
+    void firstPainted();
+
+private:
+    void buildActions();
+    void buildMenus();
+    void buildToolbars();
+    void buildStatusBar();
+    void buildPages();
+    void loadSettings();
+    void saveSettings();
+    QWidget* createPageView(ObjectPage* page, QWidget* parent);
+    void pageShown();
+    void updatePageTools();
+    void updateTitle();
+    void updateRecentFiles();
+    void chooseNewObject(const QString& selectKey);
+    void configurePageTools();
+    void generate();
+    void showAbout();
+    QAction* action(const QString& key, const QString& text, const QIcon& icon, const QString& tip);
+
+    std::unique_ptr<UserPrompt> m_ownPrompt;
+    UserPrompt* m_prompt;
+    std::unique_ptr<Document> m_document;
+    std::unique_ptr<EditorSession> m_session;
+    std::unique_ptr<ClassCalculator> m_calculator;
+    std::unique_ptr<AppProperties> m_properties;
+    std::unique_ptr<StatusBarLine> m_statusLine;
+    frmStatus* m_frmStatus;
+    QTabWidget* m_tabStrip = nullptr;
+    QoSCommonPage* m_common1 = nullptr;
+    QToolBar* m_toolbar1 = nullptr;
+    QToolBar* m_tbrPage = nullptr;
+    QToolButton* m_newObjectButton = nullptr;
+    QToolButton* m_pnlModified = nullptr;
+    QDockWidget* m_calculatorDock = nullptr;
+    ClassCalculatorPanel* m_calculatorPanel = nullptr;
+    QMenu* m_recentMenu = nullptr;
+    QHash<QString, QAction*> m_actions;
+    // The key of the command the "NewObject" button runs: the one last chosen from its menu.
+    QString m_newObjectTag = QStringLiteral("NewMainClass");
+    bool m_painted = false;
+};

@@ -1,0 +1,183 @@
+#include "app/appproperties.h"
+#include "document/document.h"
+#include "document/qoscommon.h"
+#include "page/objectpage.h"
+#include "pagescript.h"
+
+#include <QFile>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+// config.ini: defaults without a file, what a save writes and in which order, and that no
+// broken value can stop the start.
+class TestAppProperties : public QObject
+{
+    Q_OBJECT
+
+    const QList<QRect> screens{QRect(0, 0, 1920, 1080), QRect(1920, 0, 1280, 1024)};
+
+    static void write(const QString& path, const QByteArray& bytes)
+    {
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+
+    static QByteArray read(const QString& path)
+    {
+        QFile f(path);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+
+private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
+    void defaultPathIsTheUsersConfigFolder()
+    {
+        QVERIFY(AppProperties::DefaultPath().endsWith(QStringLiteral("/config.ini")));
+        QVERIFY(AppProperties::DefaultPath().startsWith(
+            QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation)));
+    }
+
+    void withoutFile()
+    {
+        QTemporaryDir dir;
+        Document doc;
+        AppProperties props(doc, dir.filePath(QStringLiteral("config.ini")));
+        const WindowSettings w = props.Load(screens);
+        QCOMPARE(PageScript::size(doc.Down1()), QStringLiteral("6x5"));
+        QCOMPARE(PageScript::size(doc.Up1()), QStringLiteral("6x5"));
+        const QoSCommon& c = *doc.Common1();
+        QCOMPARE(c.QoSInternetBandDown(), QStringLiteral("768kbit"));
+        QCOMPARE(c.QoSInternetBandUp(), QStringLiteral("128kbit"));
+        QCOMPARE(c.QoSInternetDev(), QStringLiteral("ppp0"));
+        QCOMPARE(c.QoSLocalBand(), QStringLiteral("10mbit")); // small m here, unlike a new page's 10Mbit
+        QCOMPARE(c.QoSLocalNetDev(), QStringLiteral("eth0"));
+        QCOMPARE(c.QoSVersion(), QStringLiteral("v0.3"));
+        QCOMPARE(w.normalGeometry, QRect(0, 0, 1280, 720)); // top left, two thirds of the primary screen
+        QCOMPARE(w.windowState, int(WindowSettings::Normal));
+        QVERIFY(w.calculator);
+        QVERIFY(props.RecentFiles().isEmpty());
+    }
+
+    void saveWritesInOrder()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("sub/config.ini")); // the folder is made
+        Document doc;
+        AppProperties props(doc, path);
+        props.Load(screens);
+        qint32 cols = 9, rows = 7;
+        doc.Up1()->SetGridDimensions(cols, rows);
+        doc.Common1()->SetQoSInternetBandDown(QStringLiteral("2Mbit"));
+        WindowSettings w;
+        w.normalGeometry = QRect(10, 20, 800, 600);
+        w.windowState = WindowSettings::Maximized;
+        w.calculator = false;
+        QVERIFY(props.Save(w, {QStringLiteral("/srv/a-qos.txt"), QStringLiteral("/srv/b-qos.txt")}));
+        const QString expected = QStringLiteral(
+            "[Down]\nCols=6\nRows=5\n[Up]\nCols=9\nRows=7\n"
+            "[Common]\nQoSInternetBandDown=2Mbit\nQoSInternetBandUp=128kbit\nQoSInternetDev=ppp0\n"
+            "QoSLocalBand=10mbit\nQoSLocalNetDev=eth0\nQoSVersion=v0.3\n"
+            "[MainWindow]\nWindowState=2\nLeft=150\nTop=300\nWidth=12000\nHeight=9000\nCalculator=0\n"
+            "[RecentFiles]\nFile1=/srv/a-qos.txt\nFile2=/srv/b-qos.txt");
+        QCOMPARE(QString::fromUtf8(read(path)).split(u'\n', Qt::SkipEmptyParts).join(u'\n'), expected);
+
+        Document again;
+        AppProperties reread(again, path);
+        const WindowSettings r = reread.Load(screens);
+        QCOMPARE(r.normalGeometry, w.normalGeometry);
+        QCOMPARE(r.windowState, int(WindowSettings::Maximized));
+        QVERIFY(!r.calculator);
+        QCOMPARE(PageScript::size(again.Up1()), QStringLiteral("9x7"));
+        QCOMPARE(again.Common1()->QoSInternetBandDown(), QStringLiteral("2Mbit"));
+        QCOMPARE(reread.RecentFiles().size(), 2);
+    }
+
+    void brokenValuesTakeDefaults_data()
+    {
+        QTest::addColumn<QByteArray>("ini");
+        QTest::addColumn<QString>("down"); // down page size
+        QTest::addColumn<QRect>("geometry");
+        QTest::addColumn<int>("state");
+        QTest::addColumn<bool>("calculator");
+        const QRect def(0, 0, 1280, 720);
+        // clang-format off
+        QTest::newRow("empty numbers") << QByteArray("[Down]\nCols=\nRows=\n[MainWindow]\nWidth=\nWindowState=\n"
+                                                     "Calculator=\n")
+                                       << "6x5" << def << 0 << true;
+        QTest::newRow("no numbers") << QByteArray("[Down]\nCols=abc\nRows=4x\n[MainWindow]\nLeft=links\n"
+                                                  "WindowState=max\nCalculator=ja\n")
+                                    << "6x5" << def << 0 << true;
+        QTest::newRow("keys and sections in any case")
+            << QByteArray("[down]\ncols=8\nROWS=9\n[mainwindow]\nwindowstate=2\ncalculator=0\n") << "8x9" << def << 2
+            << false;
+        QTest::newRow("state out of range") << QByteArray("[MainWindow]\nWindowState=7\n") << "6x5" << def << 0
+                                            << true;
+        QTest::newRow("binary garbage") << QByteArray("\x00\xff[\x01=\n==\n[MainWindow\nTop=3", 26) << "6x5" << def
+                                        << 0 << true;
+        QTest::newRow("window far off every screen")
+            << QByteArray("[MainWindow]\nLeft=-300000\nTop=900000\nWidth=12000\nHeight=9000\n") << "6x5"
+            << QRect(0, 480, 800, 600) << 0 << true;
+        QTest::newRow("window larger than any screen")
+            << QByteArray("[MainWindow]\nLeft=-900000\nTop=0\nWidth=90000000\nHeight=90000000\n") << "6x5"
+            << QRect(0, 0, 1920, 1080) << 0 << true;
+        QTest::newRow("window on the second screen stays")
+            << QByteArray("[MainWindow]\nLeft=30000\nTop=1500\nWidth=12000\nHeight=9000\n") << "6x5"
+            << QRect(2000, 100, 800, 600) << 0 << true;
+        // clang-format on
+    }
+    void brokenValuesTakeDefaults()
+    {
+        QFETCH(QByteArray, ini);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("config.ini"));
+        write(path, ini);
+        Document doc;
+        AppProperties props(doc, path);
+        const WindowSettings w = props.Load(screens);
+        QTEST(PageScript::size(doc.Down1()), "down");
+        QTEST(w.normalGeometry, "geometry");
+        QTEST(w.windowState, "state");
+        QTEST(w.calculator, "calculator");
+    }
+
+    void unknownKeysSurviveASave()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("config.ini"));
+        write(path, "[Later]\nColour=blue\n[Common]\nQoSInternetDev=dsl0\nHint=keep me\n");
+        Document doc;
+        AppProperties props(doc, path);
+        props.Load(screens);
+        QCOMPARE(doc.Common1()->QoSInternetDev(), QStringLiteral("dsl0"));
+        QVERIFY(props.Save(WindowSettings{QRect(0, 0, 640, 480)}, {}));
+        const QByteArray bytes = read(path);
+        QVERIFY(bytes.startsWith("[Later]\nColour=blue\n"));
+        QVERIFY(bytes.contains("Hint=keep me"));
+    }
+
+    void longValueIsCut()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("config.ini"));
+        write(path, "[Common]\nQoSInternetDev=" + QByteArray(20000, 'e') + "\n");
+        Document doc;
+        AppProperties(doc, path).Load(screens);
+        QCOMPARE(doc.Common1()->QoSInternetDev().size(), 16383);
+    }
+
+    void unwritableFileIsReported()
+    {
+        QTemporaryDir dir;
+        Document doc;
+        AppProperties props(doc, dir.path()); // a folder where the file should be
+        QString error;
+        QVERIFY(!props.Save(WindowSettings{}, {}, &error));
+        QVERIFY(error.startsWith(QStringLiteral("Die Einstellungen konnten nicht")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestAppProperties)
+#include "tst_appproperties.moc"

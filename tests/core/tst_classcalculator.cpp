@@ -1,0 +1,245 @@
+#include "document/document.h"
+#include "document/qoscommon.h"
+#include "model/classcalculator.h"
+#include "model/qosclass.h"
+#include "page/objectpage.h"
+#include "pagescript.h"
+
+#include <QTest>
+
+// The class calculator: its figures for main and sub classes, the two copying labels,
+// Apply, auto apply and the moves through the tree.
+class TestClassCalculator : public QObject
+{
+    Q_OBJECT
+
+    static QoSClass* add(ObjectPage* page, int parent, const QString& min, const QString& max)
+    {
+        int idx = 0;
+        return page->AddClass(QString::number(parent), min, max, page->Direction(), QStringLiteral("0"), idx,
+                              false, QString());
+    }
+
+    // "U", "D", "L", "R" for each move the calculator offers, "-" for one it does not.
+    static QString moves(const ClassCalculator& calc)
+    {
+        return QString(calc.CanMoveUp() ? u'U' : u'-') + (calc.CanMoveDown() ? u'D' : u'-') +
+               (calc.CanMoveLeft() ? u'L' : u'-') + (calc.CanMoveRight() ? u'R' : u'-');
+    }
+
+private slots:
+    void figures_data()
+    {
+        QTest::addColumn<QString>("lineDown");
+        QTest::addColumn<QString>("lineUp");
+        QTest::addColumn<bool>("upPage");
+        // Classes on the page: a parent of 1000kbit with three children of 300, 200, 100 kbit.
+        QTest::addColumn<int>("shown"); // 1 the parent, 2..4 the children
+        QTest::addColumn<int>("used");
+        QTest::addColumn<int>("available");
+        QTest::addColumn<int>("free");
+        QTest::addColumn<int>("after");
+        QTest::addColumn<QString>("moves");
+        // clang-format off
+        QTest::newRow("first child") << "768kbit" << "128kbit" << false << 2 << 600 << 1000 << 700 << 400 << "U--R";
+        QTest::newRow("middle child") << "768kbit" << "128kbit" << false << 3 << 600 << 1000 << 600 << 400 << "U-LR";
+        QTest::newRow("last child") << "768kbit" << "128kbit" << false << 4 << 600 << 1000 << 500 << 400 << "U-L-";
+        QTest::newRow("main class, down line") << "4000kbit" << "128kbit" << false << 1 << 1000 << 4000 << 4000
+                                               << 3000 << "-D--";
+        QTest::newRow("main class, up line") << "4000kbit" << "1500kbit" << true << 1 << 1000 << 1500 << 1500 << 500
+                                             << "-D--";
+        // clang-format on
+        // The calculator converts the line speed; the validation limit would take the bare 2.
+        // clang-format off
+        QTest::newRow("line speed in Mbit") << "2Mbit" << "128kbit" << false << 1 << 1000 << 2048 << 2048 << 1048
+                                            << "-D--";
+        QTest::newRow("overbooked line") << "500kbit" << "128kbit" << false << 1 << 1000 << 500 << 500 << -500
+                                         << "-D--";
+        // clang-format on
+    }
+    void figures()
+    {
+        QFETCH(QString, lineDown);
+        QFETCH(QString, lineUp);
+        QFETCH(bool, upPage);
+        QFETCH(int, shown);
+        Document doc;
+        doc.Common1()->SetQoSInternetBandDown(lineDown);
+        doc.Common1()->SetQoSInternetBandUp(lineUp);
+        ObjectPage* page = upPage ? doc.Up1() : doc.Down1();
+        QoSClass* parent = add(page, 0, QStringLiteral("1000kbit"), QStringLiteral("1000kbit"));
+        add(page, parent->ClassIdx(), QStringLiteral("300kbit"), QString());
+        add(page, parent->ClassIdx(), QStringLiteral("200kbit"), QString());
+        add(page, parent->ClassIdx(), QStringLiteral("100kbit"), QString());
+
+        ClassCalculator calc;
+        calc.SetQoSClass(PageScript::cls(doc, shown));
+        QTEST(calc.UsesMin(), "used");
+        QTEST(calc.AvailableMin(), "available");
+        QTEST(calc.FreeMin(), "free");
+        QCOMPARE(calc.NewMin()->kbit(), PageScript::cls(doc, shown)->QoSMinBandWidthKBit());
+        QTEST(*calc.NewMinAfter(), "after");
+        QTEST(moves(calc), "moves");
+        QVERIFY(calc.ErrorText().isEmpty());
+    }
+
+    void copyLabels_data()
+    {
+        QTest::addColumn<QString>("siblingMin");
+        QTest::addColumn<bool>("freeLabel");
+        QTest::addColumn<int>("newMin");
+        // clang-format off
+        QTest::newRow("free figure copied") << "200kbit" << true << 800;
+        QTest::newRow("available figure copied") << "200kbit" << false << 1000;
+        QTest::newRow("free zero is not copied") << "1000kbit" << true << 300;
+        QTest::newRow("free below zero is not copied") << "1200kbit" << true << 300;
+        // clang-format on
+    }
+    void copyLabels()
+    {
+        QFETCH(QString, siblingMin);
+        QFETCH(bool, freeLabel);
+        Document doc;
+        QoSClass* parent = add(doc.Down1(), 0, QStringLiteral("1000kbit"), QStringLiteral("1000kbit"));
+        QoSClass* c = add(doc.Down1(), parent->ClassIdx(), QStringLiteral("300kbit"), QString());
+        add(doc.Down1(), parent->ClassIdx(), siblingMin, QString());
+        ClassCalculator calc;
+        calc.SetQoSClass(c);
+        freeLabel ? calc.CopyFreeMin() : calc.CopyAvailableMin();
+        QTEST(calc.NewMin()->kbit(), "newMin");
+        QCOMPARE(*calc.NewMinAfter(), calc.FreeMin() - calc.NewMin()->kbit());
+    }
+
+    void applyStoresAndValidates()
+    {
+        Document doc;
+        QoSClass* parent = add(doc.Down1(), 0, QStringLiteral("1000kbit"), QStringLiteral("1000kbit"));
+        QoSClass* a = add(doc.Down1(), parent->ClassIdx(), QStringLiteral("300kbit"), QString());
+        QoSClass* b = add(doc.Down1(), parent->ClassIdx(), QStringLiteral("200kbit"), QString());
+        ClassCalculator calc;
+        calc.SetQoSClass(a);
+        calc.NewMin()->SetValue(QStringLiteral("900")); // typed: 900 + 200 exceed the parent's 1000
+        QCOMPARE(*calc.NewMinAfter(), -100);
+        QCOMPARE(a->QoSMinBandWidthKBit(), 300); // nothing stored before Apply
+        doc.SetModified(false);
+        QVERIFY(calc.Apply());
+        QCOMPARE(a->QoSMinBandWidth(), QStringLiteral("900kbit"));
+        QVERIFY(doc.IsModified());
+        // The parent was validated: both siblings' minimums are now marked.
+        QVERIFY(!a->MinField()->IsValid());
+        QVERIFY(!b->MinField()->IsValid());
+        QCOMPARE(calc.UsesMin(), 1100);
+        QCOMPARE(calc.FreeMin(), 800);
+    }
+
+    void moves_data()
+    {
+        QTest::addColumn<QString>("move");
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("to");
+        // clang-format off
+        QTest::newRow("up to the parent") << "up" << 3 << 1;
+        QTest::newRow("down to the first sub class") << "down" << 1 << 2;
+        QTest::newRow("down from a class with filters only") << "down" << 4 << 4;
+        QTest::newRow("left to the sibling before") << "left" << 3 << 2;
+        QTest::newRow("right to the sibling after") << "right" << 2 << 3;
+        QTest::newRow("right from the last sibling") << "right" << 4 << 4;
+        QTest::newRow("up from a main class") << "up" << 1 << 1;
+        // clang-format on
+    }
+    void moves()
+    {
+        QFETCH(QString, move);
+        QFETCH(int, from);
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C S1 S1 S1 F4"));
+        ClassCalculator calc;
+        calc.SetPage(doc.Down1());
+        PageScript::cls(doc, from)->SetSelected(true);
+        QCOMPARE(calc.CurrentClass(), PageScript::cls(doc, from));
+        if (move == u"up")
+            calc.MoveUp();
+        else if (move == u"down")
+            calc.MoveDown();
+        else if (move == u"left")
+            calc.MoveLeft();
+        else
+            calc.MoveRight();
+        QFETCH(int, to);
+        QCOMPARE(doc.Down1()->SelectedClass(), PageScript::cls(doc, to));
+        QCOMPARE(calc.CurrentClass(), PageScript::cls(doc, to)); // it follows the selection
+    }
+
+    void autoApply_data()
+    {
+        QTest::addColumn<bool>("autoApply");
+        QTest::addColumn<bool>("typed");
+        QTest::addColumn<int>("stored");
+        QTest::addColumn<bool>("modified");
+        // clang-format off
+        QTest::newRow("auto apply stores the typed minimum") << true << true << 450 << true;
+        QTest::newRow("auto apply leaves an untouched minimum") << true << false << 1 << false;
+        QTest::newRow("without auto apply nothing is stored") << false << true << 1 << false;
+        // clang-format on
+    }
+    void autoApply()
+    {
+        QFETCH(bool, autoApply);
+        QFETCH(bool, typed);
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C S1 S1"));
+        ClassCalculator calc;
+        calc.SetPage(doc.Down1());
+        calc.SetAutoApply(autoApply);
+        PageScript::cls(doc, 2)->SetSelected(true);
+        doc.SetModified(false);
+        if (typed)
+            calc.NewMin()->SetValue(QStringLiteral("450"));
+        calc.MoveRight();
+        QCOMPARE(calc.CurrentClass(), PageScript::cls(doc, 3));
+        QTEST(PageScript::cls(doc, 2)->QoSMinBandWidthKBit(), "stored");
+        QTEST(doc.IsModified(), "modified");
+    }
+
+    void emptyWithoutClass()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
+        ClassCalculator calc;
+        calc.SetPage(doc.Down1());
+        PageScript::cls(doc, 1)->SetSelected(true);
+        QVERIFY(calc.CanApply());
+        PageScript::flt(doc, 1)->SetSelected(true); // a filter is no class to calculate
+        QCOMPARE(calc.CurrentClass(), nullptr);
+        QVERIFY(!calc.CanApply());
+        QCOMPARE(moves(calc), QStringLiteral("----"));
+        QCOMPARE(calc.AvailableMin(), 0);
+        QVERIFY(!calc.Apply());
+
+        PageScript::cls(doc, 1)->SetSelected(true);
+        calc.SetPage(nullptr); // the common page is shown
+        QCOMPARE(calc.CurrentClass(), nullptr);
+        calc.SetPage(doc.Down1());
+        QCOMPARE(calc.CurrentClass(), PageScript::cls(doc, 1));
+        PageScript::cls(doc, 1)->EditDelete();
+        QCOMPARE(calc.CurrentClass(), nullptr);
+        QCOMPARE(calc.UsesMin(), 0);
+    }
+
+    void followsEditsElsewhere()
+    {
+        Document doc;
+        QoSClass* main = add(doc.Down1(), 0, QStringLiteral("500kbit"), QStringLiteral("768kbit"));
+        ClassCalculator calc;
+        calc.SetQoSClass(main);
+        QCOMPARE(calc.AvailableMin(), 768);
+        doc.Common1()->SetQoSInternetBandDown(QStringLiteral("1Mbit"));
+        QCOMPARE(calc.AvailableMin(), 1024);
+        main->SetQoSMinBandWidth(QStringLiteral("600kbit")); // typed into the box
+        QCOMPARE(calc.UsesMin(), 600);
+        QCOMPARE(calc.NewMin()->kbit(), 600);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestClassCalculator)
+#include "tst_classcalculator.moc"

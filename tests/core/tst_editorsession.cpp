@@ -1,0 +1,344 @@
+#include "app/editorsession.h"
+#include "document/document.h"
+#include "document/qoscommon.h"
+#include "document/qoswriter.h"
+#include "document/scriptedprompt.h"
+#include "model/qosclass.h"
+#include "model/qosfilter.h"
+#include "page/objectpage.h"
+#include "pagescript.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+// The decisions behind the main window's file commands and page tools: questions, status
+// texts, what a failed or cancelled step leaves behind, and the recent files.
+class TestEditorSession : public QObject
+{
+    Q_OBJECT
+
+    struct Fixture
+    {
+        ScriptedPrompt prompt;
+        RecordingStatus status;
+        Document doc{&prompt};
+        EditorSession session{doc};
+        QTemporaryDir dir;
+
+        Fixture() { doc.setStatusLine(&status); }
+        QString path(const QString& name) const { return dir.filePath(name); }
+        QStringList asked() const
+        {
+            QStringList out;
+            for (const auto& e : prompt.log)
+                if (e.kind != u"message")
+                    out << e.kind;
+            return out;
+        }
+    };
+
+    static QByteArray read(const QString& path)
+    {
+        QFile f(path);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+
+    static QByteArray twoClassFile()
+    {
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C C"));
+        return ExportQoSBytes(doc);
+    }
+
+    static void write(const QString& path, const QByteArray& bytes)
+    {
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+
+private slots:
+    void cancelPaths_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<bool>("modified");
+        QTest::addColumn<int>("answer"); // to the save question
+        QTest::addColumn<QStringList>("asked");
+        QTest::addColumn<QString>("status");
+        QTest::addColumn<int>("objectsLeft");
+        // clang-format off
+        QTest::newRow("open: cancel at the question opens no dialog")
+            << "open" << true << int(UserPrompt::Answer::Cancel) << QStringList{"yesnocancel"} << "" << 2;
+        QTest::newRow("open: cancel in the dialog") << "open" << false << 0 << QStringList{"open"}
+                                                    << "Datei öffnen abgebrochen." << 0;
+        QTest::newRow("open: no, then cancel in the dialog")
+            << "open" << true << int(UserPrompt::Answer::No) << QStringList{"yesnocancel", "open"}
+            << "Datei öffnen abgebrochen." << 0;
+        // clang-format on
+        // Yes saves first; a cancelled save dialog does not stop the clearing.
+        // clang-format off
+        QTest::newRow("new: yes, then cancel in the save dialog")
+            << "new" << true << int(UserPrompt::Answer::Yes) << QStringList{"yesnocancel", "save"}
+            << "Datei speichern unter abgebrochen." << 0;
+        QTest::newRow("new: cancel keeps everything")
+            << "new" << true << int(UserPrompt::Answer::Cancel) << QStringList{"yesnocancel"} << "" << 2;
+        QTest::newRow("new: unmodified asks nothing") << "new" << false << 0 << QStringList{} << "" << 0;
+        QTest::newRow("save as: cancel in the dialog") << "save" << true << 0 << QStringList{"save"}
+                                                       << "Datei speichern unter abgebrochen." << 2;
+        // clang-format on
+    }
+    void cancelPaths()
+    {
+        QFETCH(QString, command);
+        QFETCH(bool, modified);
+        QFETCH(int, answer);
+        Fixture f;
+        PageScript::run(f.doc.Down1(), QStringLiteral("C F1"));
+        f.doc.SetModified(modified);
+        f.prompt.yesNoCancel << UserPrompt::Answer(answer);
+        if (command == u"open")
+            QVERIFY(!f.session.Open());
+        else if (command == u"new")
+            f.session.New();
+        else
+            QVERIFY(!f.session.SaveAs());
+        QTEST(f.asked(), "asked");
+        QFETCH(QString, status);
+        QCOMPARE(f.status.statusTexts.value(0), status);
+        QTEST(int(f.doc.Objects().size()), "objectsLeft");
+        if (f.doc.Objects().size() == 2)
+            QCOMPARE(f.doc.IsModified(), modified); // nothing happened: the mark stays as well
+    }
+
+    void closeQuestion_data()
+    {
+        QTest::addColumn<bool>("modified");
+        QTest::addColumn<QList<int>>("answers"); // UserPrompt::Answer
+        QTest::addColumn<QString>("saveAs");     // "" cancels the dialog, "dir" names a folder
+        QTest::addColumn<bool>("closes");
+        const int yes = int(UserPrompt::Answer::Yes), no = int(UserPrompt::Answer::No),
+                  cancel = int(UserPrompt::Answer::Cancel);
+        // clang-format off
+        QTest::newRow("unmodified closes without asking") << false << QList<int>{} << "" << true;
+        QTest::newRow("no closes") << true << QList<int>{no} << "" << true;
+        QTest::newRow("cancel stays open") << true << QList<int>{cancel} << "" << false;
+        QTest::newRow("yes and saved closes") << true << QList<int>{yes} << "qos.txt" << true;
+        QTest::newRow("yes, save dialog cancelled, stays open") << true << QList<int>{yes} << "" << false;
+        QTest::newRow("yes, save failed, stays open") << true << QList<int>{yes} << "dir" << false;
+        // clang-format on
+    }
+    void closeQuestion()
+    {
+        QFETCH(bool, modified);
+        QFETCH(QList<int>, answers);
+        QFETCH(QString, saveAs);
+        Fixture f;
+        PageScript::run(f.doc.Down1(), QStringLiteral("C"));
+        f.doc.SetModified(modified);
+        for (int a : answers)
+            f.prompt.yesNoCancel << UserPrompt::Answer(a);
+        if (saveAs == u"dir")
+            f.prompt.fileNames << f.dir.path();
+        else if (!saveAs.isEmpty())
+            f.prompt.fileNames << f.path(saveAs);
+        QTEST(f.session.QueryClose(), "closes");
+        if (saveAs == u"qos.txt")
+            QVERIFY(read(f.path(saveAs)).contains("QOS_CLASS_N='1'"));
+    }
+
+    void saveWritesAndRemembers()
+    {
+        Fixture f;
+        QSignalSpy fileSpy(&f.session, &EditorSession::currentFileChanged);
+        const QString target = f.path(QStringLiteral("qos.txt"));
+        write(target, QByteArray(20000, 'x')); // an older, longer file: nothing of it may remain
+        PageScript::run(f.doc.Down1(), QStringLiteral("C S1 F2"));
+        QCOMPARE(f.session.InitialSaveName(), QStringLiteral("qos.txt"));
+        f.prompt.fileNames << target;
+        QVERIFY(f.session.SaveAs());
+        const QByteArray bytes = read(target);
+        QVERIFY(bytes.startsWith("#"));
+        QVERIFY(!bytes.contains("xxx"));
+        QVERIFY(!f.doc.IsModified());
+        QCOMPARE(f.session.CurrentFile(), target);
+        QCOMPARE(fileSpy.count(), 1);
+        QCOMPARE(f.session.InitialSaveName(), target); // the next save starts at the same file
+        QCOMPARE(f.session.RecentFiles(), QStringList{target});
+        QVERIFY(QDir(f.dir.path()).entryList(QDir::Files) == QStringList{"qos.txt"}); // no temporary left
+    }
+
+    void failedSaveKeepsOldFileAndMark_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<QString>("reason");
+        QTest::addColumn<bool>("writerFails");
+        // clang-format off
+        QTest::newRow("a folder of that name") << "folder" << "Ordner" << false;
+        QTest::newRow("a folder that does not exist") << "missing/qos.txt" << "gibt es nicht" << false;
+        QTest::newRow("the writer fails") << "qos.txt" << "Bei der Erstellung sind Fehler aufgetreten!" << true;
+        // clang-format on
+    }
+    void failedSaveKeepsOldFileAndMark()
+    {
+        QFETCH(QString, target);
+        QFETCH(QString, reason);
+        QFETCH(bool, writerFails);
+        Fixture f;
+        QDir(f.dir.path()).mkdir(QStringLiteral("folder"));
+        write(f.path(QStringLiteral("qos.txt")), "old contents");
+        PageScript::run(f.doc.Down1(), QStringLiteral("C F1"));
+        if (writerFails)
+            // More entries than one filter may stand for.
+            PageScript::flt(f.doc, 1)->SetQoSPort(QStringLiteral("1-100000"));
+        f.prompt.fileNames << f.path(target);
+        QVERIFY(!f.session.SaveAs());
+        QVERIFY(f.doc.IsModified());
+        QCOMPARE(f.prompt.messages().size(), 1);
+        QVERIFY2(f.prompt.messages().first().contains(reason), qPrintable(f.prompt.messages().first()));
+        QCOMPARE(f.prompt.log.last().icon, UserPrompt::Icon::Critical);
+        QCOMPARE(read(f.path(QStringLiteral("qos.txt"))), QByteArray("old contents"));
+        QCOMPARE(f.session.CurrentFile(), QString());
+        QCOMPARE(QDir(f.dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                 (QStringList{"folder", "qos.txt"}));
+    }
+
+    void openReadsAndReportsAnEarlyEnd_data()
+    {
+        QTest::addColumn<bool>("damaged");
+        QTest::addColumn<int>("classes");
+        // clang-format off
+        QTest::newRow("whole file") << false << 2;
+        QTest::newRow("stops at a bad direction") << true << 1;
+        // clang-format on
+    }
+    void openReadsAndReportsAnEarlyEnd()
+    {
+        QFETCH(bool, damaged);
+        Fixture f;
+        QByteArray file = twoClassFile();
+        if (damaged)
+            file.replace("QOS_CLASS_2_DIRECTION='down'", "QOS_CLASS_2_DIRECTION='sideways'");
+        const QString path = f.path(QStringLiteral("router-qos.txt"));
+        write(path, file);
+        f.doc.Common1()->SetQoSInternetDev(QStringLiteral("dsl0")); // a change before: the mark is set
+        f.prompt.yesNoCancel << UserPrompt::Answer::No;
+        f.prompt.fileNames << path;
+        QCOMPARE(f.session.Open(), !damaged);
+        QTEST(f.doc.Down1()->ClassCount(), "classes");
+        QVERIFY(!f.doc.IsModified());
+        QCOMPARE(f.session.CurrentFile(), path);
+        if (!damaged) {
+            QVERIFY(f.prompt.messages().isEmpty());
+        } else {
+            QCOMPARE(f.prompt.messages().size(), 1);
+            QVERIFY(f.prompt.messages().first().startsWith(
+                QStringLiteral("Die Datei wurde nicht vollständig gelesen")));
+            QVERIFY(f.prompt.messages().first().contains(QStringLiteral("sideways")));
+            QCOMPARE(f.prompt.log.last().icon, UserPrompt::Icon::Warning);
+        }
+    }
+
+    void recentFiles()
+    {
+        Fixture f;
+        QStringList paths;
+        for (int i = 0; i < 8; ++i) {
+            paths << f.path(QStringLiteral("%1-qos.txt").arg(i));
+            write(paths.last(), twoClassFile());
+        }
+        for (const QString& p : paths)
+            QVERIFY(f.session.OpenFile(p));
+        QVERIFY(f.session.OpenFile(paths.at(5))); // opened again: back to the front, once
+        QCOMPARE(f.session.RecentFiles(),
+                 (QStringList{paths[5], paths[7], paths[6], paths[4], paths[3], paths[2]}));
+        QCOMPARE(f.session.InitialOpenName(), f.path(QStringLiteral("*qos.txt")));
+
+        QFile::remove(paths[7]);
+        QVERIFY(!f.session.OpenFile(paths[7])); // gone: said so, and no longer offered
+        QVERIFY(f.prompt.messages().last().contains(QStringLiteral("kann nicht gelesen werden")));
+        QVERIFY(!f.session.RecentFiles().contains(paths[7]));
+    }
+
+    void generate()
+    {
+        Fixture f;
+        f.doc.SetModified(false);
+        QString clipboard;
+        QVERIFY(f.session.Generate([&](const QString& t) { clipboard = t; }));
+        // An empty document still gives the header, the common block and zero counts.
+        QVERIFY(clipboard.contains(QStringLiteral("QOS_CLASS_N='0'")));
+        QCOMPARE(f.prompt.messages(),
+                 QStringList{QStringLiteral("Konfiguration generiert und in die Zwischenablage eingefügt.")});
+        QVERIFY(!f.doc.IsModified());
+
+        PageScript::run(f.doc.Down1(), QStringLiteral("C F1"));
+        PageScript::flt(f.doc, 1)->SetQoSPort(QStringLiteral("1-100000"));
+        clipboard.clear();
+        QVERIFY(!f.session.Generate([&](const QString& t) { clipboard = t; }));
+        QVERIFY(clipboard.isEmpty());
+        QCOMPARE(f.prompt.messages().last(), QStringLiteral("Bei der Erstellung sind Fehler aufgetreten!"));
+        QVERIFY(f.doc.IsModified()); // set by the edits above, and left so
+    }
+
+    void pageTools()
+    {
+        Fixture f;
+        ObjectPage* up = f.doc.Up1();
+        f.doc.Common1()->SetQoSInternetBandUp(QStringLiteral("512kbit"));
+        QCOMPARE(f.session.NewSubClass(up), nullptr); // nothing selected: nothing to add under
+        QCOMPARE(f.session.NewFilter(up), nullptr);
+        QVERIFY(!f.session.DeleteObject(up));
+
+        QoSClass* main = f.session.NewMainClass(up);
+        QVERIFY(main);
+        QCOMPARE(main->QoSDirection(), QStringLiteral("up"));
+        QCOMPARE(main->QoSMinBandWidth(), QStringLiteral("512kbit"));
+        QCOMPARE(main->QoSMaxBandWidth(), QStringLiteral("512kbit"));
+        QCOMPARE(up->SelectedClass(), main);
+        QoSClass* second = f.session.NewMainClass(up);
+        QCOMPARE(second->QoSMinBandWidth(), QStringLiteral("512kbit")); // the toolbar passes the line speed
+
+        main->SetSelected(true);
+        QoSClass* sub = f.session.NewSubClass(up);
+        QVERIFY(sub);
+        QCOMPARE(sub->ParentQoSObject(), main);
+        QCOMPARE(up->SelectedClass(), main); // the parent stays selected for the next one
+        sub->SetSelected(true);
+        QoSFilter* filter = f.session.NewFilter(up);
+        QVERIFY(filter);
+        QCOMPARE(filter->ParentQoSObject(), sub);
+        QCOMPARE(f.session.NewSubClass(up), nullptr); // the class has a filter: refused with its text
+        QCOMPARE(f.prompt.messages().last(),
+                 QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Filter!"));
+
+        QVERIFY(f.session.MakeDefaultClass(up));
+        QCOMPARE(f.doc.Common1()->QoSInternetDefaultUp(), QString::number(sub->ClassIdx()));
+        QVERIFY(f.session.DeleteObject(up));
+        QCOMPARE(up->ClassCount(), 2);
+        QCOMPARE(f.session.NewMainClass(nullptr), nullptr); // the common page has no boxes
+    }
+
+    void commonEditsMarkAndRevalidate()
+    {
+        Fixture f;
+        int idx = 0;
+        QoSClass* c =
+            f.doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("500kbit"), QStringLiteral("500kbit"),
+                                    QStringLiteral("down"), QStringLiteral("0"), idx, false, QString());
+        c->Validate(true);
+        QVERIFY(c->MinField()->IsValid());
+        f.doc.SetModified(false);
+        f.doc.Common1()->SetQoSInternetBandDown(QStringLiteral("400kbit"));
+        QVERIFY(f.doc.IsModified());
+        QVERIFY(!c->MinField()->IsValid()); // 500 no longer fits the line
+        f.doc.SetModified(false);
+        f.doc.Common1()->SetQoSInternetDefaultDown(QStringLiteral("3")); // as every export does
+        QVERIFY(!f.doc.IsModified());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestEditorSession)
+#include "tst_editorsession.moc"

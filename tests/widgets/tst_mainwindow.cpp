@@ -1,0 +1,419 @@
+#include "app/appproperties.h"
+#include "app/editorsession.h"
+#include "app/frmmain.h"
+#include "document/document.h"
+#include "document/qoscommon.h"
+#include "document/qoswriter.h"
+#include "document/scriptedprompt.h"
+#include "model/classcalculator.h"
+#include "model/qosclass.h"
+#include "model/qosfilter.h"
+#include "page/objectpage.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QFile>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolBar>
+#include <QToolButton>
+#include <QWidgetAction>
+
+// The real main window, driven through its actions and controls on the offscreen platform,
+// with a scripted prompt answering every question.
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+
+    struct Editor
+    {
+        ScriptedPrompt prompt;
+        std::unique_ptr<frmMain> w;
+
+        explicit Editor(const QString& config) : w(std::make_unique<frmMain>(&prompt, config)) {}
+        Document& doc() const { return w->document(); }
+        QAction* action(const char* key) const { return w->findChild<QAction*>(QString::fromLatin1(key)); }
+        template <typename T> T* child(const char* name) const
+        {
+            return w->findChild<T*>(QString::fromLatin1(name));
+        }
+        QString status() const { return child<QLabel>("pnlStatus")->text(); }
+        bool markShown() const { return child<QToolButton>("pnlModified")->isVisibleTo(w.get()); }
+    };
+
+    // Runs an action as a click on its button would; a disabled one cannot be clicked.
+    static bool trigger(const Editor& e, const char* key)
+    {
+        QAction* a = e.action(key);
+        if (!a || !a->isEnabled())
+            return false;
+        a->trigger();
+        return true;
+    }
+
+    // A page as its picture: every box with its cell and the cell of its parent, in cell order.
+    static QString picture(ObjectPage* page)
+    {
+        QStringList out;
+        for (QoSObject* o : page->ObjectsInCellOrder(page->prop().Cols, page->prop().Rows)) {
+            const QoSClass* parent = o->ParentQoSObject();
+            out << QStringLiteral("%1@%2,%3<%4 %5")
+                       .arg(o->IsClass() ? QStringLiteral("C") : QStringLiteral("F"))
+                       .arg(o->MatrixX())
+                       .arg(o->MatrixY())
+                       .arg(parent ? QStringLiteral("%1,%2").arg(parent->MatrixX()).arg(parent->MatrixY())
+                                   : QStringLiteral("-"))
+                       .arg(o->Caption());
+        }
+        return out.join(u' ');
+    }
+
+    static QByteArray read(const QString& path)
+    {
+        QFile f(path);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+
+    static void write(const QString& path, const QByteArray& bytes)
+    {
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+
+    QTemporaryDir m_dir;
+    QString config() const { return m_dir.filePath(QStringLiteral("config.ini")); }
+
+private slots:
+    void initTestCase()
+    {
+        QStandardPaths::setTestModeEnabled(true);
+        qputenv("SOURCE_DATE_EPOCH", "1700000000"); // the writer's date line stays the same
+    }
+
+    void init() { QFile::remove(config()); }
+
+    void buildSaveReopen()
+    {
+        Editor e(config());
+        QCOMPARE(e.w->tabStrip()->currentIndex(), 0);
+        QVERIFY(!e.action("NewMainClass")->isEnabled()); // "Allgemein" has no boxes
+        QVERIFY(!e.action("Save")->isEnabled());         // nothing to save yet
+
+        // The line speeds typed on the common page.
+        QLineEdit* down = e.child<QWidget>("txtQoSInternetBandDown")->findChild<QLineEdit*>();
+        down->selectAll();
+        QTest::keyClicks(down, QStringLiteral("4000"));
+        QCOMPARE(e.doc().Common1()->QoSInternetBandDown(), QStringLiteral("4000kbit"));
+        QTest::keyClicks(e.child<QLineEdit>("txtQoSInternetDev"), QStringLiteral("x"));
+        QCOMPARE(e.doc().Common1()->QoSInternetDev(), QStringLiteral("ppp0x"));
+        QVERIFY(e.markShown());
+
+        // Down: a main class, two sub classes, a filter under each, reached with the calculator.
+        QVERIFY(trigger(e, "optDown"));
+        QCOMPARE(e.w->CurrentPage(), e.doc().Down1());
+        QVERIFY(!e.action("NewSubClass")->isEnabled());
+        QVERIFY(trigger(e, "NewMainClass"));
+        QoSClass* main = e.doc().Down1()->SelectedClass();
+        QVERIFY(main);
+        QCOMPARE(main->QoSMaxBandWidth(), QStringLiteral("4000kbit"));
+        QCOMPARE(e.w->calculator().CurrentClass(), main);
+        QVERIFY(trigger(e, "NewSubClass"));
+        QVERIFY(trigger(e, "NewSubClass"));
+        e.child<QToolButton>("cmdMoveDown")->click();
+        QoSClass* first = e.doc().Down1()->SelectedClass();
+        QCOMPARE(first->ParentQoSObject(), main);
+        QVERIFY(trigger(e, "NewFilter"));
+        e.child<QToolButton>("cmdMoveRight")->click();
+        QoSClass* second = e.doc().Down1()->SelectedClass();
+        QVERIFY(second != first);
+        // The new object button runs the kind last chosen from its menu.
+        QVERIFY(trigger(e, "FilterSelect"));
+        QVERIFY(trigger(e, "NewObject"));
+        QCOMPARE(second->ChildQoSObjects().size(), 2);
+
+        // The calculator gives the second sub class what is free, and applies it.
+        e.child<QPushButton>("lblFreeMin")->click();
+        e.child<QPushButton>("cmdApply")->click();
+        QCOMPARE(second->QoSMinBandWidthKBit(), 3999);
+        second->SetCaption(QStringLiteral("Rest"));
+        qobject_cast<QoSFilter*>(second->ChildQoSObjects().first())->SetQoSPort(QStringLiteral("80,443"));
+
+        // Up: a main class with one sub class and a filter; it is the default class.
+        QVERIFY(trigger(e, "optUp"));
+        QCOMPARE(e.w->tabStrip()->currentIndex(), 2);
+        QVERIFY(trigger(e, "MainClassSelect"));
+        QVERIFY(trigger(e, "NewSubClass"));
+        e.child<QToolButton>("cmdMoveDown")->click();
+        QVERIFY(trigger(e, "NewFilter"));
+        QVERIFY(trigger(e, "DefaultClass"));
+        QCOMPARE(e.doc().Up1()->ClassCount(), 2);
+
+        // Named in their title bars: a class without a name is given one when the file is read.
+        int n = 0;
+        for (QoSObject* o : e.doc().Objects())
+            if (o->IsClass() && o->Caption().isEmpty())
+                o->SetCaption(QStringLiteral("Klasse %1").arg(++n));
+        const QString before[] = {picture(e.doc().Down1()), picture(e.doc().Up1())};
+        QCOMPARE(before[0].count(u'F'), 3);
+
+        // Save: the mark goes, the title names the file.
+        const QString path = m_dir.filePath(QStringLiteral("office-qos.txt"));
+        e.prompt.fileNames << path;
+        QVERIFY(e.action("Save")->isEnabled());
+        QVERIFY(trigger(e, "Save"));
+        QVERIFY(!e.doc().IsModified());
+        QVERIFY(!e.markShown());
+        QVERIFY(!e.action("Save")->isEnabled());
+        QCOMPARE(e.w->windowTitle(), QStringLiteral("office-qos.txt[*] – Tarnwick"));
+        const QByteArray saved = read(path);
+        QVERIFY(saved.contains("QOS_INTERNET_DEV='ppp0x'"));
+
+        // Open it again in the same window: the same picture, the same bytes.
+        e.prompt.fileNames << path;
+        QVERIFY(trigger(e, "itmFileOpen"));
+        QVERIFY(e.prompt.messages().isEmpty());
+        QCOMPARE(picture(e.doc().Down1()), before[0]);
+        QCOMPARE(picture(e.doc().Up1()), before[1]);
+        QCOMPARE(e.doc().Common1()->QoSInternetBandDown(), QStringLiteral("4000kbit"));
+        QCOMPARE(ExportQoSBytes(e.doc()), saved);
+        QVERIFY(!e.doc().IsModified());
+        QCOMPARE(e.w->session().RecentFiles().first(), path);
+    }
+
+    void samplesRoundTrip_data()
+    {
+        QTest::addColumn<QString>("sample");
+        QTest::newRow("written by the editor") << "editor-written.qos.txt";
+        QTest::newRow("written by hand") << "home-router.qos.txt";
+    }
+    // Open, save, open again, save again: every box stays and the two saves are the same bytes.
+    void samplesRoundTrip()
+    {
+        QFETCH(QString, sample);
+        Editor e(config());
+        QVERIFY(e.w->session().OpenFile(QStringLiteral(TARNWICK_SAMPLES "/") + sample));
+        const int boxes = int(e.doc().Objects().size());
+        QVERIFY(boxes > 0);
+        const QString first = m_dir.filePath(QStringLiteral("first-") + sample);
+        const QString second = m_dir.filePath(QStringLiteral("second-") + sample);
+        e.prompt.fileNames << first << first << second;
+        QVERIFY(trigger(e, "itmFileSaveAs"));
+        QVERIFY(trigger(e, "itmFileOpen"));
+        QCOMPARE(int(e.doc().Objects().size()), boxes);
+        QVERIFY(trigger(e, "itmFileSaveAs"));
+        QCOMPARE(read(second), read(first));
+        QVERIFY(e.prompt.messages().isEmpty());
+    }
+
+    void cancelPathsSayItInTheStatusBar()
+    {
+        Editor e(config());
+        QVERIFY(trigger(e, "itmFileOpen"));
+        QCOMPARE(e.status(), QStringLiteral("Datei öffnen abgebrochen."));
+        QVERIFY(trigger(e, "itmFileSaveAs"));
+        QCOMPARE(e.status(), QStringLiteral("Datei speichern unter abgebrochen."));
+        QCOMPARE(e.prompt.log.size(), 2); // the two dialogs, nothing else
+    }
+
+    void saveQuestion_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<bool>("kept"); // the document still holds its class
+        QTest::addColumn<bool>("saved");
+        const int yes = int(UserPrompt::Answer::Yes), no = int(UserPrompt::Answer::No),
+                  cancel = int(UserPrompt::Answer::Cancel);
+        for (const char* command : {"itmFileNew", "New", "itmFileOpen", "close"}) {
+            const QByteArray c(command);
+            // clang-format off
+            QTest::addRow("%s: yes saves", command) << QString::fromLatin1(c) << yes << (c == "close") << true;
+            QTest::addRow("%s: no", command) << QString::fromLatin1(c) << no << (c == "close") << false;
+            QTest::addRow("%s: cancel", command) << QString::fromLatin1(c) << cancel << true << false;
+            // clang-format on
+        }
+    }
+    void saveQuestion()
+    {
+        QFETCH(QString, command);
+        QFETCH(int, answer);
+        Editor e(config());
+        trigger(e, "optDown");
+        trigger(e, "NewMainClass");
+        e.prompt.yesNoCancel << UserPrompt::Answer(answer);
+        const QString target = m_dir.filePath(QStringLiteral("asked-qos.txt"));
+        QFile::remove(target);
+        e.prompt.fileNames << target; // for the save after "yes"
+        bool closed = false;
+        if (command == u"close")
+            closed = e.w->close();
+        else
+            QVERIFY(trigger(e, command.toLatin1().constData()));
+        QVERIFY(!e.prompt.log.isEmpty());
+        QCOMPARE(e.prompt.log.first().kind, QStringLiteral("yesnocancel"));
+        QCOMPARE(e.prompt.log.first().text, QStringLiteral("Soll noch gespeichert werden?"));
+        QTEST(e.doc().Down1()->ClassCount() == 1, "kept");
+        QTEST(QFile::exists(target), "saved");
+        if (command == u"close")
+            QCOMPARE(closed, answer != int(UserPrompt::Answer::Cancel));
+    }
+
+    void failedSaveKeepsTheMark()
+    {
+        Editor e(config());
+        trigger(e, "optDown");
+        trigger(e, "NewMainClass");
+        const QString old = m_dir.filePath(QStringLiteral("kept-qos.txt"));
+        write(old, "old");
+        e.prompt.fileNames << m_dir.path(); // a folder where the file should go
+        QVERIFY(trigger(e, "itmFileSaveAs"));
+        QVERIFY(e.doc().IsModified());
+        QVERIFY(e.markShown());
+        QVERIFY(e.w->isWindowModified());
+        QVERIFY(e.prompt.messages().first().contains(QStringLiteral("Ordner")));
+        QCOMPARE(read(old), QByteArray("old"));
+        QCOMPARE(e.w->windowTitle(), QStringLiteral("Unbenannt[*] – Tarnwick"));
+    }
+
+    void modifiedPanelClickDismisses()
+    {
+        Editor e(config());
+        trigger(e, "optUp");
+        trigger(e, "NewMainClass");
+        QVERIFY(e.markShown());
+        QCOMPARE(e.child<QToolButton>("pnlModified")->toolTip(), QStringLiteral("Datei wurde geändert"));
+        e.child<QToolButton>("pnlModified")->click();
+        QVERIFY(!e.doc().IsModified());
+        QVERIFY(!e.markShown());
+        QCOMPARE(e.doc().Up1()->ClassCount(), 1); // dismissed, not undone
+    }
+
+    void generateFillsTheClipboard()
+    {
+        Editor e(config());
+        QGuiApplication::clipboard()->clear();
+        e.child<QPushButton>("Command2")->click();
+        QVERIFY(QGuiApplication::clipboard()->text().contains(QStringLiteral("QOS_CLASS_N='0'")));
+        QCOMPARE(e.prompt.messages(),
+                 QStringList{QStringLiteral("Konfiguration generiert und in die Zwischenablage eingefügt.")});
+        QVERIFY(!e.doc().IsModified());
+    }
+
+    void pageToolsFollowThePage()
+    {
+        Editor e(config());
+        QVERIFY(e.action("Calc")->isChecked());  // shown at the first start
+        QVERIFY(!e.action("Calc")->isEnabled()); // the calculator has nothing to show on "Allgemein"
+        QVERIFY(!e.action("optDown")->isChecked());
+        e.w->tabStrip()->setCurrentIndex(1);
+        QVERIFY(e.action("optDown")->isChecked());
+        QVERIFY(trigger(e, "NewMainClass"));
+        QVERIFY(e.action("DeleteObject")->isEnabled());
+        e.w->tabStrip()->setCurrentIndex(2); // the up page has no selection
+        QVERIFY(!e.action("DeleteObject")->isEnabled());
+        QCOMPARE(e.w->calculator().CurrentClass(), nullptr);
+        e.w->tabStrip()->setCurrentIndex(1);
+        QVERIFY(e.w->calculator().CurrentClass()); // the down page's selection again
+        QVERIFY(trigger(e, "DeleteObject"));
+        QCOMPARE(e.doc().Down1()->ClassCount(), 0);
+        QVERIFY(trigger(e, "Calc"));
+        QVERIFY(e.child<QDockWidget>("dockClassCalculator")->isHidden());
+    }
+
+    void settingsWrittenOnCloseAndReadOnStart()
+    {
+        {
+            Editor e(config());
+            qint32 cols = 8, rows = 6;
+            e.doc().Down1()->SetGridDimensions(cols, rows);
+            e.doc().Common1()->SetQoSInternetBandUp(QStringLiteral("2Mbit"));
+            e.w->setGeometry(QRect(40, 50, 700, 500));
+            e.w->tabStrip()->setCurrentIndex(1);
+            trigger(e, "Calc");
+            e.prompt.yesNoCancel << UserPrompt::Answer::No; // the line speed changed the document
+            QVERIFY(e.w->close());
+        }
+        const QByteArray ini = read(config());
+        QVERIFY(ini.contains("[Down]\nCols=8\nRows=6\n"));
+        QVERIFY(ini.contains("QoSInternetBandUp=2Mbit"));
+        QVERIFY(ini.contains("Left=600\nTop=750\nWidth=10500\nHeight=7500\nCalculator=0"));
+
+        Editor again(config());
+        QCOMPARE(again.doc().Down1()->prop().Cols, 8);
+        QCOMPARE(again.doc().Common1()->QoSInternetBandUp(), QStringLiteral("2Mbit"));
+        QCOMPARE(again.w->geometry(), QRect(40, 50, 700, 500));
+        QVERIFY(again.child<QDockWidget>("dockClassCalculator")->isHidden());
+        QVERIFY(!again.doc().IsModified()); // loading the settings is no edit
+    }
+
+    void corruptSettingsAreIgnored()
+    {
+        write(config(),
+              QByteArray(
+                  "[Down]\nCols=\nRows=viele\n[MainWindow]\nLeft=-99999999\nTop=x\nWidth=\n"
+                  "WindowState=\nCalculator=\n\x01\x02=\n[Common]\nQoSInternetBandDown=99999999999kbit\n"));
+        Editor e(config());
+        QCOMPARE(e.doc().Down1()->prop().Cols, 6);
+        QCOMPARE(e.doc().Down1()->prop().Rows, 5);
+        QVERIFY(e.action("Calc")->isChecked());
+        QVERIFY(e.w->geometry().width() > 100);
+        QVERIFY(!e.w->isMaximized());
+        QVERIFY(e.prompt.log.isEmpty()); // and nobody was asked anything
+    }
+
+    void everyControlIsNamed()
+    {
+        Editor e(config());
+        QStringList unnamed;
+        for (QWidget* w : e.w->findChildren<QWidget*>()) {
+            const bool control = qobject_cast<QAbstractButton*>(w) || qobject_cast<QLineEdit*>(w) ||
+                                 qobject_cast<QComboBox*>(w) || qobject_cast<QPlainTextEdit*>(w);
+            if (!control || w->objectName().startsWith(QStringLiteral("qt_")))
+                continue; // Qt's own scroll and title buttons
+            const auto* button = qobject_cast<QAbstractButton*>(w);
+            if (w->accessibleName().isEmpty() && (!button || button->text().isEmpty()))
+                unnamed << w->objectName() + u'/' + QString::fromLatin1(w->metaObject()->className());
+        }
+        QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(u' ')));
+        for (const char* bar : {"Toolbar1", "tbrPage"})
+            for (QAction* a : e.child<QToolBar>(bar)->actions())
+                QVERIFY2(a->isSeparator() || qobject_cast<QWidgetAction*>(a) || !a->toolTip().isEmpty(),
+                         qPrintable(a->objectName()));
+        // The status line reads as what it says now.
+        trigger(e, "itmFileOpen");
+        QCOMPARE(e.child<QLabel>("pnlStatus")->accessibleName(), QStringLiteral("Datei öffnen abgebrochen."));
+    }
+
+    void incompleteFileWarns()
+    {
+        Document source;
+        int idx = 0;
+        source.Down1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
+                                 QStringLiteral("0"), idx, false, QString());
+        source.Down1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
+                                 QStringLiteral("0"), idx = 0, false, QString());
+        QByteArray bytes = ExportQoSBytes(source);
+        bytes.replace("QOS_CLASS_2_DIRECTION='down'", "QOS_CLASS_2_DIRECTION='sideways'");
+        const QString path = m_dir.filePath(QStringLiteral("half-qos.txt"));
+        write(path, bytes);
+        Editor e(config());
+        QVERIFY(!e.w->session().OpenFile(path)); // as the command line does
+        QCOMPARE(e.prompt.messages().size(), 1);
+        QVERIFY(e.prompt.messages().first().startsWith(
+            QStringLiteral("Die Datei wurde nicht vollständig gelesen")));
+        QCOMPARE(e.doc().Down1()->ClassCount(), 1);
+        QVERIFY(e.w->windowTitle().startsWith(QStringLiteral("half-qos.txt")));
+    }
+};
+
+QTEST_MAIN(TestMainWindow)
+#include "tst_mainwindow.moc"
