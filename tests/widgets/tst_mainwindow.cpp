@@ -64,7 +64,7 @@ class TestMainWindow : public QObject
     static QString picture(ObjectPage* page)
     {
         QStringList out;
-        for (QoSObject* o : page->ObjectsInCellOrder(page->prop().Cols, page->prop().Rows)) {
+        for (QoSObject* o : page->ObjectsInWriteOrder()) {
             const QoSClass* parent = o->ParentQoSObject();
             out << QStringLiteral("%1@%2,%3<%4 %5")
                        .arg(o->IsClass() ? QStringLiteral("C") : QStringLiteral("F"))
