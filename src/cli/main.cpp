@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -144,17 +145,23 @@ int main(int argc, char* argv[])
     if (args.size() > 2)
         return usageError(QStringLiteral("Fehler: zu viele Argumente für \"%1\".").arg(command));
 
-    CliSession session;
-    if (!session.Open(args[1])) {
-        line(stderr, QStringLiteral("Fehler: ") + session.error());
+    // The document lives until the process ends: taking thousands of boxes apart one by one
+    // just before exit would cost more than reading them.
+    auto* session = new CliSession;
+    if (!session->Open(args[1])) {
+        line(stderr, QStringLiteral("Fehler: ") + session->error());
         return Usage;
     }
-    if (command == u"export")
-        return finish(exportCommand(session));
-    if (command == u"json") {
-        reportEarlyStop(session);
-        write(stdout, JsonReport(session));
-        return finish(Ok);
+    int code = Ok;
+    if (command == u"export") {
+        code = exportCommand(*session);
+    } else if (command == u"json") {
+        reportEarlyStop(*session);
+        write(stdout, JsonReport(*session));
+    } else {
+        code = checkCommand(*session);
     }
-    return finish(checkCommand(session));
+    code = finish(code);
+    std::fflush(stderr);
+    std::_Exit(code);
 }

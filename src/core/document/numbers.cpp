@@ -70,6 +70,17 @@ double toDouble(QStringView number)
 
 double LeadingValue(QStringView text)
 {
+    // Most numbers in a file are short plain integers: read them without a conversion call.
+    {
+        const char16_t* p = text.utf16();
+        const qsizetype n = text.size();
+        qsizetype i = 0;
+        qint64 v = 0;
+        while (i < n && i < 15 && p[i] >= u'0' && p[i] <= u'9')
+            v = v * 10 + (p[i++] - u'0');
+        if (i > 0 && (i == n || (p[i] != u'.' && (p[i] < u'0' || p[i] > u'9'))))
+            return double(v);
+    }
     qsizetype pos = 0;
     while (pos < text.size() && text[pos] == u' ')
         ++pos;

@@ -33,25 +33,30 @@ QStringView leadingWord(QStringView line)
     return line.sliced(start, end - start);
 }
 
-std::vector<QStringView> splitLines(QStringView text)
+// Every byte of the code page is one code unit of the text, so the line ends are found in the
+// bytes, where the C library searches fastest.
+std::vector<QStringView> splitLines(QStringView text, const QByteArray& bytes)
 {
     std::vector<QStringView> lines;
-    lines.reserve(std::size_t(text.size() / 24));
-    qsizetype start = 0;
-    const qsizetype n = text.size();
-    const char16_t* p = text.utf16();
-    for (qsizetype i = 0; i < n; ++i) {
-        const char16_t c = p[i];
-        if (c != u'\r' && c != u'\n')
+    lines.reserve(std::size_t(bytes.size() / 24));
+    const char* begin = bytes.constData();
+    const char* end = begin + bytes.size();
+    const char* start = begin;
+    while (start < end) {
+        const auto* lf = static_cast<const char*>(std::memchr(start, '\n', std::size_t(end - start)));
+        const char* stop = lf ? lf : end;
+        // A lone CR ends a line too; a CR right before the LF belongs to it.
+        const auto* cr = static_cast<const char*>(std::memchr(start, '\r', std::size_t(stop - start)));
+        if (cr && cr + 1 != lf) {
+            lines.push_back(text.sliced(start - begin, cr - start));
+            start = cr + 1;
             continue;
-        lines.push_back(text.sliced(start, i - start));
-        if (c == u'\r' && i + 1 < n && p[i + 1] == u'\n')
-            ++i;
-        start = i + 1;
+        }
+        const char* lineEnd = cr ? cr : stop;
+        // A final line end does not start another line.
+        lines.push_back(text.sliced(start - begin, lineEnd - start));
+        start = lf ? lf + 1 : end;
     }
-    // A final line end does not start another line.
-    if (start < n)
-        lines.push_back(text.sliced(start));
     return lines;
 }
 
@@ -152,7 +157,7 @@ std::optional<Numbered> splitNumbered(QStringView word)
 } // namespace
 
 QoSFileTable::QoSFileTable(const QByteArray& bytes)
-    : m_text(Windows1252::Decode(bytes)), m_lines(splitLines(m_text)), m_globals(std::size(globals), -1)
+    : m_text(Windows1252::Decode(bytes)), m_lines(splitLines(m_text, bytes)), m_globals(std::size(globals), -1)
 {
     index();
 }
@@ -249,16 +254,26 @@ QString QoSFileTable::valueOfLine(qsizetype line, bool multiLine) const
     // Blanks and tabs are never "=" or quotes, so the raw line gives the same positions as the
     // cleaned one; only the tabs inside the value must become blanks.
     const QStringView raw = Line(line);
-    const qsizetype equals = raw.indexOf(u'=');
-    const qsizetype open = equals < 0 ? -1 : raw.indexOf(u'\'', equals + 1);
-    const qsizetype close = open < 0 ? -1 : raw.indexOf(u'\'', open + 1);
-    if (close < 0)
+    const char16_t* p = raw.utf16();
+    const qsizetype n = raw.size();
+    qsizetype open = 0;
+    while (open < n && p[open] != u'=')
+        ++open;
+    while (open < n && p[open] != u'\'')
+        ++open;
+    qsizetype close = open + 1;
+    bool tabs = false;
+    while (close < n && p[close] != u'\'') {
+        tabs = tabs || p[close] == u'\t';
+        ++close;
+    }
+    if (close >= n)
         throw QoSError(QoSError::Kind::File,
                        QStringLiteral("Zeile %1 hat keinen Wert in Anführungszeichen: %2")
                            .arg(line + 1)
                            .arg(CleanLine(raw)));
     QString value = raw.sliced(open + 1, close - open - 1).toString();
-    if (value.contains(u'\t'))
+    if (tabs)
         value.replace(u'\t', u' ');
     return multiLine ? followingLines(line, value) : value;
 }

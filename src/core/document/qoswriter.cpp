@@ -1,6 +1,7 @@
 #include "qoswriter.h"
 
 #include "document.h"
+#include "inputs/ipfield.h"
 #include "inputs/portfield.h"
 #include "model/qosclass.h"
 #include "model/qosfilter.h"
@@ -125,6 +126,16 @@ public:
         literal("'\r\n");
     }
     template <std::size_t N, std::size_t M>
+    void numberSetting(const char (&stem)[N], qint64 n, const char (&suffix)[M], qint64 value)
+    {
+        literal(stem);
+        number(n);
+        literal(suffix);
+        literal("='");
+        number(value);
+        literal("'\r\n");
+    }
+    template <std::size_t N, std::size_t M>
     void cell(const char (&stem)[N], qint64 n, const char (&suffix)[M], const QoSObject& o)
     {
         literal(stem);
@@ -209,7 +220,9 @@ qsizetype sizeBound(const Numbering& numbering, const QoSCommon& common)
             n += 8 * lineRoom + c->Caption().size() + c->QoSMinBandWidth().size() + c->QoSMaxBandWidth().size() +
                  c->QoSDirection().size() + c->QoSPrio().size();
         } else if (auto* f = qobject_cast<QoSFilter*>(e.object)) {
-            const qsizetype values = f->QoSIP().size() + f->QoSType().size() + f->QoSOption().size();
+            // The address as written is at most the address, a "/" and the mask bits.
+            const qsizetype values = f->IpInput()->Address().size() + 1 + f->IpInput()->MaskBits().size() +
+                                     f->QoSType().size() + f->QoSOption().size();
             n += e.entries * (8 * lineRoom + values) + 2 * f->QoSPort().size() + f->Caption().size();
         }
     }
@@ -315,7 +328,8 @@ void writeClass(Lines<Sink>& out, const QoSClass& c)
     const qint32 n = c.ClassIdx();
     out.setting("#QOS_CLASS_", n, "_CAPTION", c.Caption());
     out.cell("#QOS_CLASS_", n, "_CELLPOS", c);
-    out.setting("QOS_CLASS_", n, "_PARENT", c.QoSParent());
+    const QoSClass* parent = c.ParentQoSObject();
+    out.numberSetting("QOS_CLASS_", n, "_PARENT", parent ? parent->ClassIdx() : 0);
     out.setting("QOS_CLASS_", n, "_MINBANDWIDTH", c.QoSMinBandWidth());
     out.setting("QOS_CLASS_", n, "_MAXBANDWIDTH", c.QoSMaxBandWidth());
     out.setting("QOS_CLASS_", n, "_DIRECTION", c.QoSDirection());
@@ -327,7 +341,8 @@ template <typename Sink>
 void writeFilter(Lines<Sink>& out, const QoSFilter& f, qint64 entries)
 {
     const qint64 first = f.FilterIdx();
-    const QString classNumber = f.QoSClass();
+    const QoSClass* parent = f.ParentQoSObject();
+    const qint64 classNumber = parent ? parent->ClassIdx() : 0;
     const QString ip = f.QoSIP();
     const QString port = f.QoSPort();
     const QString type = f.QoSType();
@@ -335,7 +350,7 @@ void writeFilter(Lines<Sink>& out, const QoSFilter& f, qint64 entries)
     if (entries == 1) {
         out.setting("#QOS_FILTER_", first, "_CAPTION", f.Caption());
         out.cell("#QOS_FILTER_", first, "_CELLPOS", f);
-        out.setting("QOS_FILTER_", first, "_CLASS", classNumber);
+        out.numberSetting("QOS_FILTER_", first, "_CLASS", classNumber);
         out.setting("QOS_FILTER_", first, "_IP", ip);
         out.setting("QOS_FILTER_", first, "_PORT", port);
         out.setting("QOS_FILTER_", first, "_TYPE", type);
@@ -349,7 +364,7 @@ void writeFilter(Lines<Sink>& out, const QoSFilter& f, qint64 entries)
     for (qint64 k = 0; k < entries; ++k) {
         const qint64 m = first + k;
         out.cell("#QOS_FILTER_", m, "_CELLPOS", f);
-        out.setting("QOS_FILTER_", m, "_CLASS", classNumber);
+        out.numberSetting("QOS_FILTER_", m, "_CLASS", classNumber);
         out.setting("QOS_FILTER_", m, "_IP", ip);
         out.setting("#QOS_FILTER_", m, "_PORTEXT", k == 0 ? QStringView(port) : QStringView(u"ignore"));
         out.setting("QOS_FILTER_", m, "_PORT", k < ports.size() ? QStringView(ports[k]) : QStringView());

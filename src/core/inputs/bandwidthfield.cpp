@@ -52,6 +52,21 @@ void BandwidthField::setUnit(const QString& unit)
 
 void BandwidthField::SetBandwidth(const QString& text)
 {
+    // The usual text, digits without a leading zero and then a unit that does not begin a
+    // number ("768kbit"), splits at the end of its digits and joins back to itself.
+    {
+        const auto* p = reinterpret_cast<const char16_t*>(text.utf16());
+        qsizetype i = 0;
+        while (i < text.size() && i < 10 && p[i] >= u'0' && p[i] <= u'9')
+            ++i;
+        if (i > 0 && i < 10 && (p[0] != u'0' || i == 1) &&
+            (i == text.size() || (p[i] != u'.' && (p[i] < u'0' || p[i] > u'9')))) {
+            m_kept.clear();
+            setValue(text.left(i));
+            setUnit(i == text.size() ? QStringLiteral("kbit") : text.mid(i));
+            return;
+        }
+    }
     const QString s = text.isEmpty() ? QStringLiteral("0kbit") : text;
     double value = 0;
     std::optional<qint32> n;

@@ -36,9 +36,16 @@ void IpField::SetText(const QString& text)
         SetMaskBits(QString());
         return;
     }
-    const QStringList parts = text.split(u'/');
-    SetAddress(parts.at(0));
-    SetMaskBits(parts.size() >= 2 ? parts.at(1) : QString());
+    // The address up to the first "/", the mask bits up to the second.
+    const qsizetype slash = text.indexOf(u'/');
+    if (slash < 0) {
+        SetAddress(text);
+        SetMaskBits(QString());
+        return;
+    }
+    const qsizetype next = text.indexOf(u'/', slash + 1);
+    SetAddress(text.left(slash));
+    SetMaskBits(text.mid(slash + 1, next < 0 ? -1 : next - slash - 1));
 }
 
 IpField::KeyAction IpField::FilterAddressKey(const QString& text, int selectionStart, int selectionLength,

@@ -38,7 +38,7 @@ QString QoSClass::QoSParent() const
 void QoSClass::SetQoSParent(const QString& number)
 {
     if (QoSClass* parent = m_document->ClassByNumberText(number))
-        AddParentQoSObject(parent->Name());
+        AddParentQoSObject(parent);
 }
 
 QString QoSClass::QoSMinBandWidth() const
@@ -139,7 +139,11 @@ void QoSClass::RemoveChildQoSQbject(QoSObject* child)
 
 void QoSClass::AddParentQoSObject(const QString& name)
 {
-    auto* parent = qobject_cast<QoSClass*>(m_document->Object(name));
+    AddParentQoSObject(qobject_cast<QoSClass*>(m_document->Object(name)));
+}
+
+void QoSClass::AddParentQoSObject(QoSClass* parent)
+{
     if (!parent || parent->GetObjectPage() != m_page)
         return;
     // A class with filters takes no sub class, and a class never goes below itself or below

@@ -61,6 +61,7 @@ public:
     void AddChild(QoSObject* child);
     void RemoveChildQoSQbject(QoSObject* child);
     void AddParentQoSObject(const QString& name) override;
+    void AddParentQoSObject(::QoSClass* parent) override;
 
     QoSClass* TopClass();
     bool HasChildClasses() const;

@@ -24,12 +24,16 @@ QString QoSFilter::QoSClass() const
 void QoSFilter::SetQoSClass(const QString& number)
 {
     if (::QoSClass* c = m_document->ClassByNumberText(number))
-        AddParentQoSObject(c->Name());
+        AddParentQoSObject(c);
 }
 
 void QoSFilter::AddParentQoSObject(const QString& name)
 {
-    auto* parent = qobject_cast<::QoSClass*>(m_document->Object(name));
+    AddParentQoSObject(qobject_cast<::QoSClass*>(m_document->Object(name)));
+}
+
+void QoSFilter::AddParentQoSObject(::QoSClass* parent)
+{
     if (!parent || parent->GetObjectPage() != m_page || parent->HasChildClasses())
         return;
     LinkUnder(parent, QStringLiteral("QoSClass"));

@@ -22,6 +22,7 @@ public:
     QString QoSClass() const;
     void SetQoSClass(const QString& number);
     void AddParentQoSObject(const QString& name) override;
+    void AddParentQoSObject(::QoSClass* parent) override;
 
     // The address with the address field's own rules ("10.0.0.0/8/9" is held as "10.0.0.0/8").
     QString QoSIP() const;

@@ -192,7 +192,7 @@ void QoSObject::Abandon()
 
 void QoSObject::PaintLines()
 {
-    if (m_page && m_page->IsDeferred())
+    if (m_page && m_page->ConnectorsWait())
         return; // the page lays every connector out once when the import ends
     // A box's own upper connector and those of its children depend on its geometry.
     UpdateTopConnector();

@@ -66,6 +66,8 @@ public:
     QString ParentName() const { return m_parentName; }
     QoSClass* ParentQoSObject() const;
     virtual void AddParentQoSObject(const QString& name) = 0;
+    // The same with the class already found.
+    virtual void AddParentQoSObject(QoSClass* parent) = 0;
 
     QoSConnector* LineTop() const { return m_lineTop; }
     void RemoveTopConnector();

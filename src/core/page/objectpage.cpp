@@ -120,9 +120,11 @@ void ObjectPage::PlaceObject(QoSObject* object) const
 
 void ObjectPage::placeAll()
 {
+    // Every box first, then every connector once, from both of its boxes' final places.
+    m_placing = true;
     for (QoSObject* o : std::as_const(m_contained))
         PlaceObject(o);
-    // A box placed before its parent drew its connector to where the parent was then.
+    m_placing = false;
     for (QoSObject* o : std::as_const(m_contained))
         o->UpdateTopConnector();
 }
@@ -191,8 +193,8 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
     QoSClass* otherPage = parent && parent->GetObjectPage() != this ? parent : nullptr;
     if (otherPage)
         parent = nullptr;
-    if (!otherPage)
-        c->SetQoSParent(parentIdx);
+    if (parent)
+        c->AddParentQoSObject(parent); // as setting QoSParent to parentIdx, without reading it again
     c->SetQoSDirection(direction);
 
     const QString line = m_document->Common1()->LineBandwidth(direction);
@@ -260,7 +262,7 @@ QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, con
     if (filterIdx == 0)
         filterIdx = f->FilterIdx();
     // Linked first, so that the field edits below already belong to a filter of the class.
-    f->SetQoSClass(classIdx);
+    f->AddParentQoSObject(c);
     f->SetQoSIP(ip);
     f->SetQoSPort(port);
     f->SetQoSType(type);

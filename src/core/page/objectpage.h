@@ -104,6 +104,8 @@ public:
     void BeginDeferred() { m_arrangement.BeginDeferred(); }
     void EndDeferred() { m_arrangement.EndDeferred(); }
     bool IsDeferred() const { return m_arrangement.IsDeferred(); }
+    // Whether connectors wait to be laid out: while the page is deferred or placing its boxes.
+    bool ConnectorsWait() const { return m_placing || m_arrangement.IsDeferred(); }
     Arrangement& arrangement() { return m_arrangement; }
 
     // Called by a box whose cell changed, to keep the index right.
@@ -142,4 +144,5 @@ private:
     QPointer<QoSConnector> m_selectedConnector;
     int m_posX = 0;
     int m_posY = 0;
+    bool m_placing = false;
 };
