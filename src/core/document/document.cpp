@@ -99,6 +99,13 @@ QoSClass* Document::ClassByNumberText(const QString& text) const
     return ClassByIdx(int(std::trunc(v)));
 }
 
+void Document::ReserveObjects(qsizetype n)
+{
+    m_registry.reserve(m_registry.size() + n);
+    m_objects.reserve(m_objects.size() + n);
+    m_controls.reserve(m_controls.size() + 2 * n); // a connector for nearly every box
+}
+
 void Document::RegisterObject(QoSObject* object)
 {
     m_registry.insert(object->Name(), object);
@@ -183,7 +190,10 @@ bool Document::ClearDocument()
         QObject* control = m_controls.takeFirst();
         if (m_statusWindow) {
             m_statusWindow->SetCaption(QStringLiteral("Räume auf..."));
-            m_statusWindow->SetMessage(QStringLiteral("Räume auf\r\nEntferne Objekt ") + control->objectName());
+            const auto* box = qobject_cast<QoSObject*>(control);
+            const auto* line = qobject_cast<QoSConnector*>(control);
+            const QString name = box ? box->Name() : line ? line->Name() : control->objectName();
+            m_statusWindow->SetMessage(QStringLiteral("Räume auf\r\nEntferne Objekt ") + name);
         }
         if (auto* o = qobject_cast<QoSObject*>(control)) {
             m_registry.remove(o->Name());

@@ -89,6 +89,9 @@ public:
     int ClassCounter() const { return m_classCounter; }
     int FilterCounter() const { return m_filterCounter; }
 
+    // Room for this many more boxes, so that a large import does not grow the registry step by step.
+    void ReserveObjects(qsizetype n);
+
     // Used by pages and objects; not for views.
     void RegisterObject(QoSObject* object);
     void UnregisterObject(QoSObject* object);

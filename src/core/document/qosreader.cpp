@@ -86,6 +86,7 @@ public:
             m_report.classesAnnounced = classes;
             filters = readCount(QStringLiteral("QOS_FILTER_N"), QStringLiteral("Filtereinträge"));
             m_report.entriesAnnounced = filters;
+            m_doc.ReserveObjects(qsizetype(classes) + filters);
         } catch (const QoSError&) {
             m_report.where = where();
             throw;

@@ -68,20 +68,23 @@ struct BytesSink
     // The code page holds every character in one byte (or a "?"), so a text never takes
     // more bytes than it has code units.
     void append(QStringView s) { end = Windows1252::EncodeInto(s, room(s.size())); }
-    void ascii(const char* s, std::size_t n)
+    inline void ascii(const char* s, std::size_t n)
     {
         std::memcpy(room(qsizetype(n)), s, n);
         end += n;
     }
     // A bound that fell short costs a copy, never a write past the end.
-    char* room(qsizetype n)
+    inline char* room(qsizetype n)
     {
-        const qsizetype used = end - buffer.data();
-        if (buffer.size() - used < n) {
-            buffer.resize(qMax(buffer.size() * 2, used + n));
-            end = buffer.data() + used;
-        }
+        if (Q_UNLIKELY(buffer.constData() + buffer.size() - end < n))
+            grow(n);
         return end;
+    }
+    void grow(qsizetype n)
+    {
+        const qsizetype used = end - buffer.constData();
+        buffer.resize(qMax(buffer.size() * 2, used + n));
+        end = buffer.data() + used;
     }
     QByteArray take()
     {
@@ -217,7 +220,9 @@ qsizetype sizeBound(const Numbering& numbering, const QoSCommon& common)
         n += v.size();
     for (const Entry& e : numbering.boxes()) {
         if (auto* c = qobject_cast<QoSClass*>(e.object)) {
-            n += 8 * lineRoom + c->Caption().size() + c->QoSMinBandWidth().size() + c->QoSMaxBandWidth().size() +
+            // A bandwidth is written as its number and unit, or as the text it was read as.
+            const auto bandwidth = [](const BandwidthField* f) { return f->Value().size() + f->Unit().size() + 64; };
+            n += 8 * lineRoom + c->Caption().size() + bandwidth(c->MinField()) + bandwidth(c->MaxField()) +
                  c->QoSDirection().size() + c->QoSPrio().size();
         } else if (auto* f = qobject_cast<QoSFilter*>(e.object)) {
             // The address as written is at most the address, a "/" and the mask bits.

@@ -12,7 +12,7 @@
 #include <QSet>
 
 QoSClass::QoSClass(Document* document, ObjectPage* page, const QString& name)
-    : QoSObject(document, page, name), m_min(new BandwidthField(this)), m_max(new BandwidthField(this))
+    : QoSObject(document, page, name)
 {
     // The fields start as "0kbit".
     // Edits in the boxes' fields are changes of the class like any let.

@@ -2,10 +2,11 @@
 
 #include "qosobject.h"
 
+#include "inputs/bandwidthfield.h"
+
 #include <QList>
 #include <QStringList>
 
-class BandwidthField;
 class ValidationPass;
 
 // One traffic class of one direction: a node of the class tree. Its children are either
@@ -89,8 +90,11 @@ private:
     void unlinkChildConnectors();
 
     int m_classIdx = 0;
-    BandwidthField* m_min;
-    BandwidthField* m_max;
+    // The fields live inside the class; the pointers are what views and rules hold.
+    BandwidthField m_minField;
+    BandwidthField m_maxField;
+    BandwidthField* m_min = &m_minField;
+    BandwidthField* m_max = &m_maxField;
     QString m_direction = QStringLiteral("down");
     QString m_prio = QStringLiteral("0");
     bool m_defaultClass = false;

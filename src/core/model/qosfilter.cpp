@@ -9,7 +9,7 @@
 #include "qosclass.h"
 
 QoSFilter::QoSFilter(Document* document, ObjectPage* page, const QString& name)
-    : QoSObject(document, page, name), m_ip(new IpField(this)), m_port(new PortField(this))
+    : QoSObject(document, page, name)
 {
     m_ip->SetOwnerHook([this] { fieldEdited(QStringLiteral("QoSIP")); });
     m_port->SetOwnerHook([this] { portEdited(); });

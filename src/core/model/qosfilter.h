@@ -2,8 +2,9 @@
 
 #include "qosobject.h"
 
-class IpField;
-class PortField;
+#include "inputs/ipfield.h"
+#include "inputs/portfield.h"
+
 
 // A filter: which traffic (address, ports, type, option) goes into the class above it.
 class QoSFilter final : public QoSObject
@@ -52,8 +53,11 @@ private:
     void fieldEdited(const QString& key);
     void portEdited();
 
-    IpField* m_ip;
-    PortField* m_port;
+    // The fields live inside the filter; the pointers are what views and rules hold.
+    IpField m_ipField;
+    PortField m_portField;
+    IpField* m_ip = &m_ipField;
+    PortField* m_port = &m_portField;
     QString m_type;
     QString m_option;
     qint16 m_filterIdx = 0;

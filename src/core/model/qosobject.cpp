@@ -9,10 +9,9 @@
 #include "qosfilter.h"
 
 QoSObject::QoSObject(Document* document, ObjectPage* page, const QString& name)
-    : QObject(nullptr), m_document(document), m_page(page), m_sequence(document->NextSequence()),
+    : QObject(nullptr), m_document(document), m_page(page), m_name(name), m_sequence(document->NextSequence()),
       m_width(page ? page->prop().ObjectWidth : 1755), m_height(page ? page->prop().ObjectHeight : 1275)
 {
-    setObjectName(name);
 }
 
 QoSObject::~QoSObject() = default;

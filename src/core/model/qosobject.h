@@ -30,7 +30,8 @@ public:
     bool IsClass() const;
     bool IsFilter() const;
 
-    QString Name() const { return objectName(); }
+    // The control name, "QoSClass3" or "QoSFilter7": unique for the life of the program.
+    QString Name() const { return m_name; }
     Document* document() const { return m_document; }
     ObjectPage* GetObjectPage() const { return m_page; }
     qint64 Sequence() const { return m_sequence; }
@@ -127,6 +128,7 @@ private:
     void settleColumn() const;
     int m_columnNode = -1;
 
+    QString m_name;
     qint64 m_sequence;
     QString m_caption;
     qint16 m_x = 0;

@@ -1,5 +1,7 @@
 #include "history.h"
 
+#include "model/qosobject.h"
+
 History::History(QObject* parent) : QObject(parent)
 {
     Clear();
@@ -13,7 +15,10 @@ void History::Add(const QObject* object, const QString& procName)
 void History::Add(const QObject* object, const QString& procName, const QVariant& value)
 {
     HistoryItem item;
-    item.ObjectName = object ? object->objectName() : QString();
+    if (const auto* box = qobject_cast<const QoSObject*>(object))
+        item.ObjectName = box->Name();
+    else if (object)
+        item.ObjectName = object->objectName();
     item.PropertyName = procName;
     item.Value = value;
     m_items.append(item);

@@ -10,6 +10,7 @@
 #include "qosconnector.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 
 ObjectPage::ObjectPage(Document* document, const QString& name, const QString& direction)
@@ -131,10 +132,29 @@ void ObjectPage::placeAll()
 
 // --- creation --------------------------------------------------------------------------
 
+namespace {
+
+// "QoSClass" and the counter, in one allocation.
+QString controlName(QStringView prefix, int counter)
+{
+    char digits[16];
+    const auto r = std::to_chars(digits, digits + sizeof digits, counter);
+    const qsizetype n = r.ptr - digits;
+    QString name(prefix.size() + n, Qt::Uninitialized);
+    QChar* out = name.data();
+    for (const QChar c : prefix)
+        *out++ = c;
+    for (qsizetype i = 0; i < n; ++i)
+        *out++ = QLatin1Char(digits[i]);
+    return name;
+}
+
+} // namespace
+
 QoSObject* ObjectPage::createObject(bool isClass, const Arrangement::Column& column, qint16 y)
 {
     const int counter = isClass ? m_document->NextClassCounter() : m_document->NextFilterCounter();
-    const QString name = (isClass ? QStringLiteral("QoSClass") : QStringLiteral("QoSFilter")) + QString::number(counter);
+    const QString name = controlName(isClass ? u"QoSClass" : u"QoSFilter", counter);
     QoSObject* object;
     if (isClass) {
         auto* c = new QoSClass(m_document, this, name);

@@ -8,9 +8,9 @@
 #include <cstdlib>
 
 QoSConnector::QoSConnector(Document* document, QoSObject* bottom)
-    : QObject(nullptr), m_document(document), m_page(bottom->GetObjectPage()), m_bottom(bottom)
+    : QObject(nullptr), m_document(document), m_name(QStringLiteral("LineTop") + bottom->Name()),
+      m_page(bottom->GetObjectPage()), m_bottom(bottom)
 {
-    setObjectName(QStringLiteral("LineTop") + bottom->Name());
 }
 
 void QoSConnector::Move(int x1, int y1, int x2, int y2)

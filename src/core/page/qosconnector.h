@@ -15,7 +15,7 @@ class QoSConnector final : public QObject
 public:
     QoSConnector(Document* document, QoSObject* bottom);
 
-    QString Name() const { return objectName(); }
+    QString Name() const { return m_name; }
     ObjectPage* GetObjectPage() const { return m_page; }
     QoSObject* BottomQosObject() const { return m_bottom; }
 
@@ -50,6 +50,7 @@ signals:
 
 private:
     Document* m_document;
+    QString m_name;
     ObjectPage* m_page; // pages live as long as the document
     QPointer<QoSObject> m_bottom;
     int m_x1 = 0, m_y1 = 0, m_x2 = 0, m_y2 = 0;
