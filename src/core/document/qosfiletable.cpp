@@ -165,10 +165,13 @@ QoSFileTable::QoSFileTable(const QByteArray& bytes)
 void QoSFileTable::index()
 {
     const qsizetype n = LineCount();
+    m_wordEnds.assign(std::size_t(n), 0);
     for (qsizetype i = 0; i < n; ++i) {
         if (isText(i))
             continue;
-        const QStringView word = leadingWord(m_lines[std::size_t(i)]);
+        const QStringView line = m_lines[std::size_t(i)];
+        const QStringView word = leadingWord(line);
+        m_wordEnds[std::size_t(i)] = qint32(word.data() - line.data() + word.size());
         if (word.isEmpty())
             continue;
         if (const auto numbered = splitNumbered(word)) {
@@ -256,7 +259,7 @@ QString QoSFileTable::valueOfLine(qsizetype line, bool multiLine) const
     const QStringView raw = Line(line);
     const char16_t* p = raw.utf16();
     const qsizetype n = raw.size();
-    qsizetype open = 0;
+    qsizetype open = std::size_t(line) < m_wordEnds.size() ? m_wordEnds[std::size_t(line)] : 0;
     while (open < n && p[open] != u'=')
         ++open;
     while (open < n && p[open] != u'\'')

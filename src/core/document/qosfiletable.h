@@ -63,6 +63,8 @@ private:
 
     QString m_text; // the decoded file; the lines are views into it
     std::vector<QStringView> m_lines;
+    // Where the leading word of each line ends: the "=" can only come after it.
+    std::vector<qint32> m_wordEnds;
     // The description lines that start with "#": (m_textFrom, m_textTo].
     qsizetype m_textFrom = -1;
     qsizetype m_textTo = -1;

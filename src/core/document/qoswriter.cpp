@@ -68,13 +68,13 @@ struct BytesSink
     // The code page holds every character in one byte (or a "?"), so a text never takes
     // more bytes than it has code units.
     void append(QStringView s) { end = Windows1252::EncodeInto(s, room(s.size())); }
-    inline void ascii(const char* s, std::size_t n)
+    Q_ALWAYS_INLINE void ascii(const char* s, std::size_t n)
     {
         std::memcpy(room(qsizetype(n)), s, n);
         end += n;
     }
     // A bound that fell short costs a copy, never a write past the end.
-    inline char* room(qsizetype n)
+    Q_ALWAYS_INLINE char* room(qsizetype n)
     {
         if (Q_UNLIKELY(buffer.constData() + buffer.size() - end < n))
             grow(n);

@@ -32,7 +32,8 @@ void BandwidthField::setValue(const QString& number)
     if (number == m_value)
         return;
     m_value = number;
-    emit valueChanged(m_value);
+    if (watched())
+        emit valueChanged(m_value);
     changed();
 }
 
@@ -47,7 +48,8 @@ void BandwidthField::setUnit(const QString& unit)
     if (unit == m_unit)
         return;
     m_unit = unit;
-    emit unitChanged(m_unit);
+    if (watched())
+        emit unitChanged(m_unit);
 }
 
 void BandwidthField::SetBandwidth(const QString& text)
@@ -113,7 +115,8 @@ void BandwidthField::SetLocked(bool locked)
     const bool changed = locked != m_locked;
     m_locked = locked;
     if (changed)
-        emit lockedChanged(m_locked);
+        if (watched())
+            emit lockedChanged(m_locked);
     applyColors();
 }
 
@@ -122,7 +125,8 @@ void BandwidthField::SetShowLock(bool show)
     if (show == m_showLock)
         return;
     m_showLock = show;
-    emit showLockChanged(show);
+    if (watched())
+        emit showLockChanged(show);
 }
 
 void BandwidthField::SetIsValid(bool valid)
@@ -130,7 +134,8 @@ void BandwidthField::SetIsValid(bool valid)
     const bool changed = valid != m_valid;
     m_valid = valid;
     if (changed)
-        emit validChanged(m_valid);
+        if (watched())
+            emit validChanged(m_valid);
     applyColors();
 }
 
@@ -156,7 +161,8 @@ void BandwidthField::applyColors()
     if (c == m_background)
         return;
     m_background = c;
-    emit backgroundChanged();
+    if (watched())
+        emit backgroundChanged();
 }
 
 QString BandwidthField::PrecisionQuestion()
@@ -186,8 +192,10 @@ bool BandwidthField::ConvertTo(const QString& unit, UserPrompt& prompt)
     m_value = QString::number(result); // one Change for the whole command, below
     m_unit = unit;
     m_kept.clear();
-    emit valueChanged(m_value);
-    emit unitChanged(m_unit);
+    if (watched())
+        emit valueChanged(m_value);
+    if (watched())
+        emit unitChanged(m_unit);
     changed();
     return true;
 }

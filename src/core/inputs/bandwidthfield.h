@@ -2,6 +2,8 @@
 
 #include "colors.h"
 
+#include "document/watched.h"
+
 #include <QObject>
 
 #include <functional>
@@ -15,6 +17,7 @@ class UserPrompt;
 class BandwidthField : public QObject
 {
     Q_OBJECT
+    TARNWICK_WATCHED
 public:
     explicit BandwidthField(QObject* parent = nullptr);
 
@@ -116,7 +119,8 @@ private:
     {
         if (m_ownerHook)
             m_ownerHook();
-        emit Change();
+        if (watched())
+            emit Change();
     }
     std::function<void()> m_ownerHook;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "document/watched.h"
+
 #include <QObject>
 
 #include <functional>
@@ -10,6 +12,7 @@
 class IpField : public QObject
 {
     Q_OBJECT
+    TARNWICK_WATCHED
 public:
     enum class KeyAction { Accept, Discard, Paste, FocusMask };
 
@@ -47,7 +50,8 @@ private:
     {
         if (m_ownerHook)
             m_ownerHook();
-        emit Change();
+        if (watched())
+            emit Change();
     }
     std::function<void()> m_ownerHook;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "document/watched.h"
+
 #include <QObject>
 
 #include <functional>
@@ -12,6 +14,7 @@
 class PortField : public QObject
 {
     Q_OBJECT
+    TARNWICK_WATCHED
 public:
     enum class CountLook { One, Few, Many }; // 1, 2 to 9, above 9
     enum class LeaveResult { Ok, TooManyPorts, OutOfRange };
@@ -66,7 +69,8 @@ private:
     {
         if (m_ownerHook)
             m_ownerHook();
-        emit Change();
+        if (watched())
+            emit Change();
     }
     std::function<void()> m_ownerHook;
 };

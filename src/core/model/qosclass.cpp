@@ -178,6 +178,8 @@ bool QoSClass::HasFilters() const
 
 bool QoSClass::IsInDownTree(const QoSObject* object) const
 {
+    if (m_children.isEmpty())
+        return false;
     // Iterative walk; the links by name cannot form a cycle, but a broken one must not hang.
     QList<const QoSClass*> pending{this};
     QSet<const QoSClass*> seen{this};

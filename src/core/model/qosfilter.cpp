@@ -119,7 +119,8 @@ void QoSFilter::SetFilterIdx(qint16 idx)
     if (idx == m_filterIdx)
         return;
     m_filterIdx = idx;
-    emit propertyChanged(QStringLiteral("FilterIdx"));
+    if (IsWatched())
+        emit propertyChanged(QStringLiteral("FilterIdx"));
 }
 
 QString QoSFilter::FilterCount() const

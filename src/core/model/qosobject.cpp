@@ -29,7 +29,8 @@ bool QoSObject::IsFilter() const
 void QoSObject::markChanged(const QString& property)
 {
     m_document->SetModified(true);
-    emit propertyChanged(property);
+    if (watched())
+        emit propertyChanged(property);
 }
 
 void QoSObject::SetCaption(const QString& caption)
@@ -37,7 +38,8 @@ void QoSObject::SetCaption(const QString& caption)
     if (caption == m_caption)
         return;
     m_caption = caption;
-    emit captionChanged(caption);
+    if (watched())
+        emit captionChanged(caption);
     markChanged(QStringLiteral("Caption"));
 }
 
@@ -56,7 +58,8 @@ void QoSObject::SetMatrixX(qint16 x)
     if (m_page)
         m_page->PlaceObject(this);
     if (oldX != x)
-        emit cellChanged(m_x, m_y);
+        if (watched())
+            emit cellChanged(m_x, m_y);
     markChanged(QStringLiteral("MatrixX"));
 }
 
@@ -70,7 +73,8 @@ void QoSObject::SetMatrixY(qint16 y)
     if (m_page)
         m_page->PlaceObject(this);
     if (oldY != y)
-        emit cellChanged(m_x, m_y);
+        if (watched())
+            emit cellChanged(m_x, m_y);
     markChanged(QStringLiteral("MatrixY"));
 }
 
@@ -80,7 +84,8 @@ void QoSObject::Move(double left, double top)
         return;
     m_left = left;
     m_top = top;
-    emit geometryChanged();
+    if (watched())
+        emit geometryChanged();
     PaintLines();
 }
 
@@ -90,7 +95,8 @@ void QoSObject::Resize(int width, int height)
         return;
     m_width = width;
     m_height = height;
-    emit geometryChanged();
+    if (watched())
+        emit geometryChanged();
     PaintLines();
 }
 
@@ -99,7 +105,8 @@ void QoSObject::SetVisible(bool visible)
     if (visible == m_visible)
         return;
     m_visible = visible;
-    emit visibleChanged(visible);
+    if (watched())
+        emit visibleChanged(visible);
 }
 
 void QoSObject::SetSelected(bool selected)
@@ -113,7 +120,8 @@ void QoSObject::SetSelected(bool selected)
     else if (!selected && m_page && m_page->SelectedObject() == this)
         m_page->SetSelectedObject(nullptr);
     if (changed)
-        emit selectedChanged(selected);
+        if (watched())
+            emit selectedChanged(selected);
     if (selected)
         PaintLines();
 }
@@ -138,7 +146,8 @@ void QoSObject::SetParentName(const QString& name)
         return;
     m_parentName = name;
     m_parentCache = nullptr;
-    emit parentChanged(name);
+    if (watched())
+        emit parentChanged(name);
 }
 
 void QoSObject::CreateTopConnector()
@@ -160,7 +169,8 @@ void QoSObject::RemoveTopConnector()
         m_page->SetSelectedConnector(nullptr);
     m_document->UnregisterConnector(line);
     delete line;
-    emit linesChanged();
+    if (watched())
+        emit linesChanged();
 }
 
 void QoSObject::LinkUnder(QoSClass* parent, const QString& property)
@@ -198,7 +208,8 @@ void QoSObject::PaintLines()
     if (auto* self = qobject_cast<QoSClass*>(this))
         for (QoSObject* child : self->ChildQoSObjects())
             child->UpdateTopConnector();
-    emit linesChanged();
+    if (watched())
+        emit linesChanged();
 }
 
 void QoSObject::UpdateTopConnector()
@@ -217,7 +228,8 @@ void QoSObject::UpdateTopConnector()
 
 void QoSObject::ShowConnectors(bool show)
 {
-    emit connectorsShown(show);
+    if (watched())
+        emit connectorsShown(show);
 }
 
 QoSObject::DropResult QoSObject::MoveObject(double left, double top)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "document/watched.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -14,6 +16,7 @@ class QoSConnector;
 class QoSObject : public QObject
 {
     Q_OBJECT
+    TARNWICK_WATCHED
     Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
 public:
     // The result of letting a dragged box go.
@@ -111,6 +114,10 @@ signals:
     void connectorsShown(bool shown);
     // Any stored property, by its name.
     void propertyChanged(const QString& name);
+
+public:
+    // Whether anybody follows this box's signals.
+    bool IsWatched() const { return watched(); }
 
 protected:
     void markChanged(const QString& property);

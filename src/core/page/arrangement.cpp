@@ -180,7 +180,7 @@ void Arrangement::Materialize()
         o->m_columnNode = -1;
         o->InitCell(qint16(x), o->MatrixY());
         m_page.m_index.Insert(o);
-        if (x != 0)
+        if (x != 0 && o->IsWatched())
             emit o->cellChanged(x, o->MatrixY());
     }
 }

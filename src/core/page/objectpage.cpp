@@ -217,18 +217,18 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
         c->AddParentQoSObject(parent); // as setting QoSParent to parentIdx, without reading it again
     c->SetQoSDirection(direction);
 
-    const QString line = m_document->Common1()->LineBandwidth(direction);
+    const auto line = [this, &direction] { return m_document->Common1()->LineBandwidth(direction); };
     if (!minBandwidth.isEmpty())
         c->SetQoSMinBandWidth(minBandwidth);
     else if (!parent)
-        c->SetQoSMinBandWidth(m_classCount >= 2 ? QStringLiteral("0") : line);
+        c->SetQoSMinBandWidth(m_classCount >= 2 ? QStringLiteral("0") : line());
     else
         c->SetQoSMinBandWidthKBit(1);
 
     if (!maxBandwidth.isEmpty())
         c->SetQoSMaxBandWidth(maxBandwidth);
     else if (!parent)
-        c->SetQoSMaxBandWidth(line);
+        c->SetQoSMaxBandWidth(line());
     else
         c->SetQoSMaxBandWidthKBit(parent->QoSMaxBandWidthKBit());
 

@@ -29,7 +29,8 @@ void QoSConnector::Move(int x1, int y1, int x2, int y2)
         m_width = width;
         m_height = height;
     }
-    emit geometryChanged();
+    if (watched())
+        emit geometryChanged();
 }
 
 void QoSConnector::SetSelected(bool selected)
@@ -37,7 +38,8 @@ void QoSConnector::SetSelected(bool selected)
     m_selected = selected;
     if (selected && m_page)
         m_page->SetSelectedConnector(this);
-    emit selectedChanged(selected);
+    if (watched())
+        emit selectedChanged(selected);
 }
 
 void QoSConnector::EditCut()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "document/watched.h"
+
 #include <QObject>
 #include <QPointer>
 
@@ -12,6 +14,7 @@ class QoSObject;
 class QoSConnector final : public QObject
 {
     Q_OBJECT
+    TARNWICK_WATCHED
 public:
     QoSConnector(Document* document, QoSObject* bottom);
 
