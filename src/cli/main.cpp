@@ -105,8 +105,9 @@ int exportCommand(CliSession& session)
     QByteArray bytes;
     try {
         bytes = ExportQoSBytes(session.document());
-    } catch (const QoSError&) {
+    } catch (const QoSError& e) {
         line(stderr, QStringLiteral("Bei der Erstellung sind Fehler aufgetreten!"));
+        line(stderr, e.message());
         return Failed;
     }
     write(stdout, bytes);

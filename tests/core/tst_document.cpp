@@ -237,9 +237,10 @@ private slots:
         QoSClass* c = doc.Down1()->NewClassCommand();
         QVERIFY(c);
         QCOMPARE(c->Name(), QStringLiteral("QoSClass1"));
-        // Every text argument is empty: no direction, so the bandwidths are those of the up line.
-        QCOMPARE(c->QoSDirection(), QString());
-        QCOMPARE(c->QoSMinBandWidth(), QStringLiteral("128kbit"));
+        // The page's own direction, so that the class reads back, and the down line's bandwidth.
+        QCOMPARE(c->QoSDirection(), QStringLiteral("down"));
+        QCOMPARE(c->QoSMinBandWidth(), QStringLiteral("768kbit"));
+        QCOMPARE(doc.Up1()->NewClassCommand()->QoSDirection(), QStringLiteral("up"));
         c->SetSelected(true);
         QCOMPARE(doc.Down1()->NewFilterCommand(), nullptr);
         QCOMPARE(prompt.messages(),

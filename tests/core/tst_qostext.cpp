@@ -150,8 +150,8 @@ private slots:
         QTest::newRow("ends with CR LF")
             << QStringLiteral("eins\r\n")
             << QStringLiteral("#QOS_DESCRIPTION='2' #Zeilen\r\n#eins\r\n#\r\n\r\n");
-        QTest::newRow("lone LF is no line break")
-            << QStringLiteral("a\nb") << QStringLiteral("#QOS_DESCRIPTION='1' #Zeilen\r\n#a\nb\r\n\r\n");
+        QTest::newRow("lone LF and CR break lines too")
+            << QStringLiteral("a\nb\rc") << QStringLiteral("#QOS_DESCRIPTION='3' #Zeilen\r\n#a\r\n#b\r\n#c\r\n\r\n");
     }
     void description()
     {

@@ -123,8 +123,9 @@ bool EditorSession::SaveAs()
     QByteArray bytes;
     try {
         bytes = ExportQoSBytes(m_document);
-    } catch (const QoSError&) {
-        m_document.prompt().Message(WriterFailed, UserPrompt::Icon::Critical);
+    } catch (const QoSError& e) {
+        // The reason names the box or the setting, so that the user can put it right.
+        m_document.prompt().Message(WriterFailed + QStringLiteral("\n\n") + e.message(), UserPrompt::Icon::Critical);
         return false;
     }
     QString reason;
@@ -146,14 +147,17 @@ bool EditorSession::Generate(const std::function<void(const QString&)>& toClipbo
     // Writing renumbers the boxes but changes nothing a user wrote.
     const bool modified = m_document.IsModified();
     QString text;
+    QString reason;
     try {
         text = ExportQoSText(m_document);
-    } catch (const QoSError&) {
+    } catch (const QoSError& e) {
         text.clear();
+        reason = e.message();
     }
     m_document.SetModified(modified);
     if (text.isEmpty()) {
-        m_document.prompt().Message(WriterFailed, UserPrompt::Icon::Critical);
+        m_document.prompt().Message(reason.isEmpty() ? WriterFailed : WriterFailed + QStringLiteral("\n\n") + reason,
+                                    UserPrompt::Icon::Critical);
         return false;
     }
     toClipboard(text);

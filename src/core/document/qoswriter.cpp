@@ -12,9 +12,11 @@
 #include "windows1252.h"
 
 #include <QDate>
+#include <QRegularExpression>
 #include <QDateTime>
 
 #include <charconv>
+#include <functional>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -159,6 +161,93 @@ private:
 // "='" and "'\r\n".
 constexpr qsizetype lineRoom = 64;
 
+QString pageName(const QoSObject& o)
+{
+    return o.GetObjectPage() && o.GetObjectPage()->Direction() == u"up" ? QStringLiteral("Up") : QStringLiteral("Down");
+}
+
+QString describe(const QoSObject& o)
+{
+    return QStringLiteral("%1 \"%2\" in Zelle %3,%4 der Seite %5")
+        .arg(o.IsClass() ? QStringLiteral("Die Klasse") : QStringLiteral("Der Filter"), o.Caption())
+        .arg(o.MatrixX())
+        .arg(o.MatrixY())
+        .arg(pageName(o));
+}
+
+QoSError unwritable(const QString& text)
+{
+    return QoSError(QoSError::Kind::File, text);
+}
+
+// A value stands between two single quotes on a line of its own, in the router's code page: a
+// quote or a line break would cut it when the file is read again, a character the code page
+// does not know would become "?". Such a value is refused rather than changed.
+void checkValue(QStringView value, const std::function<QString()>& owner, QStringView what)
+{
+    for (const QChar c : value) {
+        if (c == u'\'' || c == u'\r' || c == u'\n')
+            throw unwritable(QStringLiteral("%1: %2 \"%3\" enthält %4; so lässt sich der Wert nicht in qos.txt "
+                                            "schreiben.")
+                                 .arg(owner(), what.toString(), value.toString(),
+                                      c == u'\'' ? QStringLiteral("ein Hochkomma (')")
+                                                 : QStringLiteral("einen Zeilenumbruch")));
+    }
+    const qsizetype bad = Windows1252::FirstUnmappable(value);
+    if (bad >= 0)
+        throw unwritable(QStringLiteral("%1: %2 \"%3\" enthält das Zeichen \"%4\", das qos.txt nicht kennt.")
+                             .arg(owner(), what.toString(), value.toString(),
+                                  value.mid(bad, value[bad].isHighSurrogate() ? 2 : 1).toString()));
+}
+
+void checkClass(const QoSClass& c)
+{
+    const auto owner = [&c] { return describe(c); };
+    // A class below row 3 would be refused when the file is read again.
+    if (c.MatrixY() >= 4)
+        throw unwritable(QStringLiteral("%1 steht in Zeile %2; Klassen stehen in den Zeilen 0 bis 3, sonst lässt sich "
+                                        "die Datei nicht wieder vollständig lesen.")
+                             .arg(owner())
+                             .arg(c.MatrixY()));
+    checkValue(c.Caption(), owner, u"der Titel");
+    checkValue(c.QoSMinBandWidth(), owner, u"das Minimum");
+    checkValue(c.QoSMaxBandWidth(), owner, u"das Maximum");
+    checkValue(c.QoSDirection(), owner, u"die Richtung");
+    checkValue(c.QoSPrio(), owner, u"die Priorität");
+}
+
+void checkFilter(const QoSFilter& f)
+{
+    const auto owner = [&f] { return describe(f); };
+    // A filter without its class would end the reading of the file.
+    if (!f.ParentQoSObject())
+        throw unwritable(QStringLiteral("%1 hängt an keiner Klasse; so lässt sich die Datei nicht wieder vollständig "
+                                        "lesen.")
+                             .arg(owner()));
+    checkValue(f.Caption(), owner, u"der Titel");
+    checkValue(f.QoSIP(), owner, u"die IP-Adresse");
+    checkValue(f.QoSPort(), owner, u"die Ports");
+    checkValue(f.QoSType(), owner, u"der Typ");
+    checkValue(f.QoSOption(), owner, u"die Option");
+}
+
+void checkCommon(const QoSCommon& common)
+{
+    const auto owner = [] { return QStringLiteral("Allgemein"); };
+    checkValue(common.QoSInternetDev(), owner, u"das Internet-Gerät");
+    checkValue(common.QoSInternetBandDown(), owner, u"die Bandbreite Down");
+    checkValue(common.QoSInternetBandUp(), owner, u"die Bandbreite Up");
+    checkValue(common.QoSLocalNetDev(), owner, u"das LAN-Gerät");
+    checkValue(common.QoSLocalBand(), owner, u"die LAN-Bandbreite");
+    checkValue(common.QoSVersion(), owner, u"die Version");
+    // The description is written line by line: only its characters must fit.
+    const qsizetype bad = Windows1252::FirstUnmappable(common.QoSDescription());
+    if (bad >= 0)
+        throw unwritable(QStringLiteral("Allgemein: die Beschreibung enthält das Zeichen \"%1\", das qos.txt nicht "
+                                        "kennt.")
+                             .arg(common.QoSDescription().mid(bad, 1)));
+}
+
 struct Entry
 {
     QoSObject* object;
@@ -177,9 +266,14 @@ public:
             for (QoSObject* o : page->ObjectsInWriteOrder())
                 m_boxes.push_back({o, 0});
         qint32 classes = 0;
-        for (Entry& e : m_boxes)
-            if (auto* c = qobject_cast<QoSClass*>(e.object))
+        for (Entry& e : m_boxes) {
+            if (auto* c = qobject_cast<QoSClass*>(e.object)) {
+                checkClass(*c);
                 c->SetClassIdx(++classes);
+            } else if (auto* f = qobject_cast<QoSFilter*>(e.object)) {
+                checkFilter(*f);
+            }
+        }
         qint64 filters = 0;
         for (Entry& e : m_boxes) {
             auto* f = qobject_cast<QoSFilter*>(e.object);
@@ -315,8 +409,10 @@ void writeCommon(Lines<Sink>& out, const QoSCommon& common)
 template <typename Sink>
 void writeDescription(Lines<Sink>& out, const QString& description)
 {
-    const QStringList pieces =
-        description.isEmpty() ? QStringList() : description.split(QStringLiteral("\r\n"));
+    // Every line break starts a line of its own, a lone CR or LF too: a piece that ran on into
+    // the next line would stand there without its "#" and read as a setting.
+    static const QRegularExpression lineBreak(QStringLiteral("\r\n|\r|\n"));
+    const QStringList pieces = description.isEmpty() ? QStringList() : description.split(lineBreak);
     out.literal("#QOS_DESCRIPTION='");
     out.number(pieces.size());
     out.literal("' #Zeilen\r\n");
@@ -386,6 +482,7 @@ void exportInto(Document& doc, Sink& sink)
     common.SetQoSInternetDefaultUp(QString());
     common.SetQoSInternetDefaultDown(QString());
 
+    checkCommon(common);
     const Numbering numbering(doc);
     // Exactly "up" is up; any other direction counts as down. Of several, the last wins.
     for (const Entry& e : numbering.boxes()) {

@@ -24,6 +24,16 @@ char encodeChar(char16_t c)
 
 } // namespace
 
+qsizetype Windows1252::FirstUnmappable(QStringView text)
+{
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        if (c >= 0x80 && encodeChar(c) == '?')
+            return i;
+    }
+    return -1;
+}
+
 QString Windows1252::Decode(const QByteArray& bytes)
 {
     QString out(bytes.size(), Qt::Uninitialized);

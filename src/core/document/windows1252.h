@@ -14,6 +14,9 @@ QString Decode(const QByteArray& bytes);
 
 // Characters the code page cannot hold become "?".
 QByteArray Encode(QStringView text);
+// The position of the first character the code page cannot hold, or -1.
+qsizetype FirstUnmappable(QStringView text);
+
 // The same into a buffer that has room for text.size() bytes; returns the end of what was written.
 char* EncodeInto(QStringView text, char* dst);
 

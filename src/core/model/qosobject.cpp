@@ -247,7 +247,12 @@ QoSObject::DropResult QoSObject::MoveObject(double left, double top)
     const int x = *l / p.ColWidth;
     const int y = *t / p.RowHeight;
     QoSObject* target = m_page->ObjectAt(x, y);
-    if (!target) {
+    if (!target && IsClass() && y >= 4) {
+        // Classes stand in the rows of the four class levels; a file with a class below them
+        // could not be read back.
+        m_page->PlaceObject(this);
+        result.message = QStringLiteral("Verschieben nicht möglich. Keine weitere Ebene möglich.");
+    } else if (!target) {
         if (x < -32768 || x > 32767 || y < -32768 || y > 32767) {
             m_page->PlaceObject(this);
             return result;

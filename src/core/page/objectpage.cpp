@@ -376,8 +376,9 @@ void ObjectPage::SetSelectedConnector(QoSConnector* connector)
 
 QoSClass* ObjectPage::NewClassCommand()
 {
+    // The page's own direction: a class without one could not be read back from a file.
     int idx = 0;
-    return AddClass(QString(), QString(), QString(), QString(), QString(), idx, false, QString());
+    return AddClass(QString(), QString(), QString(), m_direction, QString(), idx, false, QString());
 }
 
 QoSFilter* ObjectPage::NewFilterCommand()
