@@ -105,9 +105,8 @@ int exportCommand(CliSession& session)
     QByteArray bytes;
     try {
         bytes = ExportQoSBytes(session.document());
-    } catch (const QoSError& e) {
+    } catch (const QoSError&) {
         line(stderr, QStringLiteral("Bei der Erstellung sind Fehler aufgetreten!"));
-        line(stderr, e.message());
         return Failed;
     }
     write(stdout, bytes);
