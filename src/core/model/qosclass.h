@@ -74,6 +74,9 @@ public:
     // Colours the bandwidth fields through their IsValid. Throws an overflow QoSError when a
     // sum or a conversion does not fit; flags not yet set by then stay as they were.
     void Validate(bool recursive);
+    // The colours of Validate for a limit and sibling sum the caller already knows, so that a
+    // whole sibling group is checked with one sum. Throws an overflow QoSError like Validate.
+    void ValidateAgainst(qint32 limit, qint32 siblingSum);
 
     void SetSelected(bool selected) override;
     void EditDelete() override;
