@@ -4,9 +4,15 @@
 
 #include "document/qoserror.h"
 #include "document/qoswriter.h"
+#include "page/objectpage.h"
+#include "page/pagerenderer.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QImage>
 #include <QStringList>
+
+#include <cstring>
+#include <memory>
 
 #include <cstdio>
 
@@ -39,6 +45,8 @@ void help()
                      "  export DATEI   liest eine qos.txt und gibt sie so aus, wie der Editor sie speichert\n"
                      "  json DATEI     gibt das gelesene Dokument als JSON aus\n"
                      "  check DATEI    prüft Bandbreiten, Adressen und Ports des gelesenen Dokuments\n"
+                     "  render DATEI BILD.png [down|up]\n"
+                     "                 zeichnet die Seite (Vorgabe down) so, wie der Editor sie zeigt\n"
                      "  --help         zeigt diese Hilfe\n"
                      "\n"
                      "Rückgabewerte: 0 in Ordnung, 1 Fehler im Dokument, 2 falscher Aufruf oder Datei "
@@ -61,6 +69,25 @@ int exportCommand(CliSession& session)
     return Ok;
 }
 
+int renderCommand(CliSession& session, const QString& out, const QString& direction)
+{
+    for (QString message : session.Messages())
+        line(stderr, message.replace(u'\n', u' '));
+    Document& doc = session.document();
+    ObjectPage* page = direction == u"up" ? doc.Up1() : doc.Down1();
+    QString error;
+    const QImage image = RenderObjectPage(page, &error);
+    if (image.isNull()) {
+        line(stderr, QStringLiteral("Fehler: ") + error);
+        return Failed;
+    }
+    if (!image.save(out, "PNG")) {
+        line(stderr, QStringLiteral("Fehler: Das Bild \"%1\" kann nicht geschrieben werden.").arg(out));
+        return Failed;
+    }
+    return Ok;
+}
+
 int checkCommand(CliSession& session)
 {
     const CheckReport report = CheckDocument(session);
@@ -75,8 +102,16 @@ int checkCommand(CliSession& session)
 
 int main(int argc, char* argv[])
 {
-    QCoreApplication app(argc, argv);
-    const QStringList args = app.arguments().mid(1);
+    // Only a picture needs the widgets; it is drawn on the offscreen platform, so that no
+    // display is needed and the picture does not depend on one.
+    std::unique_ptr<QCoreApplication> app;
+    if (argc > 1 && std::strcmp(argv[1], "render") == 0) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        app = std::make_unique<QApplication>(argc, argv);
+    } else {
+        app = std::make_unique<QCoreApplication>(argc, argv);
+    }
+    const QStringList args = QCoreApplication::arguments().mid(1);
     if (args.isEmpty())
         return usageError(QStringLiteral("Fehler: kein Befehl angegeben."));
     const QString& command = args[0];
@@ -84,12 +119,18 @@ int main(int argc, char* argv[])
         help();
         return Ok;
     }
-    if (command != u"export" && command != u"json" && command != u"check")
+    if (command != u"export" && command != u"json" && command != u"check" && command != u"render")
         return usageError(QStringLiteral("Fehler: unbekannter Befehl \"%1\".").arg(command));
     if (args.size() < 2)
         return usageError(QStringLiteral("Fehler: beim Befehl \"%1\" fehlt die Datei.").arg(command));
-    if (args.size() > 2)
+    const bool render = command == u"render";
+    if (render && args.size() < 3)
+        return usageError(QStringLiteral("Fehler: beim Befehl \"render\" fehlt der Name des Bildes."));
+    if (args.size() > (render ? 4 : 2))
         return usageError(QStringLiteral("Fehler: zu viele Argumente für \"%1\".").arg(command));
+    const QString direction = render && args.size() > 3 ? args[3] : QStringLiteral("down");
+    if (direction != u"down" && direction != u"up")
+        return usageError(QStringLiteral("Fehler: die Seite heißt \"down\" oder \"up\", nicht \"%1\".").arg(direction));
 
     CliSession session;
     if (!session.Open(args[1])) {
@@ -98,6 +139,8 @@ int main(int argc, char* argv[])
     }
     if (command == u"export")
         return exportCommand(session);
+    if (render)
+        return renderCommand(session, args[2], direction);
     if (command == u"json") {
         write(stdout, JsonReport(session));
         return Ok;
