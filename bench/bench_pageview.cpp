@@ -1,0 +1,185 @@
+// The object pages on screen, offscreen.
+//   BM_OpenWithViews:  reading a router file of 1000 classes and 2000 filters while the views
+//                      of both pages are open, up to the first picture of each page
+//   BM_ViewsOverOpened: the two views made over the opened document, up to their first picture
+//   BM_AllBoxWidgets:  what building every box of the down page as widgets would cost (what
+//                      the views avoid by building only the visible part)
+//   BM_ScrollAcross:   scrolling the down page from left to right by one screen at a time
+//   BM_RenderPage:     the picture of the hand-written sample's down page
+#include "document/document.h"
+#include "document/qosreader.h"
+#include "document/qoswriter.h"
+#include "document/scriptedprompt.h"
+#include "model/qosclass.h"
+#include "page/objectpage.h"
+#include "page/objectpageview.h"
+#include "page/pagerenderer.h"
+
+#include <QApplication>
+#include <QFile>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+namespace {
+
+// Per page 10 main classes with 49 sub classes each (500 classes), two filters under every
+// sub class and a third under the first ten (1000 filters): 1000 classes and 2000 filters.
+QByteArray largeRouterFile()
+{
+    static const QByteArray bytes = [] {
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        for (ObjectPage* page : {doc.Down1(), doc.Up1()}) {
+            int leaves = 0;
+            for (int m = 0; m < 10; ++m) {
+                int mainIdx = 0;
+                page->AddClass(QStringLiteral("0"), QStringLiteral("1000kbit"), QStringLiteral("100000kbit"),
+                               page->Direction(), QStringLiteral("0"), mainIdx, false, QStringLiteral("Haus %1").arg(m));
+                for (int s = 0; s < 49; ++s) {
+                    int subIdx = 0;
+                    page->AddClass(QString::number(mainIdx), QStringLiteral("20kbit"), QStringLiteral("2000kbit"),
+                                   page->Direction(), QStringLiteral("2"), subIdx, false,
+                                   QStringLiteral("Rechner %1").arg(s));
+                    for (int f = 0; f < (leaves < 10 ? 3 : 2); ++f) {
+                        int filterIdx = 0;
+                        page->AddFilter(QString::number(subIdx), QStringLiteral("10.%1.%2.%3").arg(m).arg(s).arg(f),
+                                        QStringLiteral("80"), QStringLiteral("client"), QString(), filterIdx,
+                                        QString());
+                    }
+                    ++leaves;
+                }
+            }
+        }
+        return ExportQoSBytes(doc);
+    }();
+    return bytes;
+}
+
+struct Screen
+{
+    std::unique_ptr<ObjectPageView> down;
+    std::unique_ptr<ObjectPageView> up;
+
+    explicit Screen(Document& doc) : down(new ObjectPageView(doc.Down1())), up(new ObjectPageView(doc.Up1()))
+    {
+        for (ObjectPageView* view : {down.get(), up.get()}) {
+            view->setAttribute(Qt::WA_DontShowOnScreen);
+            view->resize(1280, 800);
+            view->show();
+        }
+    }
+    // Everything the views wait for (their widgets, the bandwidth checks) happens now.
+    void settle() { QCoreApplication::sendPostedEvents(); }
+};
+
+void BM_OpenWithViews(benchmark::State& state)
+{
+    const QByteArray bytes = largeRouterFile();
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto prompt = std::make_unique<ScriptedPrompt>();
+        auto doc = std::make_unique<Document>(prompt.get());
+        Screen screen(*doc);
+        screen.settle();
+        state.ResumeTiming();
+        ImportQoSBytes(*doc, bytes);
+        screen.settle();
+        benchmark::DoNotOptimize(screen.down->boxWidgetCount());
+        state.PauseTiming();
+        state.counters["boxes"] = doc->Objects().size();
+        state.counters["widgets"] = screen.down->boxWidgetCount() + screen.up->boxWidgetCount();
+        screen = Screen(*doc); // the views go before the document
+        screen.down.reset();
+        screen.up.reset();
+        doc.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        state.ResumeTiming();
+    }
+}
+
+void BM_ViewsOverOpened(benchmark::State& state)
+{
+    ScriptedPrompt prompt;
+    Document doc(&prompt);
+    ImportQoSBytes(doc, largeRouterFile());
+    for (auto _ : state) {
+        {
+            Screen screen(doc);
+            screen.settle();
+            benchmark::DoNotOptimize(screen.down->boxWidgetCount());
+            state.PauseTiming();
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        state.ResumeTiming();
+    }
+}
+
+void BM_AllBoxWidgets(benchmark::State& state)
+{
+    ScriptedPrompt prompt;
+    Document doc(&prompt);
+    ImportQoSBytes(doc, largeRouterFile());
+    for (auto _ : state) {
+        {
+            ObjectPageView view(doc.Down1());
+            view.realizeAll();
+            state.counters["widgets"] = view.boxWidgetCount();
+            state.PauseTiming();
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        state.ResumeTiming();
+    }
+}
+
+void BM_ScrollAcross(benchmark::State& state)
+{
+    ScriptedPrompt prompt;
+    Document doc(&prompt);
+    ImportQoSBytes(doc, largeRouterFile());
+    Screen screen(doc);
+    screen.settle();
+    ObjectPageView* view = screen.down.get();
+    int steps = 0;
+    for (auto _ : state) {
+        view->setScrollPosition(QPoint(0, 0));
+        while (view->scrollBy(QPoint(view->width(), 0))) {
+            screen.settle();
+            ++steps;
+        }
+    }
+    state.counters["screens"] = benchmark::Counter(steps, benchmark::Counter::kAvgIterations);
+}
+
+void BM_RenderPage(benchmark::State& state)
+{
+    QFile file(QStringLiteral(TARNWICK_SAMPLES "/home-router.qos.txt"));
+    file.open(QIODevice::ReadOnly);
+    ScriptedPrompt prompt;
+    Document doc(&prompt);
+    ImportQoSBytes(doc, file.readAll());
+    for (auto _ : state) {
+        const QImage image = RenderObjectPage(doc.Down1());
+        benchmark::DoNotOptimize(image.constBits());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+} // namespace
+
+BENCHMARK(BM_OpenWithViews)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_ViewsOverOpened)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_AllBoxWidgets)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_ScrollAcross)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RenderPage)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
