@@ -17,6 +17,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QRegularExpression>
 
 #include <benchmark/benchmark.h>
 
@@ -57,6 +58,17 @@ QByteArray largeRouterFile()
     return bytes;
 }
 
+// The resident memory of the process in MB, as the kernel counts it (0 where it does not).
+double residentMegabytes()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    const QRegularExpression rss(QStringLiteral("VmRSS:\\s+(\\d+) kB"));
+    const auto match = rss.match(QString::fromLatin1(status.readAll()));
+    return match.hasMatch() ? match.captured(1).toDouble() / 1024 : 0;
+}
+
 struct Screen
 {
     std::unique_ptr<ObjectPageView> down;
@@ -90,6 +102,7 @@ void BM_OpenWithViews(benchmark::State& state)
         state.PauseTiming();
         state.counters["boxes"] = doc->Objects().size();
         state.counters["widgets"] = screen.down->boxWidgetCount() + screen.up->boxWidgetCount();
+        state.counters["rss_MB"] = residentMegabytes();
         screen = Screen(*doc); // the views go before the document
         screen.down.reset();
         screen.up.reset();

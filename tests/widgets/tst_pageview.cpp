@@ -6,6 +6,8 @@
 #include "pageviewfixture.h"
 
 #include <QAction>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
 #include <QScrollBar>
@@ -371,20 +373,26 @@ private slots:
     void boxesFitTheirCells_data()
     {
         QTest::addColumn<int>("pointSize");
-        QTest::newRow("the default font") << 0;
-        QTest::newRow("a large font") << 16;
+        QTest::addColumn<bool>("whileShown"); // the font changes while the page is on screen
+        QTest::newRow("the default font") << 0 << false;
+        QTest::newRow("a large font") << 16 << false;
+        QTest::newRow("a large font chosen while the page is shown") << 16 << true;
     }
     void boxesFitTheirCells()
     {
         QFETCH(int, pointSize);
+        QFETCH(bool, whileShown);
         const QFont before = QApplication::font();
-        if (pointSize) {
-            QFont large = before;
-            large.setPointSize(pointSize);
+        QFont large = before;
+        large.setPointSize(pointSize ? pointSize : before.pointSize());
+        if (pointSize && !whileShown)
             QApplication::setFont(large);
-        }
         {
             PageViewFixture f(QStringLiteral("C S1 S1 F2 F2 F3 C F4"));
+            if (whileShown) {
+                QApplication::setFont(large);
+                f.settle();
+            }
             f.view->realizeAll();
             const ObjectPageProperties& p = f.page->prop();
             const QList<QoSObjectBox*> boxes = f.view->pane()->findChildren<QoSObjectBox*>();
@@ -396,10 +404,23 @@ private slots:
                 QVERIFY2(cellRect.contains(b->geometry().translated(f.view->scrollPosition())), qPrintable(o->Name()));
                 for (QoSObjectBox* other : boxes)
                     QVERIFY(other == b || !other->geometry().intersects(b->geometry()));
-                // Every field lies wholly inside its box.
-                for (QWidget* w : b->findChildren<QWidget*>())
-                    if (w->isVisibleTo(b) && w->parentWidget() == b)
-                        QVERIFY2(b->rect().contains(w->geometry()), qPrintable(o->Name() + u' ' + w->objectName()));
+                // Every field lies wholly inside its box, and no text is cut: each text box and
+                // label is at least as large as it needs to be.
+                for (QWidget* w : b->findChildren<QWidget*>()) {
+                    if (!w->isVisibleTo(b))
+                        continue;
+                    const QString what = o->Name() + u' ' + w->objectName();
+                    if (w->parentWidget() == b)
+                        QVERIFY2(b->rect().contains(w->geometry()), qPrintable(what));
+                    const QSize need = w->minimumSizeHint();
+                    if (auto* edit = qobject_cast<QLineEdit*>(w)) {
+                        const int text = edit->fontMetrics().horizontalAdvance(edit->text());
+                        QVERIFY2(edit->height() >= need.height() && text <= edit->contentsRect().width() - 4,
+                                 qPrintable(what));
+                    } else if (qobject_cast<QLabel*>(w) && w->objectName() != u"Label2") {
+                        QVERIFY2(w->height() >= need.height() && w->width() >= need.width(), qPrintable(what));
+                    }
+                }
             }
         }
         QApplication::setFont(before);

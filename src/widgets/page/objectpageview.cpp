@@ -121,16 +121,48 @@ void ObjectPageView::setStatusLine(StatusLine* line)
 
 // --- records of boxes and lines ------------------------------------------------------------
 
-void ObjectPageView::adopt(QoSObject* object)
+void ObjectPageView::sizeBox(QoSObject* object)
 {
-    if (!object || m_boxes.contains(object->Name()))
-        return;
-    m_boxes.insert(object->Name(), BoxRecord{object, nullptr});
     // The box's size is that of its controls; it keeps its cell and is centred in it again.
     const BoxMetrics& m = BoxMetrics::For(font());
     const QSize size = object->IsClass() ? m.classBox() : m.filterBox();
     object->Resize(size.width() * 15, size.height() * 15);
     m_page->PlaceObject(object);
+}
+
+void ObjectPageView::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::FontChange)
+        return;
+    // Another font makes other boxes: the cells grow to them, and every box is made anew.
+    QPointer<QoSObject> focused;
+    if (QoSObjectBox* box = boxAround(QApplication::focusWidget()))
+        focused = box->object();
+    m_pane->setFocus(Qt::OtherFocusReason);
+    fitCells();
+    for (BoxRecord& record : m_boxes) {
+        if (!record.object)
+            continue;
+        sizeBox(record.object);
+        if (record.widget) {
+            record.widget->detach();
+            dropWidget(record.widget);
+            record.widget = nullptr;
+        }
+    }
+    m_pinned.clear();
+    realize();
+    if (focused)
+        focusObject(focused);
+}
+
+void ObjectPageView::adopt(QoSObject* object)
+{
+    if (!object || m_boxes.contains(object->Name()))
+        return;
+    m_boxes.insert(object->Name(), BoxRecord{object, nullptr});
+    sizeBox(object);
     connect(object, &QoSObject::geometryChanged, this, [this, object] { objectMoved(object); });
     connect(object, &QoSObject::visibleChanged, this, [this, object] { objectMoved(object); });
     connect(object, &QoSObject::selectedChanged, this, [this, object](bool selected) { objectSelected(object, selected); });
@@ -442,8 +474,7 @@ QoSConnectorView* ObjectPageView::makeLine(QoSConnector* connector)
     widget->setGeometry(lineRect(connector).translated(-m_offset));
     widget->layoutFromConnector();
     widget->show();
-    if (!connector->Selected())
-        widget->lower();
+    stackLine(widget, connector->Selected());
     return widget;
 }
 
@@ -454,6 +485,21 @@ bool ObjectPageView::isPinned(QWidget* widget) const
         return true;
     QWidget* focus = QApplication::focusWidget();
     return focus && (focus == widget || widget->isAncestorOf(focus));
+}
+
+void ObjectPageView::stackLine(QWidget* line, bool selected)
+{
+    if (!selected) {
+        line->lower();
+        return;
+    }
+    // The pane's children are in stacking order, the lowest first.
+    for (QObject* child : m_pane->children())
+        if (auto* box = qobject_cast<QoSObjectBox*>(child); box && box->isVisibleTo(m_pane)) {
+            line->stackUnder(box);
+            return;
+        }
+    line->raise();
 }
 
 void ObjectPageView::setPinned(QWidget* widget, bool pinned)

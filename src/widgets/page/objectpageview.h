@@ -87,6 +87,9 @@ public:
     // Used by the boxes.
     MoveObject* mover() const { return m_mover; }
     void setPinned(QWidget* widget, bool pinned);
+    // Lines lie behind every box; a selected line comes to the front of the lines, but not
+    // over a box, whose plug and edges must stay within reach.
+    void stackLine(QWidget* line, bool selected);
     int typePosition(const QString& filterName) const { return m_typePositions.value(filterName); }
     void setTypePosition(const QString& filterName, int position) { m_typePositions.insert(filterName, position); }
     // Called by the pane when its size changed.
@@ -95,6 +98,9 @@ public:
 signals:
     // The page's selection changed (a box or a line).
     void selectionChanged();
+
+protected:
+    void changeEvent(QEvent* event) override;
 
 private:
     struct BoxRecord {
@@ -107,6 +113,7 @@ private:
     };
 
     void fitCells();
+    void sizeBox(QoSObject* object);
     void adopt(QoSObject* object);
     void adoptConnector(QoSConnector* connector);
     void removeBox(const QString& name);

@@ -97,11 +97,8 @@ void QoSConnectorView::paintEvent(QPaintEvent*)
 
 void QoSConnectorView::showSelected(bool selected)
 {
-    // A selected line comes to the front with its end marks; otherwise lines stay behind boxes.
-    if (selected)
-        raise();
-    else
-        lower();
+    if (m_view)
+        m_view->stackLine(this, selected);
     layoutFromConnector();
 }
 
