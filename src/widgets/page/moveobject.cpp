@@ -16,6 +16,10 @@ MoveObject::MoveObject(ObjectPageView* view) : QObject(view), m_view(view) {}
 void MoveObject::Press(QoSObjectBox* box, const QPointF& globalPos)
 {
     QoSObject* object = box ? box->object() : nullptr;
+    // A press whose release never came (a message box took the mouse) ends here.
+    if (m_box && m_box != box)
+        m_view->setPinned(m_box, false);
+    m_scrollTimer.stop();
     if (!object)
         return;
     m_box = box;

@@ -8,7 +8,6 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
-#include <QPainterPath>
 #include <QTimerEvent>
 
 #include <cmath>
@@ -60,17 +59,15 @@ void QoSConnectorView::updateMask()
     // The band along the line that a click or the mouse can hit, with room for the end marks.
     const QPointF a = startPoint();
     const QPointF b = endPoint();
-    QPainterPath band;
+    QRegion band(QRect(startPoint() - QPoint(4, 4), QSize(9, 9)));
+    band += QRect(endPoint() - QPoint(4, 4), QSize(9, 9));
     const QPointF d = b - a;
     const double length = std::hypot(d.x(), d.y());
     if (length > 0) {
         const QPointF n(-d.y() / length * 4, d.x() / length * 4);
-        band.addPolygon(QPolygonF{a + n, b + n, b - n, a - n});
+        band += QRegion(QPolygonF{a + n, b + n, b - n, a - n}.toPolygon());
     }
-    band.addRect(QRectF(a.x() - 4, a.y() - 4, 9, 9));
-    band.addRect(QRectF(b.x() - 4, b.y() - 4, 9, 9));
-    setMask(QRegion(band.toFillPolygon().toPolygon()).united(QRegion(QRect(a.toPoint() - QPoint(4, 4), QSize(9, 9))))
-                .united(QRegion(QRect(b.toPoint() - QPoint(4, 4), QSize(9, 9)))));
+    setMask(band);
 }
 
 void QoSConnectorView::paintEvent(QPaintEvent*)
