@@ -52,5 +52,7 @@ int main(int argc, char* argv[])
             prompt.Message(report.Message(), UserPrompt::Icon::Warning);
     }
     status.SetStatusText(QStringLiteral("Bereit"));
-    return app.exec();
+    const int result = app.exec();
+    delete tabs; // the views go before the document they show
+    return result;
 }

@@ -25,6 +25,7 @@ struct PageViewFixture {
     {
         PageScript::run(page, script);
         view = new ObjectPageView(page);
+        view->setPrompt(&prompt);
         view->resize(1000, 760);
         view->show();
         QApplication::setActiveWindow(view);

@@ -32,7 +32,7 @@ class ValidationWatcher;
 // window; the page is drawn into it at the scroll position.
 //
 // The view follows the core by its signals alone: boxes added, moved, resized, deleted,
-// linked, the grid grown, the document cleared.
+// linked, the grid grown, the document cleared. A view must go before the document it shows.
 class ObjectPageView : public QWidget
 {
     Q_OBJECT
