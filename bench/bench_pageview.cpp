@@ -5,12 +5,15 @@
 //   BM_AllBoxWidgets:  what building every box of the down page as widgets would cost (what
 //                      the views avoid by building only the visible part)
 //   BM_ScrollAcross:   scrolling the down page from left to right by one screen at a time
+//   BM_DragStep:       one mouse move while a class with two filters is dragged
 //   BM_RenderPage:     the picture of the hand-written sample's down page
 #include "document/document.h"
 #include "document/qosreader.h"
 #include "document/qoswriter.h"
 #include "document/scriptedprompt.h"
 #include "model/qosclass.h"
+#include "model/qosobjectbox.h"
+#include "page/moveobject.h"
 #include "page/objectpage.h"
 #include "page/objectpageview.h"
 #include "page/pagerenderer.h"
@@ -26,7 +29,7 @@
 namespace {
 
 // Per page 10 main classes with 49 sub classes each (500 classes), two filters under every
-// sub class and a third under the first ten (1000 filters): 1000 classes and 2000 filters.
+// sub class and a third under the first twenty (1000 filters): 1000 classes and 2000 filters.
 QByteArray largeRouterFile()
 {
     static const QByteArray bytes = [] {
@@ -43,7 +46,7 @@ QByteArray largeRouterFile()
                     page->AddClass(QString::number(mainIdx), QStringLiteral("20kbit"), QStringLiteral("2000kbit"),
                                    page->Direction(), QStringLiteral("2"), subIdx, false,
                                    QStringLiteral("Rechner %1").arg(s));
-                    for (int f = 0; f < (leaves < 10 ? 3 : 2); ++f) {
+                    for (int f = 0; f < (leaves < 20 ? 3 : 2); ++f) {
                         int filterIdx = 0;
                         page->AddFilter(QString::number(subIdx), QStringLiteral("10.%1.%2.%3").arg(m).arg(s).arg(f),
                                         QStringLiteral("80"), QStringLiteral("client"), QString(), filterIdx,
@@ -165,6 +168,29 @@ void BM_ScrollAcross(benchmark::State& state)
     state.counters["screens"] = benchmark::Counter(steps, benchmark::Counter::kAvgIterations);
 }
 
+void BM_DragStep(benchmark::State& state)
+{
+    ScriptedPrompt prompt;
+    Document doc(&prompt);
+    ImportQoSBytes(doc, largeRouterFile());
+    Screen screen(doc);
+    screen.settle();
+    ObjectPageView* view = screen.down.get();
+    // The third sub class of the first main class: a line above, two filters below.
+    QoSObject* dragged = doc.Down1()->ObjectAt(2, 1);
+    QoSObjectBox* box = view->box(dragged->Name());
+    const QPoint start = box->mapToGlobal(QPoint(10, 5));
+    view->mover()->Press(box, start);
+    int step = 0;
+    for (auto _ : state) {
+        // To and fro over two cells, so that the page never scrolls.
+        const int dx = (step++ % 200) < 100 ? step % 100 : 100 - step % 100;
+        view->mover()->Move(start + QPoint(4 * dx, dx));
+        screen.settle();
+    }
+    view->mover()->Release(start);
+}
+
 void BM_RenderPage(benchmark::State& state)
 {
     QFile file(QStringLiteral(TARNWICK_SAMPLES "/home-router.qos.txt"));
@@ -185,6 +211,7 @@ BENCHMARK(BM_OpenWithViews)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_ViewsOverOpened)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_AllBoxWidgets)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_ScrollAcross)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_DragStep)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_RenderPage)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)

@@ -223,9 +223,13 @@ void ObjectPageView::objectMoved(QoSObject* object)
     const auto it = m_boxes.constFind(object->Name());
     if (it == m_boxes.cend())
         return;
+    const QRect r = boxRect(object);
     if (it->widget) {
-        it->widget->setGeometry(boxRect(object).translated(-m_offset));
+        it->widget->setGeometry(r.translated(-m_offset));
         it->widget->setVisible(object->Visible());
+        // A box moving within sight (a drag) needs no look at all the others.
+        if (r.intersects(visibleRect()))
+            return;
     }
     scheduleRealize();
 }
@@ -235,9 +239,12 @@ void ObjectPageView::connectorMoved(QoSConnector* connector)
     const auto it = m_lines.constFind(connector->Name());
     if (it == m_lines.cend())
         return;
+    const QRect r = lineRect(connector);
     if (it->widget) {
-        it->widget->setGeometry(lineRect(connector).translated(-m_offset));
+        it->widget->setGeometry(r.translated(-m_offset));
         it->widget->layoutFromConnector();
+        if (r.intersects(visibleRect()))
+            return;
     }
     scheduleRealize();
 }
