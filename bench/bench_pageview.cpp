@@ -1,6 +1,8 @@
 // The object pages on screen, offscreen.
 //   BM_OpenWithViews:  reading a router file of 1000 classes and 2000 filters while the views
 //                      of both pages are open, up to the first picture of each page
+//   BM_OpenRepaintingEachStep: the same with a status window that lets the interface repaint
+//                      at every step of the import, as the editor's does
 //   BM_ViewsOverOpened: the two views made over the opened document, up to their first picture
 //   BM_AllBoxWidgets:  what building every box of the down page as widgets would cost (what
 //                      the views avoid by building only the visible part)
@@ -106,9 +108,41 @@ void BM_OpenWithViews(benchmark::State& state)
         state.counters["boxes"] = doc->Objects().size();
         state.counters["widgets"] = screen.down->boxWidgetCount() + screen.up->boxWidgetCount();
         state.counters["rss_MB"] = residentMegabytes();
-        screen = Screen(*doc); // the views go before the document
-        screen.down.reset();
+        screen.down.reset(); // the views go before the document
         screen.up.reset();
+        doc.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        state.ResumeTiming();
+    }
+}
+
+// A status window that lets every waiting event through at each step of a long loop.
+class RepaintingStatus : public StatusWindow
+{
+public:
+    void Show(const QString&, const QString&) override { QCoreApplication::processEvents(); }
+    void SetCaption(const QString&) override {}
+    void SetMessage(const QString&) override { QCoreApplication::processEvents(); }
+    void SetProgress(int, int) override {}
+    void Close() override {}
+};
+
+void BM_OpenRepaintingEachStep(benchmark::State& state)
+{
+    const QByteArray bytes = largeRouterFile();
+    for (auto _ : state) {
+        state.PauseTiming();
+        RepaintingStatus status;
+        auto prompt = std::make_unique<ScriptedPrompt>();
+        auto doc = std::make_unique<Document>(prompt.get());
+        doc->setStatusWindow(&status);
+        auto screen = std::make_unique<Screen>(*doc);
+        screen->settle();
+        state.ResumeTiming();
+        ImportQoSBytes(*doc, bytes);
+        screen->settle();
+        state.PauseTiming();
+        screen.reset();
         doc.reset();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         state.ResumeTiming();
@@ -208,6 +242,7 @@ void BM_RenderPage(benchmark::State& state)
 } // namespace
 
 BENCHMARK(BM_OpenWithViews)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_OpenRepaintingEachStep)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_ViewsOverOpened)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_AllBoxWidgets)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_ScrollAcross)->Unit(benchmark::kMillisecond);

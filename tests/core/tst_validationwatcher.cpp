@@ -162,6 +162,40 @@ private slots:
         QCOMPARE(invalid.filter(QStringLiteral(".min")).size(), 2);
     }
 
+    // Checked after every step, as while a file is read with the interface repainting between
+    // steps, the colours agree with what the check button gives at the end.
+    void checkingAfterEveryStepAgreesWithTheCheckButton()
+    {
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        ValidationWatcher watcher(doc.Down1());
+        doc.Common1()->SetQoSInternetBandDown(QStringLiteral("1000kbit"));
+        const char* steps[][3] = {{"0", "300kbit", "1000kbit"}, {"0", "300kbit", "800kbit"}, {"1", "500kbit", "900kbit"},
+                                  {"1", "600kbit", "1200kbit"}, {"0", "500kbit", "1000kbit"}, {"3", "1kbit", "500kbit"},
+                                  {"2", "700kbit", "700kbit"}, {"2", "200kbit", "900kbit"}};
+        for (const auto& step : steps) {
+            int idx = 0;
+            doc.Down1()->AddClass(QString::fromLatin1(step[0]), QString::fromLatin1(step[1]), QString::fromLatin1(step[2]),
+                                  QStringLiteral("down"), QStringLiteral("0"), idx, false, QString());
+            QCoreApplication::processEvents();
+        }
+        qobject_cast<QoSClass*>(doc.Object(QStringLiteral("QoSClass4")))->LineTop()->EditCut();
+        QCoreApplication::processEvents();
+        auto flags = [&doc] {
+            QString out;
+            for (QoSObject* o : doc.Down1()->ContainedObjects())
+                if (auto* c = qobject_cast<QoSClass*>(o))
+                    out += QString(c->MinField()->IsValid() ? u'+' : u'-') + (c->MaxField()->IsValid() ? u'+' : u'-') + u' ';
+            return out;
+        };
+        const QString watched = flags();
+        for (QoSObject* o : doc.Down1()->ContainedObjects())
+            if (auto* c = qobject_cast<QoSClass*>(o); c && !c->ParentQoSObject())
+                c->Validate(true);
+        QCOMPARE(watched, flags());
+        QVERIFY(watched.contains(u'-')); // the case is not trivially valid
+    }
+
     void aClearedDocumentStartsAfresh()
     {
         Tree tree;

@@ -18,6 +18,7 @@ ValidationWatcher::ValidationWatcher(ObjectPage* page, QObject* parent)
     connect(m_document, &Document::objectRemoved, this, &ValidationWatcher::removed);
     connect(m_document, &Document::cleared, this, [this] {
         m_places.clear();
+        m_mainClasses.clear();
         m_dirtyParents.clear();
         m_dirtyDirections.clear();
     });
@@ -41,8 +42,9 @@ void ValidationWatcher::watch(QoSObject* object)
         return; // filters take no part in a bandwidth check
     connect(c, &QoSObject::propertyChanged, this, [this, c](const QString& property) { propertyChanged(c, property); });
     connect(c, &QoSObject::parentChanged, this, [this, c](const QString& name) { parentChanged(c, name); });
-    const Place place{c->ParentName(), c->QoSDirection()};
+    const Place place{c->ParentName(), c->QoSDirection(), c->Sequence()};
     m_places.insert(c->Name(), place);
+    placeMainClass(c, Place{}, place);
     markPlace(place);
     if (c->HasChildClasses())
         m_dirtyParents.insert(c->Name());
@@ -59,8 +61,10 @@ void ValidationWatcher::propertyChanged(QoSClass* c, const QString& property)
         m_dirtyParents.insert(c->Name());
         schedule();
     } else if (property == u"QoSDirection") {
+        const Place old = place;
         markPlace(place);
         place.direction = c->QoSDirection();
+        placeMainClass(c, old, place);
         markPlace(place);
     }
 }
@@ -68,10 +72,19 @@ void ValidationWatcher::propertyChanged(QoSClass* c, const QString& property)
 void ValidationWatcher::parentChanged(QoSClass* c, const QString& parentName)
 {
     Place& place = m_places[c->Name()];
+    const Place old = place;
     markPlace(place);
     place.parent = parentName;
     place.direction = c->QoSDirection();
+    placeMainClass(c, old, place);
     markPlace(place);
+}
+
+void ValidationWatcher::placeMainClass(QoSClass* c, const Place& old, const Place& now)
+{
+    m_mainClasses[old.direction].remove(old.sequence);
+    if (!c->ParentQoSObject())
+        m_mainClasses[now.direction].insert(now.sequence, c);
 }
 
 void ValidationWatcher::removed(const QString& name)
@@ -80,6 +93,7 @@ void ValidationWatcher::removed(const QString& name)
     if (it == m_places.cend())
         return;
     markPlace(*it);
+    m_mainClasses[it->direction].remove(it->sequence);
     m_dirtyParents.remove(name);
     m_places.erase(it);
 }
@@ -151,11 +165,11 @@ void checkGroup(const QList<QoSClass*>& group)
 
 void ValidationWatcher::checkMainClasses(const QString& direction)
 {
-    // The same group as a main class's sibling sum: every class of the document that reads
-    // parent "0" and has exactly this direction, in creation order.
+    // The same group as a main class's sibling sum: the classes that read parent "0" and have
+    // exactly this direction, in creation order. A page holds the classes of its direction.
     QList<QoSClass*> group;
-    for (QoSObject* o : m_document->Objects())
-        if (auto* c = qobject_cast<QoSClass*>(o); c && c->QoSDirection() == direction && c->QoSParent() == u"0")
+    for (const QPointer<QoSClass>& c : std::as_const(m_mainClasses[direction]))
+        if (c && c->QoSDirection() == direction && c->QoSParent() == u"0")
             group << c;
     checkGroup(group);
 }

@@ -77,7 +77,10 @@ ObjectPageView::ObjectPageView(ObjectPage* page, QWidget* parent)
     fitCells();
     for (QoSObject* object : page->ContainedObjects())
         adopt(object);
+    m_shownPitch = QSize(page->prop().ColWidth, page->prop().RowHeight);
+    m_shownSize = pageSize();
     updateScrollBars();
+    scheduleRealize();
 }
 
 ObjectPageView::~ObjectPageView()
@@ -163,12 +166,15 @@ void ObjectPageView::adopt(QoSObject* object)
         return;
     m_boxes.insert(object->Name(), BoxRecord{object, nullptr});
     sizeBox(object);
+    const QRect r = boxRect(object);
     connect(object, &QoSObject::geometryChanged, this, [this, object] { objectMoved(object); });
     connect(object, &QoSObject::visibleChanged, this, [this, object] { objectMoved(object); });
     connect(object, &QoSObject::selectedChanged, this, [this, object](bool selected) { objectSelected(object, selected); });
     if (QoSConnector* line = object->LineTop())
         adoptConnector(line);
-    scheduleRealize();
+    // A file read box by box adds most boxes far out of sight: they wait for the scroll bars.
+    if (r.intersects(makeArea()))
+        scheduleRealize();
 }
 
 void ObjectPageView::adoptConnector(QoSConnector* connector)
@@ -177,7 +183,8 @@ void ObjectPageView::adoptConnector(QoSConnector* connector)
         return;
     m_lines.insert(connector->Name(), LineRecord{connector, nullptr});
     connect(connector, &QoSConnector::geometryChanged, this, [this, connector] { connectorMoved(connector); });
-    scheduleRealize();
+    if (lineRect(connector).intersects(makeArea()))
+        scheduleRealize();
 }
 
 void ObjectPageView::removeBox(const QString& name)
@@ -223,15 +230,17 @@ void ObjectPageView::objectMoved(QoSObject* object)
     const auto it = m_boxes.constFind(object->Name());
     if (it == m_boxes.cend())
         return;
+    // Only a box coming near the visible part, or one with a widget leaving it, needs a look
+    // at the others; a drag within sight or boxes moving far away do not.
     const QRect r = boxRect(object);
     if (it->widget) {
         it->widget->setGeometry(r.translated(-m_offset));
         it->widget->setVisible(object->Visible());
-        // A box moving within sight (a drag) needs no look at all the others.
-        if (r.intersects(visibleRect()))
-            return;
+        if (!r.intersects(keepArea()))
+            scheduleRealize();
+    } else if (r.intersects(makeArea())) {
+        scheduleRealize();
     }
-    scheduleRealize();
 }
 
 void ObjectPageView::connectorMoved(QoSConnector* connector)
@@ -243,10 +252,11 @@ void ObjectPageView::connectorMoved(QoSConnector* connector)
     if (it->widget) {
         it->widget->setGeometry(r.translated(-m_offset));
         it->widget->layoutFromConnector();
-        if (r.intersects(visibleRect()))
-            return;
+        if (!r.intersects(keepArea()))
+            scheduleRealize();
+    } else if (r.intersects(makeArea())) {
+        scheduleRealize();
     }
-    scheduleRealize();
 }
 
 void ObjectPageView::objectSelected(QoSObject* object, bool selected)
@@ -303,6 +313,25 @@ QRect ObjectPageView::lineRect(const QoSConnector* connector) const
 QRect ObjectPageView::visibleRect() const
 {
     return QRect(m_offset, m_pane->size());
+}
+
+// Widgets are made a cell beyond the visible part, so that a short scroll finds them ready,
+// and kept up to three cells beyond it, so that scrolling to and fro does not make and drop
+// the same ones over and over.
+QRect ObjectPageView::makeArea() const
+{
+    const ObjectPageProperties& prop = m_page->prop();
+    const int w = prop.ColWidth / 15;
+    const int h = prop.RowHeight / 15;
+    return visibleRect().adjusted(-w, -h, w, h);
+}
+
+QRect ObjectPageView::keepArea() const
+{
+    const ObjectPageProperties& prop = m_page->prop();
+    const int w = 3 * prop.ColWidth / 15;
+    const int h = 3 * prop.RowHeight / 15;
+    return visibleRect().adjusted(-w, -h, w, h);
 }
 
 QPointF ObjectPageView::pagePosition(const QPointF& globalPos) const
@@ -369,9 +398,25 @@ void ObjectPageView::paneResized()
 
 void ObjectPageView::gridChanged()
 {
+    // A page growing by a column at a time (a file read box by box) repaints only the strip
+    // that changed, and only where it can be seen; other cell sizes repaint everything.
+    const ObjectPageProperties& prop = m_page->prop();
+    const QSize pitch(prop.ColWidth, prop.RowHeight);
+    const QSize size = pageSize();
     updateScrollBars();
-    m_pane->update();
-    scheduleRealize();
+    if (pitch != m_shownPitch) {
+        m_pane->update();
+        scheduleRealize();
+    } else {
+        const QRegion changed = QRegion(QRect(QPoint(), m_shownSize)).xored(QRegion(QRect(QPoint(), size)));
+        const QRegion visible = changed.translated(-m_offset).intersected(m_pane->rect());
+        if (!visible.isEmpty()) {
+            m_pane->update(visible);
+            scheduleRealize();
+        }
+    }
+    m_shownPitch = pitch;
+    m_shownSize = size;
 }
 
 void ObjectPageView::ensureVisible(const QoSObject* object)
@@ -414,15 +459,7 @@ void ObjectPageView::scheduleRealize()
 void ObjectPageView::realize()
 {
     m_realizeScheduled = false;
-    // Widgets are made a cell beyond the visible part, so that a short scroll finds them
-    // ready, and kept up to three cells beyond it, so that scrolling to and fro does not make
-    // and drop the same ones over and over.
-    const ObjectPageProperties& prop = m_page->prop();
-    const int cellWidth = prop.ColWidth / 15;
-    const int cellHeight = prop.RowHeight / 15;
-    const QRect view = visibleRect();
-    realizeIn(view.adjusted(-cellWidth, -cellHeight, cellWidth, cellHeight),
-              view.adjusted(-3 * cellWidth, -3 * cellHeight, 3 * cellWidth, 3 * cellHeight));
+    realizeIn(makeArea(), keepArea());
 }
 
 void ObjectPageView::realizeAll()

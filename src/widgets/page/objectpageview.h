@@ -135,6 +135,8 @@ private:
     QRect boxRect(const QoSObject* object) const;       // page pixels
     QRect lineRect(const QoSConnector* connector) const; // page pixels
     QRect visibleRect() const;                            // page pixels
+    QRect makeArea() const;
+    QRect keepArea() const;
 
     ObjectPage* m_page;
     ObjectPane* m_pane;
@@ -150,6 +152,8 @@ private:
     QHash<QString, int> m_typePositions;
     QSet<QWidget*> m_pinned;
     QPoint m_offset;
+    QSize m_shownPitch; // cell size and page size as last drawn
+    QSize m_shownSize;
     bool m_scrollBarsShown = true;
     bool m_realizeScheduled = false;
     bool m_updatingScrollBars = false;
