@@ -4,12 +4,16 @@
 
 #include "document/qoserror.h"
 #include "document/qoswriter.h"
+#include "page/objectpage.h"
+#include "page/pagerenderer.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QImage>
 #include <QStringList>
 
 #include <cerrno>
 #include <csignal>
+#include <memory>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -90,6 +94,8 @@ void help()
                      "  export DATEI   liest eine qos.txt und gibt sie so aus, wie der Editor sie speichert\n"
                      "  json DATEI     gibt das gelesene Dokument als JSON aus\n"
                      "  check DATEI    prüft Bandbreiten, Adressen und Ports des gelesenen Dokuments\n"
+                     "  render DATEI BILD.png [down|up]\n"
+                     "                 zeichnet die Seite (Vorgabe down) so, wie der Editor sie zeigt\n"
                      "  --help         zeigt diese Hilfe\n"
                      "\n"
                      "Rückgabewerte: 0 in Ordnung, 1 Fehler im Dokument, 2 falscher Aufruf oder Datei "
@@ -113,6 +119,25 @@ int exportCommand(CliSession& session)
     return Ok;
 }
 
+int renderCommand(CliSession& session, const QString& out, const QString& direction)
+{
+    for (QString message : session.Messages())
+        line(stderr, message.replace(u'\n', u' '));
+    Document& doc = session.document();
+    ObjectPage* page = direction == u"up" ? doc.Up1() : doc.Down1();
+    QString error;
+    const QImage image = RenderObjectPage(page, &error);
+    if (image.isNull()) {
+        line(stderr, QStringLiteral("Fehler: ") + error);
+        return Failed;
+    }
+    if (!image.save(out, "PNG")) {
+        line(stderr, QStringLiteral("Fehler: Das Bild \"%1\" kann nicht geschrieben werden.").arg(out));
+        return Failed;
+    }
+    return Ok;
+}
+
 int checkCommand(CliSession& session)
 {
     const CheckReport report = CheckDocument(session);
@@ -129,8 +154,16 @@ int main(int argc, char* argv[])
 {
     // A closed pipe is an output error like any other, not a reason to die without a word.
     std::signal(SIGPIPE, SIG_IGN);
-    QCoreApplication app(argc, argv);
-    const QStringList args = app.arguments().mid(1);
+    // Only a picture needs the widgets; it is drawn on the offscreen platform, so that no
+    // display is needed and the picture does not depend on one.
+    std::unique_ptr<QCoreApplication> app;
+    if (argc > 1 && std::strcmp(argv[1], "render") == 0) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        app = std::make_unique<QApplication>(argc, argv);
+    } else {
+        app = std::make_unique<QCoreApplication>(argc, argv);
+    }
+    const QStringList args = QCoreApplication::arguments().mid(1);
     if (args.isEmpty())
         return usageError(QStringLiteral("Fehler: kein Befehl angegeben."));
     const QString& command = args[0];
@@ -138,12 +171,18 @@ int main(int argc, char* argv[])
         help();
         return finish(Ok);
     }
-    if (command != u"export" && command != u"json" && command != u"check")
+    if (command != u"export" && command != u"json" && command != u"check" && command != u"render")
         return usageError(QStringLiteral("Fehler: unbekannter Befehl \"%1\".").arg(command));
     if (args.size() < 2)
         return usageError(QStringLiteral("Fehler: beim Befehl \"%1\" fehlt die Datei.").arg(command));
-    if (args.size() > 2)
+    const bool render = command == u"render";
+    if (render && args.size() < 3)
+        return usageError(QStringLiteral("Fehler: beim Befehl \"render\" fehlt der Name des Bildes."));
+    if (args.size() > (render ? 4 : 2))
         return usageError(QStringLiteral("Fehler: zu viele Argumente für \"%1\".").arg(command));
+    const QString direction = render && args.size() > 3 ? args[3] : QStringLiteral("down");
+    if (direction != u"down" && direction != u"up")
+        return usageError(QStringLiteral("Fehler: die Seite heißt \"down\" oder \"up\", nicht \"%1\".").arg(direction));
 
     // The document lives until the process ends: taking thousands of boxes apart one by one
     // just before exit would cost more than reading them.
@@ -155,6 +194,8 @@ int main(int argc, char* argv[])
     int code = Ok;
     if (command == u"export") {
         code = exportCommand(*session);
+    } else if (render) {
+        code = renderCommand(*session, args[2], direction);
     } else if (command == u"json") {
         reportEarlyStop(*session);
         write(stdout, JsonReport(*session));

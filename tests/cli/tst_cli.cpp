@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -166,6 +167,54 @@ private slots:
         QCOMPARE(lines.size(), 9);
         QVERIFY(lines[0].contains(QStringLiteral("(Grenze 1000 kbit, Summe der Minima 1200 kbit)")));
         QVERIFY(lines.last().startsWith(QStringLiteral("Up: Hauptklassen")));
+    }
+
+    void render_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("error"); // a part of the one line on standard error
+        const QString out = QDir::temp().filePath(QStringLiteral("tarnwick-render-test.png"));
+        // clang-format off
+        QTest::newRow("down page by default") << QStringList{"render", sample("home-router.qos.txt"), out} << 0 << "";
+        QTest::newRow("up page") << QStringList{"render", sample("home-router.qos.txt"), out, "up"} << 0 << "";
+        QTest::newRow("a page too large for one picture") << QStringList{"render", data("huge-page.qos.txt"), out}
+                                                          << 1 << "zu groß für ein Bild";
+        QTest::newRow("no such page") << QStringList{"render", sample("home-router.qos.txt"), out, "sideways"} << 2
+                                      << "\"down\" oder \"up\"";
+        QTest::newRow("no picture named") << QStringList{"render", sample("home-router.qos.txt")} << 2
+                                          << "fehlt der Name des Bildes";
+        QTest::newRow("picture cannot be written") << QStringList{"render", sample("home-router.qos.txt"),
+                                                                  data("no-such-dir/out.png")} << 1 << "kann nicht geschrieben werden";
+        // clang-format on
+    }
+    void render()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(int, exitCode);
+        QFETCH(QString, error);
+        const QString out = args.size() > 2 ? args[2] : QString();
+        if (!out.isEmpty())
+            QFile::remove(out);
+        const Run r = run(args);
+        QCOMPARE(r.exitCode, exitCode);
+        QVERIFY2(QString::fromUtf8(r.err).contains(error), r.err.constData());
+        QFile png(out);
+        QCOMPARE(png.exists(), exitCode == 0);
+        if (exitCode != 0)
+            return;
+        QVERIFY(png.open(QIODevice::ReadOnly));
+        const QByteArray head = png.read(24);
+        QVERIFY(head.startsWith("\x89PNG\r\n\x1a\n"));
+        // The size from the header: as wide as the page's six columns, as high as its rows.
+        const auto be32 = [&head](int at) {
+            return (quint32(quint8(head[at])) << 24) | (quint32(quint8(head[at + 1])) << 16) |
+                   (quint32(quint8(head[at + 2])) << 8) | quint32(quint8(head[at + 3]));
+        };
+        QVERIFY(be32(16) > 6 * 117); // at least six boxes of the smallest size side by side
+        QVERIFY(be32(20) > 5 * 85);
+        png.close();
+        QFile::remove(out);
     }
 };
 

@@ -1,3 +1,4 @@
+#include "app/statusbarline.h"
 #include "document/scriptedprompt.h"
 #include "inputs/inputbandwidth.h"
 #include "inputs/inputdirection.h"
@@ -15,6 +16,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QTest>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -385,6 +387,53 @@ private slots:
         QCOMPARE(b.field()->Bandwidth(), QStringLiteral("0kbit")); // back on its own field
         QTest::keyClicks(child<QLineEdit>(&b, "txtMin"), QStringLiteral("5"));
         QCOMPARE(b.field()->Value(), QStringLiteral("05"));
+    }
+
+    // A label whose text changes is read by that text; the fixed words saying what it is
+    // become its description.
+    void changingLabelsReadTheirText_data()
+    {
+        QTest::addColumn<QString>("widget");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("description");
+        // clang-format off
+        QTest::newRow("unit") << "bandwidth" << "10Mbit" << "Mbit" << "Einheit";
+        QTest::newRow("port count") << "port" << "21,80,6000-6010" << "13" << "Anzahl Ports";
+        QTest::newRow("direction") << "direction" << "up" << "up" << "Richtung";
+        QTest::newRow("status line") << "status" << "Datei öffnen abgebrochen." << "Datei öffnen abgebrochen." << "Statuszeile";
+        QTest::newRow("empty status line") << "status" << "" << "Statuszeile" << "Statuszeile";
+        // clang-format on
+    }
+    void changingLabelsReadTheirText()
+    {
+        QFETCH(QString, widget);
+        QFETCH(QString, value);
+        QFETCH(QString, name);
+        QFETCH(QString, description);
+        QWidget host;
+        QLabel* label = nullptr;
+        if (widget == u"bandwidth") {
+            auto* w = new InputBandwidth(&host);
+            w->field()->SetBandwidth(value);
+            label = child<QLabel>(w, "lblMinUnit");
+        } else if (widget == u"port") {
+            auto* w = new InputPort(&host);
+            w->field()->SetPort(value);
+            label = child<QLabel>(w, "lblFilterCount");
+        } else if (widget == u"direction") {
+            auto* w = new InputDirection(&host);
+            w->field()->SetText(value);
+            label = child<QLabel>(w, "lblDirection");
+        } else {
+            auto* bar = new QStatusBar(&host);
+            StatusBarLine line(bar);
+            line.SetStatusText(QStringLiteral("vorher"));
+            line.SetStatusText(value);
+            label = bar->findChild<QLabel*>(QStringLiteral("pnlStatus"));
+        }
+        QCOMPARE(label->accessibleName(), name);
+        QCOMPARE(label->accessibleDescription(), description);
     }
 
     void everyControlIsNamed()

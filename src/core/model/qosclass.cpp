@@ -219,15 +219,19 @@ void QoSClass::Validate(bool recursive)
 void QoSClass::Validate(bool recursive, ValidationPass& pass)
 {
     const qint32 limit = Limit();
-    const qint32 sum = pass.SiblingMinimumSum(*this);
-    m_min->SetIsValid(QoSMinBandWidthKBit() >= 1 && sum <= limit);
-    // The maximum is compared by the number the user entered, not by its kbit value.
-    const double entered = Numbers::LeadingValue(m_max->Value());
-    m_max->SetIsValid(entered > 0 && entered <= limit);
+    ValidateAgainst(limit, pass.SiblingMinimumSum(*this));
     if (recursive)
         for (QoSObject* o : ChildQoSObjects())
             if (auto* c = qobject_cast<QoSClass*>(o))
                 c->Validate(true, pass);
+}
+
+void QoSClass::ValidateAgainst(qint32 limit, qint32 siblingSum)
+{
+    m_min->SetIsValid(QoSMinBandWidthKBit() >= 1 && siblingSum <= limit);
+    // The maximum is compared by the number the user entered, not by its kbit value.
+    const double entered = Numbers::LeadingValue(m_max->Value());
+    m_max->SetIsValid(entered > 0 && entered <= limit);
 }
 
 void QoSClass::SetSelected(bool selected)

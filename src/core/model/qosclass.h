@@ -79,6 +79,9 @@ public:
     // belong together (every main class of the document) share one pass.
     void Validate(bool recursive);
     void Validate(bool recursive, ValidationPass& pass);
+    // The colours of Validate for a limit and sibling sum the caller already knows, so that a
+    // whole sibling group is checked with one sum. Throws an overflow QoSError like Validate.
+    void ValidateAgainst(qint32 limit, qint32 siblingSum);
 
     void SetSelected(bool selected) override;
     void EditDelete() override;

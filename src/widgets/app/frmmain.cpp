@@ -1,5 +1,7 @@
 #include "frmmain.h"
 
+#include "page/objectpageview.h"
+
 #include "aboutbox.h"
 #include "app/appproperties.h"
 #include "app/editorsession.h"
@@ -49,45 +51,6 @@ QIcon themed(const char* name, QStyle::StandardPixmap fallback)
 {
     return QIcon::fromTheme(QString::fromLatin1(name), QApplication::style()->standardIcon(fallback));
 }
-
-// Until the page view arrives, a page is shown as a short summary of what it holds.
-class PagePlaceholder final : public QLabel
-{
-public:
-    PagePlaceholder(ObjectPage* page, QWidget* parent) : QLabel(parent), m_page(page)
-    {
-        setAlignment(Qt::AlignCenter);
-        setWordWrap(true);
-        setAccessibleDescription(QStringLiteral("Inhalt der Seite"));
-        const auto refresh = [this] { showSummary(); };
-        connect(page, &ObjectPage::objectAdded, this, refresh);
-        connect(page, &ObjectPage::objectRemoved, this, refresh);
-        connect(page, &ObjectPage::selectionChanged, this, refresh);
-        connect(page, &ObjectPage::gridChanged, this, refresh);
-        showSummary();
-    }
-
-private:
-    void showSummary()
-    {
-        if (!m_page)
-            return;
-        const QoSObject* selected = m_page->SelectedObject();
-        QString text = QStringLiteral("Seite %1: %2 × %3 Zellen, %4 Klassen, %5 Filter")
-                           .arg(m_page->Direction())
-                           .arg(m_page->prop().Cols)
-                           .arg(m_page->prop().Rows)
-                           .arg(m_page->ClassCount())
-                           .arg(m_page->ObjectCount() - m_page->ClassCount());
-        if (selected)
-            text += QStringLiteral("\nAusgewählt: %1")
-                        .arg(selected->Caption().isEmpty() ? selected->Name() : selected->Caption());
-        setText(text);
-        setAccessibleName(text);
-    }
-
-    QPointer<ObjectPage> m_page;
-};
 
 } // namespace
 
@@ -297,8 +260,10 @@ void frmMain::buildPages()
 // The one place where the pages' views are made.
 QWidget* frmMain::createPageView(ObjectPage* page, QWidget* parent)
 {
-    auto* view = new PagePlaceholder(page, parent);
+    auto* view = new ObjectPageView(page, parent);
     view->setObjectName(page->Name());
+    view->setPrompt(m_prompt);
+    view->setStatusLine(m_statusLine.get());
     return view;
 }
 

@@ -23,10 +23,14 @@ InputBandwidth::InputBandwidth(BandwidthField* field, QWidget* parent)
 {
     m_txtMin->setObjectName(QStringLiteral("txtMin"));
     m_txtMin->setAlignment(Qt::AlignRight);
-    m_txtMin->setFixedWidth(m_txtMin->fontMetrics().horizontalAdvance(QStringLiteral("00000000")) + 12);
+    setNumberDigits(8);
     m_txtMin->installEventFilter(this);
     m_lblMinUnit->setObjectName(QStringLiteral("lblMinUnit"));
-    m_lblMinUnit->setMinimumWidth(m_lblMinUnit->fontMetrics().horizontalAdvance(QStringLiteral("kbps")) + 6);
+    int unitWidth = 0;
+    for (const QString& unit : UnitConversion::Units())
+        unitWidth = qMax(unitWidth, m_lblMinUnit->fontMetrics().horizontalAdvance(unit));
+    m_lblMinUnit->setMinimumWidth(unitWidth + 6);
+    m_lblMinUnit->setAccessibleDescription(QStringLiteral("Einheit"));
     m_lblMinUnit->setToolTip(QStringLiteral("Rechtsklick: Einheit ändern"));
     m_lblMinUnit->installEventFilter(this);
     m_chkLocked->setObjectName(QStringLiteral("chkLocked"));
@@ -66,9 +70,28 @@ InputBandwidth::InputBandwidth(BandwidthField* field, QWidget* parent)
 
 void InputBandwidth::setLabel(const QString& label)
 {
+    setAccessibleName(label);
     m_txtMin->setAccessibleName(label);
-    m_lblMinUnit->setAccessibleName(label + QStringLiteral(" Einheit"));
     m_chkLocked->setAccessibleName(label + QStringLiteral(" festhalten"));
+}
+
+void InputBandwidth::setNumberDigits(int digits)
+{
+    // What a line edit adds around its text, as its own size hint counts it for 17 characters.
+    const QFontMetrics fm = m_txtMin->fontMetrics();
+    const int extra = qMax(8, m_txtMin->sizeHint().width() - 17 * fm.horizontalAdvance(u'x'));
+    m_txtMin->setFixedWidth(fm.horizontalAdvance(QString(digits, u'0')) + extra);
+}
+
+void InputBandwidth::setLockAllowed(bool allowed)
+{
+    m_lockAllowed = allowed;
+    showLock();
+}
+
+void InputBandwidth::showLock()
+{
+    m_chkLocked->setVisible(m_lockAllowed && m_field->ShowLock());
 }
 
 void InputBandwidth::buildMenu()
@@ -97,12 +120,12 @@ void InputBandwidth::setField(BandwidthField* field)
     connect(m_field, &BandwidthField::valueChanged, this, &InputBandwidth::showValue);
     connect(m_field, &BandwidthField::unitChanged, this, &InputBandwidth::showUnit);
     connect(m_field, &BandwidthField::lockedChanged, m_chkLocked, &QCheckBox::setChecked);
-    connect(m_field, &BandwidthField::showLockChanged, m_chkLocked, &QCheckBox::setVisible);
+    connect(m_field, &BandwidthField::showLockChanged, this, &InputBandwidth::showLock);
     connect(m_field, &BandwidthField::backgroundChanged, this, &InputBandwidth::showBackground);
     showValue();
     showUnit();
     m_chkLocked->setChecked(m_field->Locked());
-    m_chkLocked->setVisible(m_field->ShowLock());
+    showLock();
     showBackground();
 }
 
@@ -114,7 +137,9 @@ void InputBandwidth::showValue()
 
 void InputBandwidth::showUnit()
 {
+    // A screen reader reads the unit itself; the description says what it is.
     m_lblMinUnit->setText(m_field->Unit());
+    m_lblMinUnit->setAccessibleName(m_field->Unit().isEmpty() ? QStringLiteral("Einheit") : m_field->Unit());
 }
 
 void InputBandwidth::showBackground()

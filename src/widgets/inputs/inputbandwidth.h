@@ -27,6 +27,10 @@ public:
     void setPrompt(UserPrompt* prompt) { m_prompt = prompt; }
     // The name a screen reader gives the number box, as the label beside the field says.
     void setLabel(const QString& label);
+    // How many digits the number box shows without scrolling.
+    void setNumberDigits(int digits);
+    // A host that has no use for the lock box hides it, whatever the field's ShowLock says.
+    void setLockAllowed(bool allowed);
 
 signals:
     void Change();
@@ -39,11 +43,13 @@ private:
     void showValue();
     void showUnit();
     void showBackground();
+    void showLock();
     void convertTo(const QString& unit);
 
     BandwidthField m_own;
     QPointer<BandwidthField> m_field;
     UserPrompt* m_prompt = nullptr;
+    bool m_lockAllowed = true;
     QLineEdit* m_txtMin;
     QLabel* m_lblMinUnit;
     QCheckBox* m_chkLocked;

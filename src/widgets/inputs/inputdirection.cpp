@@ -17,7 +17,7 @@ InputDirection::InputDirection(DirectionField* field, QWidget* parent)
     m_lblDirection->setFrameShape(QFrame::StyledPanel);
     m_lblDirection->setCursor(Qt::PointingHandCursor);
     m_lblDirection->setFocusPolicy(Qt::TabFocus);
-    m_lblDirection->setAccessibleName(QStringLiteral("Richtung"));
+    m_lblDirection->setAccessibleDescription(QStringLiteral("Richtung"));
     m_lblDirection->setToolTip(QStringLiteral("Richtung (Klick wechselt)"));
     m_lblDirection->installEventFilter(this);
     auto* layout = new QVBoxLayout(this);
@@ -38,6 +38,7 @@ void InputDirection::setField(DirectionField* field)
 void InputDirection::showText()
 {
     m_lblDirection->setText(m_field->Text());
+    m_lblDirection->setAccessibleName(m_field->Text().isEmpty() ? QStringLiteral("Richtung") : m_field->Text());
 }
 
 bool InputDirection::eventFilter(QObject* watched, QEvent* event)

@@ -23,7 +23,7 @@ InputPort::InputPort(PortField* field, QWidget* parent)
     m_txtPort->setAccessibleDescription(QStringLiteral("z.B.: 21 oder 21,80,6000-6010"));
     m_txtPort->installEventFilter(this);
     m_lblFilterCount->setObjectName(QStringLiteral("lblFilterCount"));
-    m_lblFilterCount->setAccessibleName(QStringLiteral("Anzahl Ports"));
+    m_lblFilterCount->setAccessibleDescription(QStringLiteral("Anzahl Ports"));
     m_lblFilterCount->setToolTip(QStringLiteral("Anzahl Ports"));
     m_lblFilterCount->setAlignment(Qt::AlignCenter);
     m_lblFilterCount->setMinimumWidth(
@@ -62,6 +62,7 @@ void InputPort::showPort()
     if (m_txtPort->text() != m_field->Port())
         m_txtPort->setText(m_field->Port());
     m_lblFilterCount->setText(QString::number(m_field->count()));
+    m_lblFilterCount->setAccessibleName(m_lblFilterCount->text());
     // One port plain, a few in bold, many in bold red: the file gets one entry per port.
     QFont font = m_lblFilterCount->font();
     font.setBold(m_field->Look() != PortField::CountLook::One);

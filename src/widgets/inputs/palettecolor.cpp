@@ -10,7 +10,11 @@ QColor PaletteColor(Colors::Rgb color, const QPalette& palette)
     case 2: // active caption
         return palette.color(QPalette::Active, QPalette::Highlight);
     case 3: // inactive caption
-        return palette.color(QPalette::Inactive, QPalette::Highlight);
+        // Many schemes give inactive selections the active colour; a caption must still
+        // tell active from inactive, so such a scheme gets its quiet mid tone instead.
+        if (palette.color(QPalette::Inactive, QPalette::Highlight) != palette.color(QPalette::Active, QPalette::Highlight))
+            return palette.color(QPalette::Inactive, QPalette::Highlight);
+        return palette.color(QPalette::Mid);
     case 5: // window background: the background of text boxes
         return palette.color(QPalette::Base);
     case 8: // window text
@@ -22,7 +26,9 @@ QColor PaletteColor(Colors::Rgb color, const QPalette& palette)
     case 18: // button text
         return palette.color(QPalette::ButtonText);
     case 19: // inactive caption text
-        return palette.color(QPalette::Inactive, QPalette::HighlightedText);
+        if (palette.color(QPalette::Inactive, QPalette::Highlight) != palette.color(QPalette::Active, QPalette::Highlight))
+            return palette.color(QPalette::Inactive, QPalette::HighlightedText);
+        return palette.color(QPalette::WindowText);
     default:
         return palette.color(QPalette::Window);
     }

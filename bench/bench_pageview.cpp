@@ -1,0 +1,260 @@
+// The object pages on screen, offscreen.
+//   BM_OpenWithViews:  reading a router file of 1000 classes and 2000 filters while the views
+//                      of both pages are open, up to the first picture of each page
+//   BM_OpenRepaintingEachStep: the same with a status window that lets the interface repaint
+//                      at every step of the import, as the editor's does
+//   BM_ViewsOverOpened: the two views made over the opened document, up to their first picture
+//   BM_AllBoxWidgets:  what building every box of the down page as widgets would cost (what
+//                      the views avoid by building only the visible part)
+//   BM_ScrollAcross:   scrolling the down page from left to right by one screen at a time
+//   BM_DragStep:       one mouse move while a class with two filters is dragged
+//   BM_RenderPage:     the picture of the hand-written sample's down page
+#include "document/document.h"
+#include "document/qosreader.h"
+#include "document/qoswriter.h"
+#include "document/scriptedprompt.h"
+#include "model/qosclass.h"
+#include "model/qosobjectbox.h"
+#include "page/moveobject.h"
+#include "page/objectpage.h"
+#include "page/objectpageview.h"
+#include "page/pagerenderer.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QRegularExpression>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+namespace {
+
+// Per page 10 main classes with 49 sub classes each (500 classes), two filters under every
+// sub class and a third under the first twenty (1000 filters): 1000 classes and 2000 filters.
+QByteArray largeRouterFile()
+{
+    static const QByteArray bytes = [] {
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        for (ObjectPage* page : {doc.Down1(), doc.Up1()}) {
+            int leaves = 0;
+            for (int m = 0; m < 10; ++m) {
+                int mainIdx = 0;
+                page->AddClass(QStringLiteral("0"), QStringLiteral("1000kbit"), QStringLiteral("100000kbit"),
+                               page->Direction(), QStringLiteral("0"), mainIdx, false, QStringLiteral("Haus %1").arg(m));
+                for (int s = 0; s < 49; ++s) {
+                    int subIdx = 0;
+                    page->AddClass(QString::number(mainIdx), QStringLiteral("20kbit"), QStringLiteral("2000kbit"),
+                                   page->Direction(), QStringLiteral("2"), subIdx, false,
+                                   QStringLiteral("Rechner %1").arg(s));
+                    for (int f = 0; f < (leaves < 20 ? 3 : 2); ++f) {
+                        int filterIdx = 0;
+                        page->AddFilter(QString::number(subIdx), QStringLiteral("10.%1.%2.%3").arg(m).arg(s).arg(f),
+                                        QStringLiteral("80"), QStringLiteral("client"), QString(), filterIdx,
+                                        QString());
+                    }
+                    ++leaves;
+                }
+            }
+        }
+        return ExportQoSBytes(doc);
+    }();
+    return bytes;
+}
+
+// The resident memory of the process in MB, as the kernel counts it (0 where it does not).
+double residentMegabytes()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    const QRegularExpression rss(QStringLiteral("VmRSS:\\s+(\\d+) kB"));
+    const auto match = rss.match(QString::fromLatin1(status.readAll()));
+    return match.hasMatch() ? match.captured(1).toDouble() / 1024 : 0;
+}
+
+struct Screen
+{
+    std::unique_ptr<ObjectPageView> down;
+    std::unique_ptr<ObjectPageView> up;
+
+    explicit Screen(Document& doc) : down(new ObjectPageView(doc.Down1())), up(new ObjectPageView(doc.Up1()))
+    {
+        for (ObjectPageView* view : {down.get(), up.get()}) {
+            view->setAttribute(Qt::WA_DontShowOnScreen);
+            view->resize(1280, 800);
+            view->show();
+        }
+    }
+    // Everything the views wait for (their widgets, the bandwidth checks) happens now.
+    void settle() { QCoreApplication::sendPostedEvents(); }
+};
+
+void BM_OpenWithViews(benchmark::State& state)
+{
+    const QByteArray bytes = largeRouterFile();
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto prompt = std::make_unique<ScriptedPrompt>();
+        auto doc = std::make_unique<Document>(prompt.get());
+        Screen screen(*doc);
+        screen.settle();
+        state.ResumeTiming();
+        ImportQoSBytes(*doc, bytes);
+        screen.settle();
+        benchmark::DoNotOptimize(screen.down->boxWidgetCount());
+        state.PauseTiming();
+        state.counters["boxes"] = doc->Objects().size();
+        state.counters["widgets"] = screen.down->boxWidgetCount() + screen.up->boxWidgetCount();
+        state.counters["rss_MB"] = residentMegabytes();
+        screen.down.reset(); // the views go before the document
+        screen.up.reset();
+        doc.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        state.ResumeTiming();
+    }
+}
+
+// A status window that lets every waiting event through at each step of a long loop.
+class RepaintingStatus : public StatusWindow
+{
+public:
+    void Show(const QString&, const QString&) override { QCoreApplication::processEvents(); }
+    void SetCaption(const QString&) override {}
+    void SetMessage(const QString&) override { QCoreApplication::processEvents(); }
+    void SetProgress(int, int) override {}
+    void Close() override {}
+};
+
+void BM_OpenRepaintingEachStep(benchmark::State& state)
+{
+    const QByteArray bytes = largeRouterFile();
+    for (auto _ : state) {
+        state.PauseTiming();
+        RepaintingStatus status;
+        auto prompt = std::make_unique<ScriptedPrompt>();
+        auto doc = std::make_unique<Document>(prompt.get());
+        doc->setStatusWindow(&status);
+        auto screen = std::make_unique<Screen>(*doc);
+        screen->settle();
+        state.ResumeTiming();
+        ImportQoSBytes(*doc, bytes);
+        screen->settle();
+        state.PauseTiming();
+        screen.reset();
+        doc.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        state.ResumeTiming();
+    }
+}
+
+void BM_ViewsOverOpened(benchmark::State& state)
+{
+    ScriptedPrompt prompt;
+    Document doc(&prompt);
+    ImportQoSBytes(doc, largeRouterFile());
+    for (auto _ : state) {
+        {
+            Screen screen(doc);
+            screen.settle();
+            benchmark::DoNotOptimize(screen.down->boxWidgetCount());
+            state.PauseTiming();
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        state.ResumeTiming();
+    }
+}
+
+void BM_AllBoxWidgets(benchmark::State& state)
+{
+    ScriptedPrompt prompt;
+    Document doc(&prompt);
+    ImportQoSBytes(doc, largeRouterFile());
+    for (auto _ : state) {
+        {
+            ObjectPageView view(doc.Down1());
+            view.realizeAll();
+            state.counters["widgets"] = view.boxWidgetCount();
+            state.PauseTiming();
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        state.ResumeTiming();
+    }
+}
+
+void BM_ScrollAcross(benchmark::State& state)
+{
+    ScriptedPrompt prompt;
+    Document doc(&prompt);
+    ImportQoSBytes(doc, largeRouterFile());
+    Screen screen(doc);
+    screen.settle();
+    ObjectPageView* view = screen.down.get();
+    int steps = 0;
+    for (auto _ : state) {
+        view->setScrollPosition(QPoint(0, 0));
+        while (view->scrollBy(QPoint(view->width(), 0))) {
+            screen.settle();
+            ++steps;
+        }
+    }
+    state.counters["screens"] = benchmark::Counter(steps, benchmark::Counter::kAvgIterations);
+}
+
+void BM_DragStep(benchmark::State& state)
+{
+    ScriptedPrompt prompt;
+    Document doc(&prompt);
+    ImportQoSBytes(doc, largeRouterFile());
+    Screen screen(doc);
+    screen.settle();
+    ObjectPageView* view = screen.down.get();
+    // The third sub class of the first main class: a line above, two filters below.
+    QoSObject* dragged = doc.Down1()->ObjectAt(2, 1);
+    QoSObjectBox* box = view->box(dragged->Name());
+    const QPoint start = box->mapToGlobal(QPoint(10, 5));
+    view->mover()->Press(box, start);
+    int step = 0;
+    for (auto _ : state) {
+        // To and fro over two cells, so that the page never scrolls.
+        const int dx = (step++ % 200) < 100 ? step % 100 : 100 - step % 100;
+        view->mover()->Move(start + QPoint(4 * dx, dx));
+        screen.settle();
+    }
+    view->mover()->Release(start);
+}
+
+void BM_RenderPage(benchmark::State& state)
+{
+    QFile file(QStringLiteral(TARNWICK_SAMPLES "/home-router.qos.txt"));
+    file.open(QIODevice::ReadOnly);
+    ScriptedPrompt prompt;
+    Document doc(&prompt);
+    ImportQoSBytes(doc, file.readAll());
+    for (auto _ : state) {
+        const QImage image = RenderObjectPage(doc.Down1());
+        benchmark::DoNotOptimize(image.constBits());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+} // namespace
+
+BENCHMARK(BM_OpenWithViews)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_OpenRepaintingEachStep)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_ViewsOverOpened)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_AllBoxWidgets)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_ScrollAcross)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_DragStep)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_RenderPage)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

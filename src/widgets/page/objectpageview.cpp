@@ -1,0 +1,616 @@
+#include "objectpageview.h"
+
+#include "document/document.h"
+#include "model/boxmetrics.h"
+#include "model/qosclass.h"
+#include "model/qosclassbox.h"
+#include "model/qosfilter.h"
+#include "model/qosfilterbox.h"
+#include "model/validationwatcher.h"
+#include "moveobject.h"
+#include "objectpane.h"
+#include "page/objectpage.h"
+#include "page/qosconnector.h"
+#include "qosconnectorview.h"
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QMenu>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// A box's column and row are 16-bit: cells beyond these can never hold one.
+constexpr qint64 MaxCells = 32768;
+// Scroll positions and pixel sizes stay well inside int.
+constexpr qint64 MaxPixels = 1 << 30;
+
+int pixels(double twips)
+{
+    return int(std::floor(twips / 15.0));
+}
+
+} // namespace
+
+ObjectPageView::ObjectPageView(ObjectPage* page, QWidget* parent)
+    : QWidget(parent), m_page(page), m_pane(new ObjectPane(this)), m_hscrPane(new QScrollBar(Qt::Horizontal, this)),
+      m_vscrPane(new QScrollBar(Qt::Vertical, this)), m_corner(new QWidget(this)), m_mover(new MoveObject(this)),
+      m_watcher(new ValidationWatcher(page, this))
+{
+    setObjectName(page->Name());
+    setAccessibleName(page->Direction() == u"up" ? QStringLiteral("Up") : QStringLiteral("Down"));
+    m_hscrPane->setObjectName(QStringLiteral("hscrPane"));
+    m_hscrPane->setAccessibleName(QStringLiteral("Seite waagerecht verschieben"));
+    m_vscrPane->setObjectName(QStringLiteral("vscrPane"));
+    m_vscrPane->setAccessibleName(QStringLiteral("Seite senkrecht verschieben"));
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(0);
+    grid->addWidget(m_pane, 0, 0);
+    grid->addWidget(m_vscrPane, 0, 1);
+    grid->addWidget(m_hscrPane, 1, 0);
+    grid->addWidget(m_corner, 1, 1);
+    connect(m_hscrPane, &QScrollBar::valueChanged, this, &ObjectPageView::scrollBarMoved);
+    connect(m_vscrPane, &QScrollBar::valueChanged, this, &ObjectPageView::scrollBarMoved);
+
+    Document* document = page->document();
+    connect(page, &ObjectPage::objectAdded, this, &ObjectPageView::adopt);
+    connect(page, &ObjectPage::objectRemoved, this, &ObjectPageView::removeBox);
+    connect(page, &ObjectPage::gridChanged, this, &ObjectPageView::gridChanged);
+    connect(page, &ObjectPage::selectionChanged, this, &ObjectPageView::selectionChanged);
+    // Clearing the document tells the document, not the pages, about every box that goes.
+    connect(document, &Document::objectRemoved, this, &ObjectPageView::removeBox);
+    connect(document, &Document::connectorAdded, this, &ObjectPageView::adoptConnector);
+    connect(document, &Document::connectorRemoved, this, &ObjectPageView::removeLine);
+    connect(document, &Document::cleared, this, [this] {
+        for (const QString& name : m_boxes.keys())
+            removeBox(name);
+        for (const QString& name : m_lines.keys())
+            removeLine(name);
+        m_typePositions.clear();
+    });
+    connect(qApp, &QApplication::focusChanged, this, &ObjectPageView::focusChanged);
+
+    fitCells();
+    for (QoSObject* object : page->ContainedObjects())
+        adopt(object);
+    m_shownPitch = QSize(page->prop().ColWidth, page->prop().RowHeight);
+    m_shownSize = pageSize();
+    updateScrollBars();
+    scheduleRealize();
+}
+
+ObjectPageView::~ObjectPageView()
+{
+    // The boxes go with the pane; they must not talk to their objects on the way.
+    for (BoxRecord& record : m_boxes)
+        if (record.widget)
+            record.widget->detach();
+    for (LineRecord& record : m_lines)
+        if (record.widget)
+            record.widget->detach();
+}
+
+void ObjectPageView::fitCells()
+{
+    // A cell must hold the largest box at this font: the page's box size grows to it (the
+    // pitches follow), so that neighbouring boxes never overlap and no field is cut.
+    const QSize box = BoxMetrics::For(font()).largestBox();
+    const ObjectPageProperties& prop = m_page->prop();
+    const qint32 width = std::max(prop.ObjectWidth, box.width() * 15);
+    const qint32 height = std::max(prop.ObjectHeight, box.height() * 15);
+    if (width != prop.ObjectWidth || height != prop.ObjectHeight)
+        m_page->SetObjectDimensions(height, width);
+}
+
+void ObjectPageView::setPrompt(UserPrompt* prompt)
+{
+    m_prompt = prompt;
+    for (const BoxRecord& record : std::as_const(m_boxes))
+        if (record.widget)
+            record.widget->setPrompt(prompt);
+}
+
+void ObjectPageView::setStatusLine(StatusLine* line)
+{
+    m_statusLine = line;
+    for (const BoxRecord& record : std::as_const(m_boxes))
+        if (record.widget)
+            record.widget->setStatusLine(line);
+}
+
+// --- records of boxes and lines ------------------------------------------------------------
+
+void ObjectPageView::sizeBox(QoSObject* object)
+{
+    // The box's size is that of its controls; it keeps its cell and is centred in it again.
+    const BoxMetrics& m = BoxMetrics::For(font());
+    const QSize size = object->IsClass() ? m.classBox() : m.filterBox();
+    object->Resize(size.width() * 15, size.height() * 15);
+    m_page->PlaceObject(object);
+}
+
+void ObjectPageView::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::FontChange)
+        return;
+    // Another font makes other boxes: the cells grow to them, and every box is made anew.
+    QPointer<QoSObject> focused;
+    if (QoSObjectBox* box = boxAround(QApplication::focusWidget()))
+        focused = box->object();
+    m_pane->setFocus(Qt::OtherFocusReason);
+    fitCells();
+    for (BoxRecord& record : m_boxes) {
+        if (!record.object)
+            continue;
+        sizeBox(record.object);
+        if (record.widget) {
+            record.widget->detach();
+            dropWidget(record.widget);
+            record.widget = nullptr;
+        }
+    }
+    m_pinned.clear();
+    realize();
+    if (focused)
+        focusObject(focused);
+}
+
+void ObjectPageView::adopt(QoSObject* object)
+{
+    if (!object || m_boxes.contains(object->Name()))
+        return;
+    m_boxes.insert(object->Name(), BoxRecord{object, nullptr});
+    sizeBox(object);
+    const QRect r = boxRect(object);
+    connect(object, &QoSObject::geometryChanged, this, [this, object] { objectMoved(object); });
+    connect(object, &QoSObject::visibleChanged, this, [this, object] { objectMoved(object); });
+    connect(object, &QoSObject::selectedChanged, this, [this, object](bool selected) { objectSelected(object, selected); });
+    if (QoSConnector* line = object->LineTop())
+        adoptConnector(line);
+    // A file read box by box adds most boxes far out of sight: they wait for the scroll bars.
+    if (r.intersects(makeArea()))
+        scheduleRealize();
+}
+
+void ObjectPageView::adoptConnector(QoSConnector* connector)
+{
+    if (!connector || connector->GetObjectPage() != m_page || m_lines.contains(connector->Name()))
+        return;
+    m_lines.insert(connector->Name(), LineRecord{connector, nullptr});
+    connect(connector, &QoSConnector::geometryChanged, this, [this, connector] { connectorMoved(connector); });
+    if (lineRect(connector).intersects(makeArea()))
+        scheduleRealize();
+}
+
+void ObjectPageView::removeBox(const QString& name)
+{
+    const auto it = m_boxes.find(name);
+    if (it == m_boxes.end())
+        return;
+    QPointer<QoSObjectBox> widget = it->widget;
+    m_boxes.erase(it);
+    if (widget) {
+        widget->detach();
+        dropWidget(widget);
+    }
+}
+
+void ObjectPageView::removeLine(const QString& name)
+{
+    const auto it = m_lines.find(name);
+    if (it == m_lines.end())
+        return;
+    QPointer<QoSConnectorView> widget = it->widget;
+    m_lines.erase(it);
+    if (widget) {
+        widget->detach();
+        dropWidget(widget);
+    }
+}
+
+void ObjectPageView::dropWidget(QWidget* widget)
+{
+    // The widget may be in the middle of its own event (a Delete key that deleted its
+    // object), so it goes later. The focus moves to the page first: it must not wander on to
+    // the next box, which would select it, and a second Delete would then delete that too.
+    m_pinned.remove(widget);
+    if (QWidget* focus = QApplication::focusWidget(); focus && (focus == widget || widget->isAncestorOf(focus)))
+        m_pane->setFocus(Qt::OtherFocusReason);
+    widget->hide();
+    widget->deleteLater();
+}
+
+void ObjectPageView::objectMoved(QoSObject* object)
+{
+    const auto it = m_boxes.constFind(object->Name());
+    if (it == m_boxes.cend())
+        return;
+    // Only a box coming near the visible part, or one with a widget leaving it, needs a look
+    // at the others; a drag within sight or boxes moving far away do not.
+    const QRect r = boxRect(object);
+    if (it->widget) {
+        it->widget->setGeometry(r.translated(-m_offset));
+        it->widget->setVisible(object->Visible());
+        if (!r.intersects(keepArea()))
+            scheduleRealize();
+    } else if (r.intersects(makeArea())) {
+        scheduleRealize();
+    }
+}
+
+void ObjectPageView::connectorMoved(QoSConnector* connector)
+{
+    const auto it = m_lines.constFind(connector->Name());
+    if (it == m_lines.cend())
+        return;
+    const QRect r = lineRect(connector);
+    if (it->widget) {
+        it->widget->setGeometry(r.translated(-m_offset));
+        it->widget->layoutFromConnector();
+        if (!r.intersects(keepArea()))
+            scheduleRealize();
+    } else if (r.intersects(makeArea())) {
+        scheduleRealize();
+    }
+}
+
+void ObjectPageView::objectSelected(QoSObject* object, bool selected)
+{
+    // A box selected from elsewhere (the calculator, a new class) is brought into view.
+    if (selected && !boxRect(object).intersects(visibleRect()))
+        ensureVisible(object);
+}
+
+// --- selection follows the keyboard focus ---------------------------------------------------
+
+QoSObjectBox* ObjectPageView::boxAround(QWidget* widget) const
+{
+    for (QWidget* w = widget; w; w = w->parentWidget())
+        if (w->parentWidget() == m_pane)
+            return qobject_cast<QoSObjectBox*>(w);
+    return nullptr;
+}
+
+void ObjectPageView::focusChanged(QWidget* old, QWidget* now)
+{
+    // The focus leaving the window (a message box, another program) leaves the selection.
+    if (!now || now->window() != window())
+        return;
+    QoSObjectBox* oldBox = boxAround(old);
+    QoSObjectBox* newBox = boxAround(now);
+    if (oldBox && oldBox != newBox && oldBox->object() && oldBox->object()->Selected())
+        oldBox->object()->SetSelected(false);
+    if (newBox && newBox->object() && !newBox->object()->Selected())
+        newBox->object()->SetSelected(true);
+}
+
+// --- geometry and scrolling ------------------------------------------------------------------
+
+QSize ObjectPageView::pageSize() const
+{
+    const ObjectPageProperties& prop = m_page->prop();
+    const qint64 width = std::min<qint64>(prop.Cols, MaxCells) * prop.ColWidth / 15;
+    const qint64 height = std::min<qint64>(prop.Rows, MaxCells) * prop.RowHeight / 15;
+    return QSize(int(std::clamp<qint64>(width, 0, MaxPixels)), int(std::clamp<qint64>(height, 0, MaxPixels)));
+}
+
+QRect ObjectPageView::boxRect(const QoSObject* object) const
+{
+    return QRect(pixels(object->Left()), pixels(object->Top()), object->Width() / 15, object->Height() / 15);
+}
+
+QRect ObjectPageView::lineRect(const QoSConnector* connector) const
+{
+    return QRect(pixels(connector->Left()), pixels(connector->Top()), connector->Width() / 15,
+                 connector->Height() / 15);
+}
+
+QRect ObjectPageView::visibleRect() const
+{
+    return QRect(m_offset, m_pane->size());
+}
+
+// Widgets are made a cell beyond the visible part, so that a short scroll finds them ready,
+// and kept up to three cells beyond it, so that scrolling to and fro does not make and drop
+// the same ones over and over.
+QRect ObjectPageView::makeArea() const
+{
+    const ObjectPageProperties& prop = m_page->prop();
+    const int w = prop.ColWidth / 15;
+    const int h = prop.RowHeight / 15;
+    return visibleRect().adjusted(-w, -h, w, h);
+}
+
+QRect ObjectPageView::keepArea() const
+{
+    const ObjectPageProperties& prop = m_page->prop();
+    const int w = 3 * prop.ColWidth / 15;
+    const int h = 3 * prop.RowHeight / 15;
+    return visibleRect().adjusted(-w, -h, w, h);
+}
+
+QPointF ObjectPageView::pagePosition(const QPointF& globalPos) const
+{
+    return m_pane->mapFromGlobal(globalPos) + QPointF(m_offset);
+}
+
+void ObjectPageView::setScrollBarsShown(bool shown)
+{
+    m_scrollBarsShown = shown;
+    updateScrollBars();
+}
+
+void ObjectPageView::updateScrollBars()
+{
+    const QSize page = pageSize();
+    const QSize view = m_pane->size();
+    m_updatingScrollBars = true;
+    m_hscrPane->setRange(0, std::max(0, page.width() - view.width()));
+    m_hscrPane->setPageStep(std::max(1, view.width()));
+    m_hscrPane->setSingleStep(20);
+    m_vscrPane->setRange(0, std::max(0, page.height() - view.height()));
+    m_vscrPane->setPageStep(std::max(1, view.height()));
+    m_vscrPane->setSingleStep(20);
+    m_hscrPane->setVisible(m_scrollBarsShown && page.width() > view.width());
+    m_vscrPane->setVisible(m_scrollBarsShown && page.height() > view.height());
+    m_corner->setVisible(m_hscrPane->isVisibleTo(this) && m_vscrPane->isVisibleTo(this));
+    m_updatingScrollBars = false;
+    scrollBarMoved();
+}
+
+void ObjectPageView::scrollBarMoved()
+{
+    if (m_updatingScrollBars)
+        return;
+    const QPoint offset(m_hscrPane->value(), m_vscrPane->value());
+    if (offset == m_offset)
+        return;
+    const QPoint delta = m_offset - offset;
+    m_offset = offset;
+    // Moves the children and the pixels already drawn; only what comes into view is painted.
+    m_pane->scroll(delta.x(), delta.y());
+    realize();
+}
+
+void ObjectPageView::setScrollPosition(const QPoint& position)
+{
+    m_hscrPane->setValue(position.x());
+    m_vscrPane->setValue(position.y());
+}
+
+bool ObjectPageView::scrollBy(const QPoint& delta)
+{
+    const QPoint before = m_offset;
+    setScrollPosition(m_offset + delta);
+    return m_offset != before;
+}
+
+void ObjectPageView::paneResized()
+{
+    updateScrollBars();
+    realize();
+}
+
+void ObjectPageView::gridChanged()
+{
+    // A page growing by a column at a time (a file read box by box) repaints only the strip
+    // that changed, and only where it can be seen; other cell sizes repaint everything.
+    const ObjectPageProperties& prop = m_page->prop();
+    const QSize pitch(prop.ColWidth, prop.RowHeight);
+    const QSize size = pageSize();
+    updateScrollBars();
+    if (pitch != m_shownPitch) {
+        m_pane->update();
+        scheduleRealize();
+    } else {
+        const QRegion changed = QRegion(QRect(QPoint(), m_shownSize)).xored(QRegion(QRect(QPoint(), size)));
+        const QRegion visible = changed.translated(-m_offset).intersected(m_pane->rect());
+        if (!visible.isEmpty()) {
+            m_pane->update(visible);
+            scheduleRealize();
+        }
+    }
+    m_shownPitch = pitch;
+    m_shownSize = size;
+}
+
+void ObjectPageView::ensureVisible(const QoSObject* object)
+{
+    const QRect box = boxRect(object).adjusted(-12, -12, 12, 12);
+    const QRect view = visibleRect();
+    QPoint position = m_offset;
+    if (box.right() > view.right())
+        position.rx() += box.right() - view.right();
+    if (box.left() < position.x())
+        position.setX(box.left());
+    if (box.bottom() > view.bottom())
+        position.ry() += box.bottom() - view.bottom();
+    if (box.top() < position.y())
+        position.setY(box.top());
+    setScrollPosition(position);
+}
+
+void ObjectPageView::focusObject(QoSObject* object)
+{
+    if (!object || !m_boxes.contains(object->Name()))
+        return;
+    ensureVisible(object);
+    realize();
+    object->SetSelected(true);
+    if (QoSObjectBox* widget = box(object->Name()))
+        widget->focusControl()->setFocus(Qt::OtherFocusReason);
+}
+
+// --- making and dropping widgets --------------------------------------------------------------
+
+void ObjectPageView::scheduleRealize()
+{
+    if (m_realizeScheduled)
+        return;
+    m_realizeScheduled = true;
+    QMetaObject::invokeMethod(this, &ObjectPageView::realize, Qt::QueuedConnection);
+}
+
+void ObjectPageView::realize()
+{
+    m_realizeScheduled = false;
+    realizeIn(makeArea(), keepArea());
+}
+
+void ObjectPageView::realizeAll()
+{
+    const QRect everything(QPoint(-int(MaxPixels / 2), -int(MaxPixels / 2)), QPoint(int(MaxPixels), int(MaxPixels)));
+    realizeIn(everything, everything);
+}
+
+void ObjectPageView::realizeIn(const QRect& makeArea, const QRect& keepArea)
+{
+    for (BoxRecord& record : m_boxes) {
+        QoSObject* object = record.object;
+        if (!object)
+            continue;
+        const QRect r = boxRect(object);
+        if (!record.widget && object->Visible() && makeArea.intersects(r)) {
+            record.widget = makeBox(object);
+        } else if (record.widget && !keepArea.intersects(r) && !isPinned(record.widget)) {
+            record.widget->detach();
+            dropWidget(record.widget);
+            record.widget = nullptr;
+        }
+    }
+    for (LineRecord& record : m_lines) {
+        QoSConnector* connector = record.connector;
+        if (!connector)
+            continue;
+        const QRect r = lineRect(connector);
+        if (!record.widget && makeArea.intersects(r)) {
+            record.widget = makeLine(connector);
+        } else if (record.widget && !keepArea.intersects(r) && !isPinned(record.widget)) {
+            record.widget->detach();
+            dropWidget(record.widget);
+            record.widget = nullptr;
+        }
+    }
+}
+
+QoSObjectBox* ObjectPageView::makeBox(QoSObject* object)
+{
+    QoSObjectBox* widget = nullptr;
+    if (auto* c = qobject_cast<QoSClass*>(object))
+        widget = new QoSClassBox(c, this, m_pane);
+    else
+        widget = new QoSFilterBox(static_cast<QoSFilter*>(object), this, m_pane);
+    widget->setPrompt(m_prompt);
+    widget->setStatusLine(m_statusLine);
+    widget->setGeometry(boxRect(object).translated(-m_offset));
+    widget->show();
+    return widget;
+}
+
+QoSConnectorView* ObjectPageView::makeLine(QoSConnector* connector)
+{
+    auto* widget = new QoSConnectorView(connector, this, m_pane);
+    widget->setGeometry(lineRect(connector).translated(-m_offset));
+    widget->layoutFromConnector();
+    widget->show();
+    stackLine(widget, connector->Selected());
+    return widget;
+}
+
+bool ObjectPageView::isPinned(QWidget* widget) const
+{
+    // A widget with the focus (or its menu open, or being dragged) stays.
+    if (m_pinned.contains(widget))
+        return true;
+    QWidget* focus = QApplication::focusWidget();
+    return focus && (focus == widget || widget->isAncestorOf(focus));
+}
+
+void ObjectPageView::stackLine(QWidget* line, bool selected)
+{
+    if (!selected) {
+        line->lower();
+        return;
+    }
+    // The pane's children are in stacking order, the lowest first.
+    for (QObject* child : m_pane->children())
+        if (auto* box = qobject_cast<QoSObjectBox*>(child); box && box->isVisibleTo(m_pane)) {
+            line->stackUnder(box);
+            return;
+        }
+    line->raise();
+}
+
+void ObjectPageView::setPinned(QWidget* widget, bool pinned)
+{
+    if (pinned)
+        m_pinned.insert(widget);
+    else
+        m_pinned.remove(widget);
+}
+
+QoSObjectBox* ObjectPageView::box(const QString& name) const
+{
+    const auto it = m_boxes.constFind(name);
+    return it == m_boxes.cend() ? nullptr : it->widget.data();
+}
+
+QoSConnectorView* ObjectPageView::connectorView(const QString& name) const
+{
+    const auto it = m_lines.constFind(name);
+    return it == m_lines.cend() ? nullptr : it->widget.data();
+}
+
+int ObjectPageView::boxWidgetCount() const
+{
+    return int(std::count_if(m_boxes.cbegin(), m_boxes.cend(), [](const BoxRecord& r) { return !r.widget.isNull(); }));
+}
+
+int ObjectPageView::connectorWidgetCount() const
+{
+    return int(std::count_if(m_lines.cbegin(), m_lines.cend(), [](const LineRecord& r) { return !r.widget.isNull(); }));
+}
+
+// --- the page's own commands ------------------------------------------------------------------
+
+QMenu* ObjectPageView::createPageMenu(QWidget* parent)
+{
+    auto* menu = new QMenu(parent);
+    menu->setObjectName(QStringLiteral("mnuPage"));
+    // The commands run once the menu is gone: they may ask the user in a dialog of their own.
+    auto add = [this, menu](const QString& name, const QString& caption, void (ObjectPageView::*command)()) {
+        QAction* item = menu->addAction(caption);
+        item->setObjectName(name);
+        connect(item, &QAction::triggered, this, [this, command] { QMetaObject::invokeMethod(this, command, Qt::QueuedConnection); });
+    };
+    add(QStringLiteral("itmEditNewClass"), QStringLiteral("Neue &Klasse"), &ObjectPageView::NewClassCommand);
+    add(QStringLiteral("itmEditNewFilter"), QStringLiteral("Neuer &Filter"), &ObjectPageView::NewFilterCommand);
+    menu->addSeparator();
+    add(QStringLiteral("itmObjectPageProperties"), QStringLiteral("&Seitengröße..."), &ObjectPageView::PageSizeCommand);
+    return menu;
+}
+
+void ObjectPageView::NewClassCommand()
+{
+    // The page's own direction, not an empty one: a class without a direction would be
+    // written into a file that cannot be read back.
+    int idx = 0;
+    QoSClass* c = m_page->AddClass(QString(), QString(), QString(), m_page->Direction(), QString(), idx, false, QString());
+    if (c)
+        focusObject(c);
+}
+
+void ObjectPageView::NewFilterCommand()
+{
+    m_page->NewFilterCommand();
+}
+
+void ObjectPageView::PageSizeCommand()
+{
+    m_page->PageSizeCommand();
+}

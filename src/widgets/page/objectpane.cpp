@@ -1,0 +1,153 @@
+#include "objectpane.h"
+
+#include "model/qosobject.h"
+#include "objectpageview.h"
+#include "page/objectpage.h"
+#include "page/qosconnector.h"
+
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include <cmath>
+
+namespace {
+
+QColor mix(const QColor& a, const QColor& b, double share)
+{
+    return QColor::fromRgbF(float(a.redF() * (1 - share) + b.redF() * share),
+                            float(a.greenF() * (1 - share) + b.greenF() * share),
+                            float(a.blueF() * (1 - share) + b.blueF() * share));
+}
+
+} // namespace
+
+ObjectPane::ObjectPane(ObjectPageView* view) : QWidget(view), m_view(view)
+{
+    setObjectName(QStringLiteral("ObjectPane"));
+    setFocusPolicy(Qt::ClickFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAccessibleName(QStringLiteral("Seite"));
+}
+
+void ObjectPane::paintEvent(QPaintEvent* event)
+{
+    const ObjectPage* page = m_view->page();
+    const ObjectPageProperties& prop = page->prop();
+    const QPoint offset = m_view->scrollPosition();
+    const QSize size = m_view->pageSize();
+    const QRect exposed = event->rect();
+    const QPalette& pal = palette();
+
+    QPainter p(this);
+    p.fillRect(exposed, pal.color(QPalette::Window).darker(106)); // beyond the page
+    const QRect pageRect = QRect(-offset, size).intersected(exposed);
+    if (pageRect.isEmpty())
+        return;
+    const QColor base = pal.color(QPalette::Base);
+    p.fillRect(pageRect, base);
+
+    // Column and row edges in page pixels; only the ones in the exposed part are touched.
+    const double colPx = prop.ColWidth / 15.0;
+    const double rowPx = prop.RowHeight / 15.0;
+    if (colPx < 2 || rowPx < 2)
+        return;
+    const QRect area = pageRect.translated(offset); // in page pixels
+    const int classRows = std::min(4, prop.Rows);
+    const int classBottom = int(classRows * rowPx) - offset.y();
+    const QRect classBand = QRect(-offset.x(), -offset.y(), size.width(), classBottom + offset.y()).intersected(pageRect);
+    if (!classBand.isEmpty())
+        p.fillRect(classBand, mix(base, pal.color(QPalette::Highlight), 0.05));
+
+    p.setPen(mix(base, pal.color(QPalette::Mid), 0.45));
+    const qint64 firstCol = qint64(std::floor(area.left() / colPx));
+    const qint64 lastCol = qint64(std::ceil((area.right() + 1) / colPx));
+    for (qint64 c = std::max<qint64>(firstCol, 1); c <= lastCol; ++c) {
+        const int x = int(std::floor(c * colPx)) - offset.x();
+        p.drawLine(x, pageRect.top(), x, pageRect.bottom());
+    }
+    const qint64 firstRow = qint64(std::floor(area.top() / rowPx));
+    const qint64 lastRow = qint64(std::ceil((area.bottom() + 1) / rowPx));
+    for (qint64 r = std::max<qint64>(firstRow, 1); r <= lastRow; ++r) {
+        const int y = int(std::floor(r * rowPx)) - offset.y();
+        if (r != classRows)
+            p.drawLine(pageRect.left(), y, pageRect.right(), y);
+    }
+    // The border between the class levels and the filter rows.
+    if (classRows < prop.Rows && classBottom >= pageRect.top() && classBottom <= pageRect.bottom()) {
+        p.setPen(mix(base, pal.color(QPalette::Highlight), 0.45));
+        p.drawLine(pageRect.left(), classBottom, pageRect.right(), classBottom);
+    }
+}
+
+void ObjectPane::mousePressEvent(QMouseEvent* event)
+{
+    // A click on the empty page clears the selection (the focus it takes does the rest).
+    ObjectPage* page = m_view->page();
+    if (QoSObject* selected = page->SelectedObject())
+        selected->SetSelected(false);
+    if (QoSConnector* line = page->SelectedConnector(); line && line->Selected())
+        line->SetSelected(false);
+    event->accept();
+}
+
+void ObjectPane::wheelEvent(QWheelEvent* event)
+{
+    QPoint delta = event->pixelDelta();
+    if (delta.isNull())
+        delta = event->angleDelta() / 120 * 3 * m_view->verticalScrollBar()->singleStep();
+    // Shift turns the wheel sideways, as in most editors of wide pictures.
+    if (event->modifiers() & Qt::ShiftModifier)
+        delta = QPoint(delta.y() != 0 ? delta.y() : delta.x(), 0);
+    m_view->scrollBy(-delta);
+    event->accept();
+}
+
+void ObjectPane::keyPressEvent(QKeyEvent* event)
+{
+    QScrollBar* h = m_view->horizontalScrollBar();
+    QScrollBar* v = m_view->verticalScrollBar();
+    switch (event->key()) {
+    case Qt::Key_Left:
+        h->triggerAction(QAbstractSlider::SliderSingleStepSub);
+        break;
+    case Qt::Key_Right:
+        h->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+        break;
+    case Qt::Key_Up:
+        v->triggerAction(QAbstractSlider::SliderSingleStepSub);
+        break;
+    case Qt::Key_Down:
+        v->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+        break;
+    case Qt::Key_PageUp:
+        v->triggerAction(QAbstractSlider::SliderPageStepSub);
+        break;
+    case Qt::Key_PageDown:
+        v->triggerAction(QAbstractSlider::SliderPageStepAdd);
+        break;
+    case Qt::Key_Home:
+        m_view->setScrollPosition(QPoint(0, 0));
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+}
+
+void ObjectPane::contextMenuEvent(QContextMenuEvent* event)
+{
+    QMenu* menu = m_view->createPageMenu(this);
+    connect(menu, &QMenu::aboutToHide, menu, &QObject::deleteLater);
+    menu->popup(event->globalPos());
+}
+
+void ObjectPane::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    m_view->paneResized();
+}

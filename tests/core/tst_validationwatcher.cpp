@@ -1,0 +1,213 @@
+#include "document/document.h"
+#include "document/qoscommon.h"
+#include "document/qosreader.h"
+#include "document/scriptedprompt.h"
+#include "inputs/bandwidthfield.h"
+#include "model/qosclass.h"
+#include "model/validationwatcher.h"
+#include "page/objectpage.h"
+#include "page/qosconnector.h"
+
+#include <QFile>
+#include <QTest>
+
+// The bandwidth colours follow every change that can alter them, without the check button.
+class TestValidationWatcher : public QObject
+{
+    Q_OBJECT
+
+    // On a 1000kbit down line: main classes A and B (400 each, maximum 1000) and two sub
+    // classes A1 and A2 under A (300 each, maximum 800). Everything is valid.
+    struct Tree {
+        ScriptedPrompt prompt;
+        Document doc{&prompt};
+        ValidationWatcher watcher{doc.Down1()};
+        QHash<QString, QoSClass*> classes;
+
+        Tree()
+        {
+            doc.Common1()->SetQoSInternetBandDown(QStringLiteral("1000kbit"));
+            add(QStringLiteral("A"), nullptr, QStringLiteral("400kbit"), QStringLiteral("1000kbit"));
+            add(QStringLiteral("B"), nullptr, QStringLiteral("400kbit"), QStringLiteral("1000kbit"));
+            add(QStringLiteral("A1"), classes[QStringLiteral("A")], QStringLiteral("300kbit"), QStringLiteral("800kbit"));
+            add(QStringLiteral("A2"), classes[QStringLiteral("A")], QStringLiteral("300kbit"), QStringLiteral("800kbit"));
+            QCoreApplication::processEvents();
+        }
+        void add(const QString& name, QoSClass* parent, const QString& min, const QString& max)
+        {
+            int idx = 0;
+            classes.insert(name, doc.Down1()->AddClass(parent ? QString::number(parent->ClassIdx()) : QStringLiteral("0"),
+                                                       min, max, QStringLiteral("down"), QStringLiteral("0"), idx,
+                                                       false, name));
+        }
+        // "A.min B.max": the flags that are invalid; every other flag is valid.
+        QString invalid() const
+        {
+            QStringList out;
+            for (const char* name : {"A", "B", "A1", "A2"}) {
+                const QoSClass* c = classes.value(QString::fromLatin1(name));
+                if (!c)
+                    continue;
+                if (!c->MinField()->IsValid())
+                    out << QString::fromLatin1(name) + QStringLiteral(".min");
+                if (!c->MaxField()->IsValid())
+                    out << QString::fromLatin1(name) + QStringLiteral(".max");
+            }
+            return out.join(u' ');
+        }
+        // One step of a row: "B.min=700kbit", "A.max=500kbit", "line=700kbit", "cut A1",
+        // "plug B A1" (B hung under A1), "delete B".
+        void run(const QString& step)
+        {
+            const QStringList words = step.split(u' ');
+            if (words[0] == u"cut") {
+                classes.value(words[1])->LineTop()->EditCut();
+            } else if (words[0] == u"plug") {
+                classes.value(words[1])->AddParentQoSObject(classes.value(words[2])->Name());
+            } else if (words[0] == u"delete") {
+                classes.take(words[1])->EditDelete();
+            } else {
+                const QString target = step.section(u'=', 0, 0);
+                const QString value = step.section(u'=', 1);
+                if (target == u"line")
+                    doc.Common1()->SetQoSInternetBandDown(value);
+                else if (target.endsWith(u".min"))
+                    classes.value(target.chopped(4))->SetQoSMinBandWidth(value);
+                else
+                    classes.value(target.chopped(4))->SetQoSMaxBandWidth(value);
+            }
+        }
+    };
+
+private slots:
+    void colorsFollowTheNumbers_data()
+    {
+        QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<QString>("invalid");
+        // clang-format off
+        QTest::newRow("a main minimum overbooks the line") << QStringList{"B.min=700kbit"} << "A.min B.min";
+        QTest::newRow("and back") << QStringList{"B.min=700kbit", "B.min=400kbit"} << "";
+        QTest::newRow("the line speed falls") << QStringList{"line=700kbit"} << "A.min A.max B.min B.max";
+        QTest::newRow("the line speed is typed into its field")
+            << QStringList{"line-field=500"} << "A.min A.max B.min B.max";
+        QTest::newRow("a parent's maximum falls below its children") << QStringList{"A.max=500kbit"}
+                                                                        << "A1.min A1.max A2.min A2.max";
+        QTest::newRow("a sibling's minimum rises") << QStringList{"A1.min=800kbit"} << "A1.min A2.min";
+        QTest::newRow("cutting a line moves the class among the main classes")
+            << QStringList{"cut A1"} << "A.min B.min A1.min";
+        QTest::newRow("plugging a class under another sets its new limit") << QStringList{"plug B A1"} << "B.max";
+        QTest::newRow("deleting a sibling frees the group") << QStringList{"B.min=700kbit", "delete B"} << "";
+        QTest::newRow("deleting a parent makes its children main classes")
+            << QStringList{"B.min=500kbit", "delete A"} << "B.min A1.min A2.min";
+        // clang-format on
+    }
+    void colorsFollowTheNumbers()
+    {
+        QFETCH(QStringList, steps);
+        QFETCH(QString, invalid);
+        Tree tree;
+        QCOMPARE(tree.invalid(), QString());
+        for (const QString& step : steps) {
+            if (step.startsWith(u"line-field="))
+                tree.doc.Common1()->BandDownField()->SetValue(step.section(u'=', 1));
+            else
+                tree.run(step);
+        }
+        QCoreApplication::processEvents();
+        QCOMPARE(tree.invalid(), invalid);
+    }
+
+    // Checks wait for the event loop, so that a file read in one go is checked once.
+    void checksWaitForTheEventLoop()
+    {
+        Tree tree;
+        tree.run(QStringLiteral("B.min=700kbit"));
+        QVERIFY(tree.watcher.Pending());
+        QCOMPARE(tree.invalid(), QString());
+        tree.watcher.Flush();
+        QVERIFY(!tree.watcher.Pending());
+        QCOMPARE(tree.invalid(), QStringLiteral("A.min B.min"));
+    }
+
+    void sumBeyond32BitsLeavesTheGroupAsItWas()
+    {
+        Tree tree;
+        tree.run(QStringLiteral("B.min=700kbit"));
+        QCoreApplication::processEvents();
+        tree.run(QStringLiteral("A.min=2000000000kbit"));
+        tree.run(QStringLiteral("B.min=2000000000kbit"));
+        QCoreApplication::processEvents();
+        QCOMPARE(tree.invalid(), QStringLiteral("A.min B.min"));
+    }
+
+    void aFileIsCheckedWhenRead()
+    {
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        ValidationWatcher watcher(doc.Down1());
+        QFile file(QStringLiteral(TARNWICK_TEST_DATA "/overbooked.qos.txt"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        ImportQoSBytes(doc, file.readAll());
+        QCoreApplication::processEvents();
+        QStringList invalid;
+        for (QoSObject* o : doc.Down1()->ContainedObjects())
+            if (auto* c = qobject_cast<QoSClass*>(o)) {
+                if (!c->MinField()->IsValid())
+                    invalid << c->Caption() + QStringLiteral(".min");
+                if (!c->MaxField()->IsValid())
+                    invalid << c->Caption() + QStringLiteral(".max");
+            }
+        // Two main classes of 600 on a 1000kbit line; a sub class whose maximum is above its parent's.
+        QCOMPARE(invalid.size(), 3);
+        QCOMPARE(invalid.filter(QStringLiteral(".min")).size(), 2);
+    }
+
+    // Checked after every step, as while a file is read with the interface repainting between
+    // steps, the colours agree with what the check button gives at the end.
+    void checkingAfterEveryStepAgreesWithTheCheckButton()
+    {
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        ValidationWatcher watcher(doc.Down1());
+        doc.Common1()->SetQoSInternetBandDown(QStringLiteral("1000kbit"));
+        const char* steps[][3] = {{"0", "300kbit", "1000kbit"}, {"0", "300kbit", "800kbit"}, {"1", "500kbit", "900kbit"},
+                                  {"1", "600kbit", "1200kbit"}, {"0", "500kbit", "1000kbit"}, {"3", "1kbit", "500kbit"},
+                                  {"2", "700kbit", "700kbit"}, {"2", "200kbit", "900kbit"}};
+        for (const auto& step : steps) {
+            int idx = 0;
+            doc.Down1()->AddClass(QString::fromLatin1(step[0]), QString::fromLatin1(step[1]), QString::fromLatin1(step[2]),
+                                  QStringLiteral("down"), QStringLiteral("0"), idx, false, QString());
+            QCoreApplication::processEvents();
+        }
+        qobject_cast<QoSClass*>(doc.Object(QStringLiteral("QoSClass4")))->LineTop()->EditCut();
+        QCoreApplication::processEvents();
+        auto flags = [&doc] {
+            QString out;
+            for (QoSObject* o : doc.Down1()->ContainedObjects())
+                if (auto* c = qobject_cast<QoSClass*>(o))
+                    out += QString(c->MinField()->IsValid() ? u'+' : u'-') + (c->MaxField()->IsValid() ? u'+' : u'-') + u' ';
+            return out;
+        };
+        const QString watched = flags();
+        for (QoSObject* o : doc.Down1()->ContainedObjects())
+            if (auto* c = qobject_cast<QoSClass*>(o); c && !c->ParentQoSObject())
+                c->Validate(true);
+        QCOMPARE(watched, flags());
+        QVERIFY(watched.contains(u'-')); // the case is not trivially valid
+    }
+
+    void aClearedDocumentStartsAfresh()
+    {
+        Tree tree;
+        tree.doc.SetModified(false);
+        QVERIFY(tree.doc.ClearDocument());
+        QCoreApplication::processEvents();
+        tree.classes.clear();
+        tree.add(QStringLiteral("A"), nullptr, QStringLiteral("1200kbit"), QStringLiteral("1000kbit"));
+        QCoreApplication::processEvents();
+        QCOMPARE(tree.invalid(), QStringLiteral("A.min"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestValidationWatcher)
+#include "tst_validationwatcher.moc"

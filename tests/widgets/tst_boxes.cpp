@@ -1,0 +1,312 @@
+#include "document/qoscommon.h"
+#include "inputs/bandwidthfield.h"
+#include "inputs/palettecolor.h"
+#include "model/qosclassbox.h"
+#include "model/qosfilterbox.h"
+#include "page/history.h"
+#include "pageviewfixture.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QToolButton>
+
+// The class and filter boxes: the title bar, the box's keys and menu, edits that go through
+// the core, colours that stay true, and what a screen reader is told.
+class TestBoxes : public QObject
+{
+    Q_OBJECT
+
+    template <typename T> static T* child(QWidget* parent, const char* name)
+    {
+        T* found = parent->findChild<T*>(QString::fromLatin1(name));
+        if (!found)
+            qFatal("no child %s", name);
+        return found;
+    }
+    static QColor numberBackground(QWidget* bandwidth)
+    {
+        return child<QLineEdit>(bandwidth, "txtMin")->palette().color(QPalette::Base);
+    }
+
+private slots:
+    void editingTheTitle_data()
+    {
+        QTest::addColumn<QString>("start"); // "F2" or "double click"
+        QTest::addColumn<QString>("end");   // "Enter", "leave" or "Escape"
+        QTest::addColumn<int>("changes");
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("F2, Enter") << "F2" << "Enter" << 1 << "Telefon";
+        QTest::newRow("double click, leaving the field") << "double click" << "leave" << 1 << "Telefon";
+        QTest::newRow("Escape keeps the caption") << "F2" << "Escape" << 0 << "alt";
+    }
+    void editingTheTitle()
+    {
+        QFETCH(QString, start);
+        QFETCH(QString, end);
+        QFETCH(int, changes);
+        QFETCH(QString, caption);
+        PageViewFixture f(QStringLiteral("C C"));
+        f.cls(1)->SetCaption(QStringLiteral("alt"));
+        QoSObjectBox* box = f.box(f.cls(1));
+        TittleBar* title = box->titleBar();
+        QSignalSpy change(title, &TittleBar::Change);
+        box->focusControl()->setFocus();
+        if (start == u"F2")
+            QTest::keyClick(box->focusControl(), Qt::Key_F2);
+        else
+            QTest::mouseDClick(title, Qt::LeftButton);
+        QVERIFY(title->IsEditing());
+        QLineEdit* editor = title->editor();
+        QCOMPARE(editor->text(), QStringLiteral("alt"));
+        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(editor, QStringLiteral("Telefon"));
+        if (end == u"Enter")
+            QTest::keyClick(editor, Qt::Key_Return);
+        else if (end == u"Escape")
+            QTest::keyClick(editor, Qt::Key_Escape);
+        else
+            f.box(f.cls(2))->focusControl()->setFocus();
+        f.settle();
+        QVERIFY(!title->IsEditing());
+        QCOMPARE(change.count(), changes);
+        QCOMPARE(f.cls(1)->Caption(), caption);
+        QCOMPARE(box->accessibleName(), caption);
+    }
+
+    void theTitleBarsColoursFollowTheScheme()
+    {
+        TittleBar bar;
+        bar.SetActive(true);
+        auto* label = bar.findChild<QLabel*>(QStringLiteral("Label2"));
+        QCOMPARE(label->palette().color(QPalette::Window), bar.palette().color(QPalette::Active, QPalette::Highlight));
+        bar.SetActive(false);
+        const QColor inactive = label->palette().color(QPalette::Window);
+        QVERIFY(inactive != bar.palette().color(QPalette::Active, QPalette::Highlight));
+        QPalette scheme = bar.palette();
+        scheme.setColor(QPalette::Active, QPalette::Highlight, QColor(0x20, 0x80, 0x20));
+        bar.setPalette(scheme);
+        bar.SetActive(true);
+        QCOMPARE(label->palette().color(QPalette::Window), QColor(0x20, 0x80, 0x20));
+    }
+
+    void theBoxKeys_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("modifiers");
+        QTest::addColumn<bool>("deletes");
+        QTest::newRow("Ctrl+C copies nothing") << int(Qt::Key_C) << int(Qt::ControlModifier) << false;
+        QTest::newRow("Ctrl+V pastes nothing") << int(Qt::Key_V) << int(Qt::ControlModifier) << false;
+        QTest::newRow("Ctrl+X cuts") << int(Qt::Key_X) << int(Qt::ControlModifier) << true;
+        QTest::newRow("Ctrl+Alt+X is not Ctrl+X") << int(Qt::Key_X) << int(Qt::ControlModifier | Qt::AltModifier) << false;
+        QTest::newRow("Delete") << int(Qt::Key_Delete) << int(Qt::NoModifier) << true;
+        QTest::newRow("Shift+Delete") << int(Qt::Key_Delete) << int(Qt::ShiftModifier) << true;
+    }
+    void theBoxKeys()
+    {
+        QFETCH(int, key);
+        QFETCH(int, modifiers);
+        QFETCH(bool, deletes);
+        PageViewFixture f(QStringLiteral("C S1 S1"));
+        f.doc.SetModified(false);
+        QoSObjectBox* box = f.box(f.cls(2));
+        box->focusControl()->setFocus();
+        QTest::keyClick(box->focusControl(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        f.settle();
+        QCOMPARE(f.cls(2) == nullptr, deletes);
+        QCOMPARE(f.doc.IsModified(), deletes);
+        if (deletes) {
+            // The focus goes to the page, not on to the next box: a second Delete deletes nothing.
+            QCOMPARE(QApplication::focusWidget(), f.view->pane());
+            QCOMPARE(f.page->SelectedObject(), nullptr);
+            QCOMPARE(f.view->boxWidgetCount(), 2);
+        }
+    }
+
+    void theBoxMenu_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("entries");
+        QTest::newRow("class") << "C" << "itmEditCut itmEditCopy itmEditPaste itmEditDelete - itmEditDuplicate "
+                                         "itmEditCopyProperties itmEditPasteProperties - itmEditCaption";
+        QTest::newRow("filter") << "C F1" << "itmEditCut itmEditCopy itmEditPaste itmEditDelete - itmEditDuplicate "
+                                             "itmEditCopyProperties itmEditPasteProperties itmFilterProperties - "
+                                             "itmEditCaption";
+    }
+    void theBoxMenu()
+    {
+        QFETCH(QString, script);
+        QFETCH(QString, entries);
+        PageViewFixture f(script);
+        QoSObject* object = f.page->ContainedObjects().last();
+        f.doc.SetModified(false);
+        std::unique_ptr<QMenu> menu(f.box(object)->createContextMenu(nullptr));
+        QStringList names;
+        for (QAction* item : menu->actions())
+            names << (item->isSeparator() ? QStringLiteral("-") : item->objectName());
+        QCOMPARE(names.join(u' '), entries);
+        // Everything but cut and delete leaves the document as it was.
+        for (QAction* item : menu->actions())
+            if (!item->isSeparator() && item->objectName() != u"itmEditCut" && item->objectName() != u"itmEditDelete" &&
+                item->objectName() != u"itmEditCaption")
+                item->trigger();
+        QVERIFY(!f.doc.IsModified());
+        QCOMPARE(f.page->ObjectCount(), script.count(u' ') + 1);
+        menu->findChild<QAction*>(QStringLiteral("itmEditCut"))->trigger();
+        QCOMPARE(f.page->ObjectCount(), script.count(u' '));
+    }
+
+    void classFieldsEditTheClass()
+    {
+        PageViewFixture f(QStringLiteral("C"));
+        QoSClass* c = f.cls(1);
+        f.doc.SetModified(false);
+        QoSObjectBox* box = f.box(c);
+        auto* min = child<QLineEdit>(child<QWidget>(box, "txtMin"), "txtMin");
+        min->selectAll();
+        QTest::keyClicks(min, QStringLiteral("512"));
+        QCOMPARE(c->QoSMinBandWidth(), QStringLiteral("512kbit"));
+        QVERIFY(f.doc.IsModified());
+        QTest::mouseClick(child<QToolButton>(box, "cmdPrioInc"), Qt::LeftButton);
+        QCOMPARE(c->QoSPrio(), QStringLiteral("1"));
+        c->SetQoSPrio(QStringLiteral("3"));
+        QCOMPARE(child<QLineEdit>(box, "txtPrio")->text(), QStringLiteral("3"));
+        auto* direction = child<QLabel>(box, "lblDirection");
+        QCOMPARE(direction->text(), QStringLiteral("down"));
+        const QList<QFrame*> marks = box->findChildren<QFrame*>(QStringLiteral("fraDefaultClass"));
+        QCOMPARE(marks.size(), 2);
+        QVERIFY(!marks[0]->isVisibleTo(box));
+        c->SetDefaultClass(true);
+        QVERIFY(marks[0]->isVisibleTo(box) && marks[1]->isVisibleTo(box));
+        QCOMPARE(f.doc.Common1()->QoSInternetDefaultDown(), QString::number(c->ClassIdx()));
+    }
+
+    void filterFieldsEditTheFilter()
+    {
+        PageViewFixture f(QStringLiteral("C F1"));
+        QoSFilter* filter = f.flt(1);
+        QoSObjectBox* box = f.box(filter);
+        const int recorded = f.doc.history()->count();
+        auto* port = child<QLineEdit>(box, "txtPort");
+        QTest::keyClicks(port, QStringLiteral("80"));
+        // The first port needs a type: the filter makes it "client", and the box shows it.
+        QCOMPARE(filter->QoSPort(), QStringLiteral("80"));
+        QCOMPARE(filter->QoSType(), QStringLiteral("client"));
+        QCOMPARE(child<QLineEdit>(box, "txtType")->text(), QStringLiteral("client"));
+        QVERIFY(f.doc.history()->count() > recorded);
+        QCOMPARE(f.doc.history()->Items().last().ObjectName, filter->Name());
+        // Stepping the type to "" and leaving the field with ports brings "client" back. The
+        // field steps from its own counter, which the filter's "client" did not move.
+        auto* type = child<QLineEdit>(box, "txtType");
+        type->setFocus();
+        for (int i = 0; i < 3; ++i) // "client", "server", ""
+            QTest::mouseClick(child<QToolButton>(box, "cmdType"), Qt::LeftButton);
+        QCOMPARE(filter->QoSType(), QString());
+        child<QLineEdit>(box, "txtIP")->setFocus();
+        QCOMPARE(filter->QoSType(), QStringLiteral("client"));
+        QTest::keyClicks(child<QLineEdit>(box, "txtIP"), QStringLiteral("10.0.0.1"));
+        QCOMPARE(filter->QoSIP(), QStringLiteral("10.0.0.1"));
+        filter->SetQoSOption(QStringLiteral("ICMP"));
+        QCOMPARE(child<QLineEdit>(box, "txtOption")->text(), QStringLiteral("ICMP"));
+    }
+
+    // The check button's verdict, and the colours kept true without it.
+    void coloursTurnRedAndBack()
+    {
+        PageViewFixture f;
+        f.doc.Common1()->SetQoSInternetBandDown(QStringLiteral("1000kbit"));
+        int idx = 0;
+        QoSClass* a = f.page->AddClass(QStringLiteral("0"), QStringLiteral("400kbit"), QStringLiteral("1000kbit"),
+                                       QStringLiteral("down"), QStringLiteral("0"), idx, false, QStringLiteral("A"));
+        idx = 0;
+        QoSClass* b = f.page->AddClass(QStringLiteral("0"), QStringLiteral("400kbit"), QStringLiteral("1000kbit"),
+                                       QStringLiteral("down"), QStringLiteral("0"), idx, false, QStringLiteral("B"));
+        f.settle();
+        const QColor white(Qt::white);
+        const QColor red = PaletteColor(Colors::LightRed, QPalette());
+        QWidget* minA = child<QWidget>(f.box(a), "txtMin");
+        QWidget* minB = child<QWidget>(f.box(b), "txtMin");
+        QCOMPARE(numberBackground(minA), white);
+        auto* number = child<QLineEdit>(minB, "txtMin");
+        number->selectAll();
+        QTest::keyClicks(number, QStringLiteral("700"));
+        f.settle();
+        QCOMPARE(numberBackground(minA), red);
+        QCOMPARE(numberBackground(minB), red);
+        number->selectAll();
+        QTest::keyClicks(number, QStringLiteral("600"));
+        f.settle();
+        QCOMPARE(numberBackground(minA), white);
+        QCOMPARE(numberBackground(minB), white);
+        // The check button still checks: a colour set wrongly by hand is put right.
+        a->MinField()->SetIsValid(false);
+        QTest::mouseClick(child<QToolButton>(f.box(a), "cmdCheck"), Qt::LeftButton);
+        QVERIFY(a->MinField()->IsValid());
+    }
+
+    void everyControlIsNamed_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::newRow("class box") << "C";
+        QTest::newRow("filter box") << "C F1";
+    }
+    void everyControlIsNamed()
+    {
+        QFETCH(QString, script);
+        PageViewFixture f(script);
+        QoSObject* object = f.page->ContainedObjects().last();
+        QoSObjectBox* box = f.box(object);
+        QCOMPARE(box->accessibleName(), object->IsClass() ? QStringLiteral("Klasse") : QStringLiteral("Filter"));
+        object->SetCaption(QStringLiteral("Telefonie"));
+        QCOMPARE(box->accessibleName(), QStringLiteral("Telefonie"));
+        QCOMPARE(box->focusControl()->accessibleName(), QStringLiteral("Telefonie"));
+        for (QWidget* control : box->findChildren<QWidget*>()) {
+            if (qobject_cast<QMenu*>(control) || control->objectName().startsWith(u"qt_"))
+                continue;
+            if (auto* label = qobject_cast<QLabel*>(control); label && label->text() == u"/")
+                continue;
+            QVERIFY2(!control->accessibleName().isEmpty(), qPrintable(control->objectName()));
+        }
+    }
+
+    // A label whose text changes is read by its text; the description says what it is.
+    void changingLabelsReadTheirText()
+    {
+        PageViewFixture f(QStringLiteral("C F1"));
+        QoSClass* c = f.cls(1);
+        c->SetQoSMaxBandWidth(QStringLiteral("10Mbit"));
+        auto* unit = child<QLabel>(child<QWidget>(f.box(c), "txtMax"), "lblMinUnit");
+        QCOMPARE(unit->accessibleName(), QStringLiteral("Mbit"));
+        QCOMPARE(unit->accessibleDescription(), QStringLiteral("Einheit"));
+        auto* direction = child<QLabel>(f.box(c), "lblDirection");
+        QCOMPARE(direction->accessibleName(), QStringLiteral("down"));
+        QCOMPARE(direction->accessibleDescription(), QStringLiteral("Richtung"));
+        f.flt(1)->SetQoSPort(QStringLiteral("6000-6010"));
+        auto* count = child<QLabel>(f.box(f.flt(1)), "lblFilterCount");
+        QCOMPARE(count->accessibleName(), QStringLiteral("11"));
+        QCOMPARE(count->accessibleDescription(), QStringLiteral("Anzahl Ports"));
+    }
+
+    // The type field's own step counter survives the box being dropped and made again.
+    void theTypeStepsOnWhereItStopped()
+    {
+        PageViewFixture f(QString(QStringLiteral("C F1 ")) + QString(QStringLiteral("C ")).repeated(30));
+        QoSFilter* filter = f.flt(1);
+        QTest::mouseClick(child<QToolButton>(f.box(filter), "cmdType"), Qt::LeftButton);
+        QCOMPARE(filter->QoSType(), QStringLiteral("client"));
+        f.view->pane()->setFocus();
+        f.view->setScrollPosition(QPoint(f.view->horizontalScrollBar()->maximum(), 0));
+        f.settle();
+        QVERIFY(!f.box(filter));
+        f.view->setScrollPosition(QPoint(0, 0));
+        f.settle();
+        QTest::mouseClick(child<QToolButton>(f.box(filter), "cmdType"), Qt::LeftButton);
+        QCOMPARE(filter->QoSType(), QStringLiteral("server"));
+    }
+};
+
+QTEST_MAIN(TestBoxes)
+#include "tst_boxes.moc"

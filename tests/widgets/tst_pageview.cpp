@@ -1,0 +1,440 @@
+#include "document/qoscommon.h"
+#include "model/plugbottom.h"
+#include "page/pagerenderer.h"
+#include "page/qosconnector.h"
+#include "page/qosconnectorview.h"
+#include "pageviewfixture.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QScrollBar>
+
+// The page on screen: selection by focus, dragging and dropping, plugs, lines, the page's
+// own commands, and the view keeping step with the core.
+class TestPageView : public QObject
+{
+    Q_OBJECT
+
+    static QString cell(const QoSObject* o) { return QStringLiteral("%1,%2").arg(o->MatrixX()).arg(o->MatrixY()); }
+    static QoSObject* named(PageViewFixture& f, const QString& shortName)
+    {
+        const int n = shortName.mid(1).toInt();
+        return shortName.startsWith(u'C') ? static_cast<QoSObject*>(f.cls(n)) : f.flt(n);
+    }
+
+private slots:
+    void focusSelectsAndDeselects()
+    {
+        PageViewFixture f(QStringLiteral("C C"));
+        QoSObjectBox* a = f.box(f.cls(1));
+        QoSObjectBox* b = f.box(f.cls(2));
+        a->focusControl()->setFocus();
+        QVERIFY(f.cls(1)->Selected());
+        QCOMPARE(f.page->SelectedObject(), f.cls(1));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); // on to a field of the same box
+        QVERIFY(a->isAncestorOf(QApplication::focusWidget()));
+        QVERIFY(f.cls(1)->Selected());
+        b->findChild<QWidget*>(QStringLiteral("txtMax"))->setFocus();
+        QVERIFY(!f.cls(1)->Selected());
+        QVERIFY(f.cls(2)->Selected());
+        QCOMPARE(f.page->SelectedObject(), f.cls(2));
+        QTest::mouseClick(f.view->pane(), Qt::LeftButton, {}, QPoint(f.view->pane()->width() - 5, 5));
+        QVERIFY(!f.cls(2)->Selected());
+        QCOMPARE(f.page->SelectedObject(), nullptr);
+        QTest::mouseClick(a->titleBar(), Qt::LeftButton);
+        QVERIFY(f.cls(1)->Selected());
+        QVERIFY(a->titleBar()->IsActive());
+        QVERIFY(!b->titleBar()->IsActive());
+    }
+
+    void dragToAFreeCell_data()
+    {
+        QTest::addColumn<QPoint>("corner"); // where the box's top-left corner is let go, in page pixels
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("into the middle of a cell") << QPoint(2, 3) << "2,3";
+        // The corner decides, even when most of the box hangs over the neighbouring cell.
+        QTest::newRow("the top-left corner decides") << QPoint(-1, -1) << "3,2";
+    }
+    void dragToAFreeCell()
+    {
+        QFETCH(QPoint, corner);
+        QFETCH(QString, expected);
+        PageViewFixture f(QStringLiteral("C S1"));
+        QoSClass* child = f.cls(2);
+        f.doc.SetModified(false);
+        const QPoint target = corner.x() >= 0 ? f.cellCorner(corner.x(), corner.y()) + QPoint(6, 6)
+                                              : f.cellCorner(4, 3) - QPoint(3, 3);
+        f.drag(child, target);
+        QCOMPARE(cell(child), expected);
+        QVERIFY(f.doc.IsModified());
+        QVERIFY(f.prompt.messages().isEmpty());
+        // Put back to the centre of its new cell, on screen as in the core.
+        const ObjectPageProperties& p = f.page->prop();
+        QCOMPARE(child->Left(), child->MatrixX() * double(p.ColWidth) + (p.ColWidth - child->Width()) / 2.0);
+        QCOMPARE(f.box(child)->geometry().topLeft(), QPoint(int(child->Left() / 15), int(child->Top() / 15)) - f.view->scrollPosition());
+    }
+
+    void aDraggedBoxStaysOnThePage()
+    {
+        PageViewFixture f(QStringLiteral("C S1"));
+        QoSObjectBox* b = f.box(f.cls(2));
+        TittleBar* title = b->titleBar();
+        QTest::mousePress(title, Qt::LeftButton, {}, QPoint(8, 4));
+        QTest::mouseMove(b, QPoint(-400, -400));
+        QTest::mouseMove(b, b->mapFromGlobal(f.view->pane()->mapToGlobal(QPoint(-300, -300))));
+        QCOMPARE(f.cls(2)->Left(), 0.0);
+        QCOMPARE(f.cls(2)->Top(), 0.0);
+        QCOMPARE(b->pos(), -f.view->scrollPosition());
+        QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(8, 4));
+        f.settle();
+        // Let go over its own parent: a class does not go below its own child; back it goes.
+        QCOMPARE(cell(f.cls(2)), QStringLiteral("0,1"));
+    }
+
+    void aDrop_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("dragged");
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QString>("parentAfter"); // of the dragged box, "" for none
+        // clang-format off
+        QTest::newRow("filter on a filter") << "C C F1 F2" << "F1" << "F2" << "Anhängen nicht möglich! TODO" << "C1";
+        QTest::newRow("filter on a class with sub classes") << "C S1 C F3" << "F1" << "C1"
+                                                            << "Anhängen nicht möglich! Klasse hat Unterklassen." << "C3";
+        QTest::newRow("class on a class with filters") << "C C F2" << "C1" << "C2"
+                                                       << "Anhängen nicht möglich. Klasse hat untergeordnete Filter." << "";
+        QTest::newRow("class on a filter goes back without a word") << "C C F2" << "C1" << "F1" << "" << "";
+        QTest::newRow("filter on another class is hung under it") << "C C F1" << "F1" << "C2" << "" << "C2";
+        QTest::newRow("class on another class is hung under it") << "C C" << "C2" << "C1" << "" << "C1";
+        QTest::newRow("class on its grandchild swaps them") << "C S1 S2" << "C1" << "C3" << "" << "C3";
+        // clang-format on
+    }
+    void aDrop()
+    {
+        QFETCH(QString, script);
+        QFETCH(QString, dragged);
+        QFETCH(QString, target);
+        QFETCH(QString, message);
+        QFETCH(QString, parentAfter);
+        PageViewFixture f(script);
+        QoSObject* moving = named(f, dragged);
+        QoSObject* onto = named(f, target);
+        const QString before = cell(moving);
+        f.drag(moving, f.cellCorner(onto->MatrixX(), onto->MatrixY()) + QPoint(4, 4));
+        QCOMPARE(f.prompt.messages().join(u'|'), message);
+        QCOMPARE(cell(moving), before); // every drop on a box puts the dragged box back
+        QCOMPARE(moving->ParentQoSObject() ? PageScript::shortName(moving->ParentQoSObject()) : QString(), parentAfter);
+        QCOMPARE(bool(moving->LineTop()), !parentAfter.isEmpty());
+        QCOMPARE(bool(f.view->connectorView(QStringLiteral("LineTop") + moving->Name())), !parentAfter.isEmpty());
+    }
+
+    void aPlug_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("plug");   // the class whose plug is dragged
+        QTest::addColumn<QString>("target"); // the box it is dropped on
+        QTest::addColumn<bool>("offered");   // whether the box shows a drop effect
+        QTest::addColumn<QString>("parentAfter");
+        // clang-format off
+        QTest::newRow("a filter goes under a class without sub classes") << "C C F1" << "C2" << "F1" << true << "C2";
+        QTest::newRow("a class with sub classes takes no filter") << "C S1 C F3" << "C1" << "F1" << true << "C3";
+        QTest::newRow("a class goes under a class") << "C C" << "C1" << "C2" << true << "C1";
+        QTest::newRow("a class with filters takes no class") << "C C F1" << "C1" << "C2" << true << "";
+        QTest::newRow("a class never goes below its own child") << "C S1" << "C2" << "C1" << true << "";
+        QTest::newRow("a box refuses its own name") << "C" << "C1" << "C1" << false << "";
+        // clang-format on
+    }
+    void aPlug()
+    {
+        QFETCH(QString, script);
+        QFETCH(QString, plug);
+        QFETCH(QString, target);
+        QFETCH(bool, offered);
+        QFETCH(QString, parentAfter);
+        PageViewFixture f(script);
+        QoSObjectBox* box = f.box(named(f, target));
+        QMimeData data;
+        data.setData(PlugBottom::MimeType(), named(f, plug)->Name().toUtf8());
+        const QPoint at = box->rect().center();
+        QDragEnterEvent enter(at, Qt::LinkAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(box, &enter);
+        QCOMPARE(enter.isAccepted(), offered);
+        if (offered) {
+            QDropEvent drop(at, Qt::LinkAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(box, &drop);
+        }
+        f.settle();
+        QoSObject* o = named(f, target);
+        QCOMPARE(o->ParentQoSObject() ? PageScript::shortName(o->ParentQoSObject()) : QString(), parentAfter);
+        QVERIFY(f.prompt.messages().isEmpty()); // the members refuse without a word
+    }
+
+    void linesFollowBothBoxes()
+    {
+        PageViewFixture f(QStringLiteral("C S1"));
+        QoSClass* parent = f.cls(1);
+        QoSClass* child = f.cls(2);
+        f.drag(child, f.cellCorner(2, 2) + QPoint(6, 6));
+        f.drag(parent, f.cellCorner(4, 0) + QPoint(6, 6));
+        QoSConnectorView* line = f.view->connectorView(QStringLiteral("LineTop") + child->Name());
+        QVERIFY(line);
+        const QoSConnector* core = child->LineTop();
+        QCOMPARE(line->geometry(), QRect(core->Left() / 15, core->Top() / 15, core->Width() / 15, core->Height() / 15)
+                                       .translated(-f.view->scrollPosition()));
+        // The line joins the middle of the parent's bottom edge and the middle of the child's top.
+        const QRect top = f.box(parent)->geometry();
+        const QRect bottom = f.box(child)->geometry();
+        const QPoint start = line->mapToParent(line->startPoint());
+        const QPoint end = line->mapToParent(line->endPoint());
+        QVERIFY2(qAbs(start.x() - top.center().x()) <= 1, qPrintable(QStringLiteral("%1 %2").arg(start.x()).arg(top.center().x())));
+        QCOMPARE(start.y(), top.bottom() + 1);
+        QVERIFY(qAbs(end.x() - bottom.center().x()) <= 1);
+        QCOMPARE(end.y(), bottom.top());
+    }
+
+    void deletingALine_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("modifiers");
+        QTest::addColumn<bool>("deletes");
+        QTest::newRow("Delete") << int(Qt::Key_Delete) << int(Qt::NoModifier) << true;
+        QTest::newRow("Ctrl+X") << int(Qt::Key_X) << int(Qt::ControlModifier) << true;
+        QTest::newRow("Ctrl+Shift+X is not cut") << int(Qt::Key_X) << int(Qt::ControlModifier | Qt::ShiftModifier) << false;
+    }
+    void deletingALine()
+    {
+        QFETCH(int, key);
+        QFETCH(int, modifiers);
+        QFETCH(bool, deletes);
+        PageViewFixture f(QStringLiteral("C F1"));
+        const QString name = QStringLiteral("LineTop") + f.flt(1)->Name();
+        QoSConnectorView* line = f.view->connectorView(name);
+        QVERIFY(line);
+        line->setFocus();
+        QVERIFY(f.flt(1)->LineTop()->Selected());
+        QCOMPARE(f.page->SelectedConnector(), f.flt(1)->LineTop());
+        QTest::keyClick(line, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        f.settle();
+        QCOMPARE(f.page->ObjectCount(), 2); // both boxes stay
+        QCOMPARE(!f.flt(1)->LineTop(), deletes);
+        QCOMPARE(f.flt(1)->ParentQoSObject() == nullptr, deletes);
+        QCOMPARE(f.cls(1)->ChildQoSObjects().isEmpty(), deletes);
+        QCOMPARE(f.view->connectorView(name) == nullptr, deletes);
+        if (deletes)
+            QCOMPARE(QApplication::focusWidget(), f.view->pane());
+    }
+
+    void theLineMenu()
+    {
+        PageViewFixture f(QStringLiteral("C F1"));
+        QoSConnectorView* line = f.view->connectorView(QStringLiteral("LineTop") + f.flt(1)->Name());
+        std::unique_ptr<QMenu> menu(line->createContextMenu(nullptr));
+        QStringList entries;
+        for (QAction* group : menu->actions())
+            for (QAction* item : group->menu()->actions())
+                entries << group->text() + u'/' + item->text().section(u'\t', 0, 0) + (item->isEnabled() ? "" : " (aus)");
+        QCOMPARE(entries, QStringList({"&Bearbeiten/&Löschen", "&Bearbeiten/&Alle Löschen (aus)",
+                                       "&Beziehung/&Eigenschaften (aus)"}));
+        menu->findChild<QAction*>(QStringLiteral("itmEditDelete"))->trigger();
+        QVERIFY(!f.flt(1)->ParentQoSObject());
+    }
+
+    void theLineLightsUpUnderTheMouse()
+    {
+        PageViewFixture f(QStringLiteral("C S1"));
+        QoSConnectorView* line = f.view->connectorView(QStringLiteral("LineTop") + f.cls(2)->Name());
+        QVERIFY(!line->isHighlighted());
+        QMouseEvent move(QEvent::MouseMove, line->startPoint() + QPoint(0, 3), line->mapToGlobal(line->startPoint()),
+                         Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(line, &move);
+        QVERIFY(line->isHighlighted());
+        // Only a band along the line belongs to it: beside it the page is hit.
+        QVERIFY(line->mask().contains(line->startPoint() + QPoint(0, 3)));
+        QVERIFY(!line->mask().isEmpty());
+    }
+
+    void theViewKeepsStepWithTheCore()
+    {
+        PageViewFixture f(QStringLiteral("C S1 F2 C F3"));
+        QCOMPARE(f.view->boxWidgetCount(), 5);
+        QCOMPARE(f.view->connectorWidgetCount(), 3);
+        f.doc.SetModified(false);
+        QVERIFY(f.doc.ClearDocument());
+        f.settle();
+        QCOMPARE(f.view->boxWidgetCount(), 0);
+        QCOMPARE(f.view->connectorWidgetCount(), 0);
+        QCOMPARE(f.view->pane()->findChildren<QoSObjectBox*>().size(), 0);
+        PageScript::run(f.page, QStringLiteral("C"));
+        f.settle();
+        QCOMPARE(f.view->boxWidgetCount(), 1);
+        QoSClass* fresh = qobject_cast<QoSClass*>(f.page->ContainedObjects().first());
+        QCOMPARE(fresh->Name(), QStringLiteral("QoSClass4")); // the counter lives on
+        QVERIFY(f.box(fresh));
+        // Deleting, moving and linking in the core show at once.
+        PageScript::run(f.page, QStringLiteral("S4"));
+        f.settle();
+        QoSObject* sub = f.page->ContainedObjects().last();
+        QVERIFY(f.view->connectorView(QStringLiteral("LineTop") + sub->Name()));
+        sub->SetMatrixX(3);
+        QCOMPARE(f.box(sub)->x(), int(sub->Left() / 15) - f.view->scrollPosition().x());
+        sub->EditDelete();
+        f.settle();
+        QCOMPARE(f.view->boxWidgetCount(), 1);
+        QCOMPARE(f.view->connectorWidgetCount(), 0);
+    }
+
+    void aNewClassTakesThePagesDirection_data()
+    {
+        QTest::addColumn<bool>("up");
+        QTest::newRow("down page") << false;
+        QTest::newRow("up page") << true;
+    }
+    void aNewClassTakesThePagesDirection()
+    {
+        QFETCH(bool, up);
+        PageViewFixture f(QString(), up);
+        std::unique_ptr<QMenu> menu(f.view->createPageMenu(nullptr));
+        QStringList names;
+        for (QAction* item : menu->actions())
+            names << item->objectName();
+        QCOMPARE(names, QStringList({"itmEditNewClass", "itmEditNewFilter", "", "itmObjectPageProperties"}));
+        menu->actions().at(0)->trigger();
+        f.settle();
+        QCOMPARE(f.page->ClassCount(), 1);
+        auto* c = qobject_cast<QoSClass*>(f.page->ContainedObjects().first());
+        QCOMPARE(c->QoSDirection(), up ? QStringLiteral("up") : QStringLiteral("down"));
+        QVERIFY(c->Selected());
+        QVERIFY(f.box(c)->isAncestorOf(QApplication::focusWidget()));
+        // A filter from the page's own menu never has a class.
+        menu->actions().at(1)->trigger();
+        f.settle();
+        QCOMPARE(f.prompt.messages(), QStringList{"Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"});
+    }
+
+    void thePageSize()
+    {
+        PageViewFixture f;
+        f.prompt.inputs = QStringList{QStringLiteral("10"), QStringLiteral("10, 8")};
+        f.view->PageSizeCommand();
+        QCOMPARE(f.prompt.inputDefaults, QStringList({"6, 5", "6, 5"}));
+        QCOMPARE(PageScript::size(f.page), QStringLiteral("10x8"));
+        const ObjectPageProperties& p = f.page->prop();
+        QCOMPARE(f.view->pageSize(), QSize(10 * p.ColWidth / 15, 8 * p.RowHeight / 15));
+        QCOMPARE(f.view->horizontalScrollBar()->maximum(), std::max(0, f.view->pageSize().width() - f.view->pane()->width()));
+    }
+
+    // A page read as millions of columns wide is shown up to the last column a box can take,
+    // and only the visible part is ever drawn or built.
+    void aPageFarLargerThanAnyScreen()
+    {
+        PageViewFixture f;
+        qint32 cols = 2000000000, rows = 5;
+        f.page->SetGridDimensions(cols, rows);
+        int idx = 0;
+        QoSClass* far = f.page->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"), QString(),
+                                         idx, false, QStringLiteral("weit"), qint16(32767), qint16(0));
+        f.settle();
+        const ObjectPageProperties& p = f.page->prop();
+        QCOMPARE(f.view->pageSize().width(), int(32768LL * p.ColWidth / 15));
+        QVERIFY(!f.box(far));
+        f.view->ensureVisible(far);
+        f.settle();
+        QVERIFY(f.box(far));
+        QVERIFY(f.box(far)->geometry().intersects(f.view->pane()->rect()));
+        QCOMPARE(f.view->boxWidgetCount(), 1);
+        const QImage shown = f.view->grab().toImage();
+        QCOMPARE(shown.size(), f.view->size() * shown.devicePixelRatio());
+        QString error;
+        QVERIFY(RenderObjectPage(f.page, &error).isNull());
+        QVERIFY2(error.contains(u"zu groß"), qPrintable(error));
+    }
+
+    void widgetsOnlyNearTheVisiblePart()
+    {
+        PageViewFixture f(QString(QStringLiteral("C ")).repeated(40));
+        QoSClass* first = f.cls(1);
+        QoSClass* last = f.cls(40);
+        QVERIFY(f.box(first));
+        QVERIFY(!f.box(last));
+        QVERIFY(f.view->boxWidgetCount() < 15);
+        f.box(first)->focusControl()->setFocus(); // a box with the focus is never dropped
+        f.view->setScrollPosition(QPoint(f.view->horizontalScrollBar()->maximum(), 0));
+        f.settle();
+        QVERIFY(f.box(last));
+        QVERIFY(f.box(first));
+        QVERIFY(!f.box(f.cls(2)));
+        QVERIFY(f.view->boxWidgetCount() < 16);
+    }
+
+    void boxesFitTheirCells_data()
+    {
+        QTest::addColumn<int>("pointSize");
+        QTest::addColumn<bool>("whileShown"); // the font changes while the page is on screen
+        QTest::newRow("the default font") << 0 << false;
+        QTest::newRow("a large font") << 16 << false;
+        QTest::newRow("a large font chosen while the page is shown") << 16 << true;
+    }
+    void boxesFitTheirCells()
+    {
+        QFETCH(int, pointSize);
+        QFETCH(bool, whileShown);
+        const QFont before = QApplication::font();
+        QFont large = before;
+        large.setPointSize(pointSize ? pointSize : before.pointSize());
+        if (pointSize && !whileShown)
+            QApplication::setFont(large);
+        {
+            PageViewFixture f(QStringLiteral("C S1 S1 F2 F2 F3 C F4"));
+            if (whileShown) {
+                QApplication::setFont(large);
+                f.settle();
+            }
+            f.view->realizeAll();
+            const ObjectPageProperties& p = f.page->prop();
+            const QList<QoSObjectBox*> boxes = f.view->pane()->findChildren<QoSObjectBox*>();
+            QCOMPARE(boxes.size(), 8);
+            for (QoSObjectBox* b : boxes) {
+                const QoSObject* o = b->object();
+                const QRect cellRect(int(o->MatrixX() * p.ColWidth / 15.0), int(o->MatrixY() * p.RowHeight / 15.0),
+                                     p.ColWidth / 15, p.RowHeight / 15);
+                QVERIFY2(cellRect.contains(b->geometry().translated(f.view->scrollPosition())), qPrintable(o->Name()));
+                for (QoSObjectBox* other : boxes)
+                    QVERIFY(other == b || !other->geometry().intersects(b->geometry()));
+                // Every field lies wholly inside its box, and no text is cut: each text box and
+                // label is at least as large as it needs to be.
+                for (QWidget* w : b->findChildren<QWidget*>()) {
+                    if (!w->isVisibleTo(b))
+                        continue;
+                    const QString what = o->Name() + u' ' + w->objectName();
+                    if (w->parentWidget() == b)
+                        QVERIFY2(b->rect().contains(w->geometry()), qPrintable(what));
+                    const QSize need = w->minimumSizeHint();
+                    if (auto* edit = qobject_cast<QLineEdit*>(w)) {
+                        const int text = edit->fontMetrics().horizontalAdvance(edit->text());
+                        QVERIFY2(edit->height() >= need.height() && text <= edit->contentsRect().width() - 4,
+                                 qPrintable(what));
+                    } else if (qobject_cast<QLabel*>(w) && w->objectName() != u"Label2") {
+                        QVERIFY2(w->height() >= need.height() && w->width() >= need.width(), qPrintable(what));
+                    }
+                }
+            }
+        }
+        QApplication::setFont(before);
+    }
+
+    void aPicture()
+    {
+        PageViewFixture f(QStringLiteral("C S1 F2"));
+        QString error;
+        const QImage image = RenderObjectPage(f.page, &error);
+        QVERIFY(error.isEmpty());
+        QCOMPARE(image.size(), f.view->pageSize());
+    }
+};
+
+QTEST_MAIN(TestPageView)
+#include "tst_pageview.moc"
