@@ -4,16 +4,15 @@
 
 #include "document/qoserror.h"
 #include "document/qoswriter.h"
-#include "page/objectpage.h"
-#include "page/pagerenderer.h"
 
-#include <QApplication>
-#include <QImage>
+#include <QCoreApplication>
+#include <QFile>
 #include <QStringList>
 
 #include <cerrno>
 #include <csignal>
-#include <memory>
+#include <unistd.h>
+#include <vector>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -119,23 +118,23 @@ int exportCommand(CliSession& session)
     return Ok;
 }
 
-int renderCommand(CliSession& session, const QString& out, const QString& direction)
+// The picture is drawn by a companion that links the widgets; the other commands start faster
+// without them.
+int renderCommand(const QStringList& args)
 {
-    for (QString message : session.Messages())
-        line(stderr, message.replace(u'\n', u' '));
-    Document& doc = session.document();
-    ObjectPage* page = direction == u"up" ? doc.Up1() : doc.Down1();
-    QString error;
-    const QImage image = RenderObjectPage(page, &error);
-    if (image.isNull()) {
-        line(stderr, QStringLiteral("Fehler: ") + error);
-        return Failed;
-    }
-    if (!image.save(out, "PNG")) {
-        line(stderr, QStringLiteral("Fehler: Das Bild \"%1\" kann nicht geschrieben werden.").arg(out));
-        return Failed;
-    }
-    return Ok;
+    const QString renderer = QCoreApplication::applicationDirPath() + QStringLiteral("/tarnwick-render");
+    std::vector<QByteArray> owned{QFile::encodeName(renderer)};
+    for (const QString& a : args.mid(1))
+        owned.push_back(QFile::encodeName(a));
+    std::vector<char*> argv;
+    for (QByteArray& a : owned)
+        argv.push_back(a.data());
+    argv.push_back(nullptr);
+    std::fflush(stdout);
+    std::fflush(stderr);
+    ::execv(argv[0], argv.data());
+    line(stderr, QStringLiteral("Fehler: \"%1\" kann nicht gestartet werden.").arg(renderer));
+    return Usage;
 }
 
 int checkCommand(CliSession& session)
@@ -154,15 +153,7 @@ int main(int argc, char* argv[])
 {
     // A closed pipe is an output error like any other, not a reason to die without a word.
     std::signal(SIGPIPE, SIG_IGN);
-    // Only a picture needs the widgets; it is drawn on the offscreen platform, so that no
-    // display is needed and the picture does not depend on one.
-    std::unique_ptr<QCoreApplication> app;
-    if (argc > 1 && std::strcmp(argv[1], "render") == 0) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        app = std::make_unique<QApplication>(argc, argv);
-    } else {
-        app = std::make_unique<QCoreApplication>(argc, argv);
-    }
+    QCoreApplication app(argc, argv);
     const QStringList args = QCoreApplication::arguments().mid(1);
     if (args.isEmpty())
         return usageError(QStringLiteral("Fehler: kein Befehl angegeben."));
@@ -183,6 +174,8 @@ int main(int argc, char* argv[])
     const QString direction = render && args.size() > 3 ? args[3] : QStringLiteral("down");
     if (direction != u"down" && direction != u"up")
         return usageError(QStringLiteral("Fehler: die Seite heißt \"down\" oder \"up\", nicht \"%1\".").arg(direction));
+    if (render)
+        return renderCommand(args);
 
     // The document lives until the process ends: taking thousands of boxes apart one by one
     // just before exit would cost more than reading them.
@@ -194,8 +187,6 @@ int main(int argc, char* argv[])
     int code = Ok;
     if (command == u"export") {
         code = exportCommand(*session);
-    } else if (render) {
-        code = renderCommand(*session, args[2], direction);
     } else if (command == u"json") {
         reportEarlyStop(*session);
         write(stdout, JsonReport(*session));
