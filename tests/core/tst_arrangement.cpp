@@ -1,8 +1,10 @@
 #include "document/document.h"
 #include "document/scriptedprompt.h"
 #include "page/objectpage.h"
+#include "page/qosconnector.h"
 #include "pagescript.h"
 
+#include <QRandomGenerator>
 #include <QTest>
 
 // Where new boxes go: free columns, sub classes right of their siblings with whole columns
@@ -96,6 +98,69 @@ private slots:
         PageScript::cls(doc, 1)->SetMatrixX(0);
         QCOMPARE(doc.Down1()->ObjectAt(1, 0), PageScript::cls(doc, 2));
         QCOMPARE(doc.Down1()->ObjectAt(4, 4), nullptr);
+    }
+
+    // While a file is read, the page keeps its columns as a list and places every box once at
+    // the end. For any sequence of additions that must give the cells and the page size that
+    // the editor's single steps give.
+    void readingArrangesAsTheSingleSteps_data()
+    {
+        QTest::addColumn<quint32>("seed");
+        QTest::addColumn<int>("cols");
+        QTest::addColumn<int>("rows");
+        for (quint32 seed = 1; seed <= 30; ++seed)
+            QTest::addRow("seed %u on %d x %d", seed, 3 + int(seed % 6), 3 + int(seed % 4))
+                << seed << 3 + int(seed % 6) << 3 + int(seed % 4);
+    }
+    void readingArrangesAsTheSingleSteps()
+    {
+        QFETCH(quint32, seed);
+        QFETCH(int, cols);
+        QFETCH(int, rows);
+        // A script of additions: main classes, sub classes and filters under earlier classes,
+        // refusals included (too deep, a class with filters, a filter under sub classes).
+        QRandomGenerator rng(seed);
+        QStringList steps;
+        int classes = 0;
+        for (int i = 0; i < 60; ++i) {
+            const int kind = int(rng.bounded(10));
+            if (kind < 2 || classes == 0) {
+                steps << QStringLiteral("C");
+                ++classes;
+            } else if (kind < 6) {
+                steps << QStringLiteral("S%1").arg(1 + rng.bounded(classes));
+                ++classes;
+            } else {
+                steps << QStringLiteral("F%1").arg(1 + rng.bounded(classes));
+            }
+        }
+        const QString script = steps.join(u' ');
+
+        ScriptedPrompt stepPrompt;
+        Document stepwise(&stepPrompt);
+        ScriptedPrompt readPrompt;
+        Document read(&readPrompt);
+        for (Document* doc : {&stepwise, &read}) {
+            qint32 c = cols, r = rows;
+            doc->Down1()->SetGridDimensions(c, r);
+        }
+        PageScript::run(stepwise.Down1(), script);
+        {
+            const Document::ImportScope scope(read);
+            PageScript::run(read.Down1(), script);
+            // The list must really be in use, or this test compares the single steps with themselves.
+            QCOMPARE(read.Down1()->arrangement().HasListedColumns(), rows >= 4);
+        }
+        QCOMPARE(PageScript::layout(read.Down1()), PageScript::layout(stepwise.Down1()));
+        QCOMPARE(PageScript::size(read.Down1()), PageScript::size(stepwise.Down1()));
+        QCOMPARE(readPrompt.messages(), stepPrompt.messages());
+        for (QoSObject* o : read.Down1()->ContainedObjects()) {
+            QCOMPARE(read.Down1()->ObjectAt(o->MatrixX(), o->MatrixY()) != nullptr, true);
+            QCOMPARE(o->Left(), stepwise.Object(o->Name())->Left());
+            QCOMPARE(o->Top(), stepwise.Object(o->Name())->Top());
+            if (o->LineTop())
+                QCOMPARE(o->LineTop()->Top(), stepwise.Object(o->Name())->LineTop()->Top());
+        }
     }
 
     void shiftMovesEveryRowAndMarksModified()

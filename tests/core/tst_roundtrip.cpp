@@ -1,0 +1,221 @@
+#include "document/document.h"
+#include "document/qoscommon.h"
+#include "document/qosreader.h"
+#include "document/qoswriter.h"
+#include "document/scriptedprompt.h"
+#include "model/qosclass.h"
+#include "model/qosfilter.h"
+#include "page/objectpage.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+// Save, open the saved file, save again: the same bytes, the same boxes, cells, links and
+// values. The documents are made as a user makes them, with the editor's own commands, and
+// then disarranged as a user would: boxes dragged above their parents, boxes put into one
+// cell, pages grown by filters far below the rows of the other page.
+namespace {
+
+const QStringList bandwidths{QStringLiteral("768kbit"), QStringLiteral("1.5Mbit"), QStringLiteral("-0.4kbit"),
+                             QStringLiteral("2.5kbit"), QStringLiteral("10Mbit"),  QStringLiteral("100")};
+const QStringList portLists{QStringLiteral("80"),          QStringLiteral("21,22"),  QStringLiteral("6000-6003"),
+                            QStringLiteral("1.5-3"),       QStringLiteral("10-5"),   QString(),
+                            QStringLiteral("443,8080-8081")};
+
+class Generator
+{
+public:
+    Generator(Document& doc, quint32 seed) : m_doc(doc), m_rng(seed) {}
+
+    void run()
+    {
+        QoSCommon& common = *m_doc.Common1();
+        common.SetQoSInternetBandDown(QStringLiteral("100Mbit"));
+        common.SetQoSInternetBandUp(QStringLiteral("1.5Mbit"));
+        // Description lines that look like settings must stay text.
+        common.SetQoSDescription(QStringLiteral("Büro\r\nQOS_FILTER_1_PORTEXT='ignore'\r\nQOS_CLASS_N='0'"));
+        for (ObjectPage* page : {m_doc.Down1(), m_doc.Up1()})
+            fill(page);
+        for (ObjectPage* page : {m_doc.Down1(), m_doc.Up1()})
+            disarrange(page);
+    }
+
+private:
+    int pick(int n) { return int(m_rng.bounded(n)); }
+
+    QString number(const QoSClass* c) { return QString::number(c->ClassIdx()); }
+
+    void fill(ObjectPage* page)
+    {
+        QList<QoSClass*> classes;
+        const int mains = 1 + pick(3);
+        for (int i = 0; i < mains; ++i)
+            classes << addClass(page, QStringLiteral("0"));
+        for (int i = pick(9); i > 0; --i) {
+            QoSClass* parent = classes[pick(int(classes.size()))];
+            if (!parent->HasFilters() && parent->MatrixY() < 3)
+                classes << addClass(page, number(parent));
+        }
+        for (QoSClass* c : classes) {
+            if (c->HasChildClasses())
+                continue;
+            // Some classes get many filters, so that the page reaches far below row 5.
+            for (int k = pick(c == classes.last() ? 6 : 3); k > 0; --k) {
+                const QString ports = portLists[pick(int(portLists.size()))];
+                int idx = 0;
+                // A filter of several ports is written without its caption, so it gets none.
+                const QString caption = ports.contains(u',') || ports.contains(u'-')
+                                            ? QString()
+                                            : QStringLiteral("Filter %1").arg(++m_filters);
+                page->AddFilter(number(c), QStringLiteral("10.%1.%2.0/24").arg(pick(250)).arg(pick(250)), ports,
+                                ports.isEmpty() ? QString() : QStringLiteral("client"), QString(), idx, caption);
+            }
+        }
+        classes[pick(int(classes.size()))]->SetDefaultClass(true);
+    }
+
+    QoSClass* addClass(ObjectPage* page, const QString& parent)
+    {
+        int idx = 0;
+        return page->AddClass(parent, bandwidths[pick(int(bandwidths.size()))], bandwidths[pick(int(bandwidths.size()))],
+                              page->Direction(), QString::number(pick(8)), idx, false,
+                              QStringLiteral("Klasse %1").arg(++m_classes));
+    }
+
+    // A free cell of the rows first..last, or none.
+    std::optional<std::pair<int, int>> freeCell(ObjectPage* page, int first, int last)
+    {
+        for (int attempt = 0; attempt < 20; ++attempt) {
+            const int x = pick(page->prop().Cols);
+            const int y = first + pick(last - first + 1);
+            if (!page->ObjectAt(x, y))
+                return std::make_pair(x, y);
+        }
+        return std::nullopt;
+    }
+
+    void disarrange(ObjectPage* page)
+    {
+        const QList<QoSObject*> boxes = page->ContainedObjects();
+        for (QoSObject* o : boxes) {
+            switch (pick(6)) {
+            case 0: // dragged up: a sub class into the row of main classes, a filter into a class row
+                if (o->ParentQoSObject())
+                    if (const auto cell = freeCell(page, 0, o->IsClass() ? 0 : 2)) {
+                        o->SetMatrixX(qint16(cell->first));
+                        o->SetMatrixY(qint16(cell->second));
+                    }
+                break;
+            case 1: // put into the cell of another box of its kind
+                if (o->IsFilter()) {
+                    for (QoSObject* other : boxes)
+                        if (other != o && other->IsFilter()) {
+                            o->SetMatrixX(other->MatrixX());
+                            o->SetMatrixY(other->MatrixY());
+                            break;
+                        }
+                }
+                break;
+            default:
+                break;
+            }
+        }
+    }
+
+    Document& m_doc;
+    QRandomGenerator m_rng;
+    int m_classes = 0;
+    int m_filters = 0;
+};
+
+// Every box of a page as a line, in the order of the file, with the caption of its parent.
+QStringList picture(ObjectPage* page)
+{
+    QStringList out;
+    for (QoSObject* o : page->ObjectsInWriteOrder()) {
+        const QoSClass* parent = o->ParentQoSObject();
+        QString line = QStringLiteral("%1 %2,%3 \"%4\" under \"%5\"")
+                           .arg(o->TypeName())
+                           .arg(o->MatrixX())
+                           .arg(o->MatrixY())
+                           .arg(o->Caption(), parent ? parent->Caption() : QStringLiteral("-"));
+        if (auto* c = qobject_cast<QoSClass*>(o))
+            line += QStringLiteral(" %1 %2 %3 %4%5")
+                        .arg(c->QoSMinBandWidth(), c->QoSMaxBandWidth(), c->QoSDirection(), c->QoSPrio(),
+                             c->DefaultClass() ? QStringLiteral(" default") : QString());
+        else if (auto* f = qobject_cast<QoSFilter*>(o))
+            line += QStringLiteral(" %1 [%2] %3 %4").arg(f->QoSIP(), f->QoSPort(), f->QoSType(), f->QoSOption());
+        out << line;
+    }
+    return out;
+}
+
+int boxes(const Document& doc)
+{
+    return doc.Down1()->ObjectCount() + doc.Up1()->ObjectCount();
+}
+
+} // namespace
+
+class TestRoundTrip : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase() { qputenv("SOURCE_DATE_EPOCH", "1700000000"); }
+
+    void savedDocumentsReadBackWhole_data()
+    {
+        QTest::addColumn<quint32>("seed");
+        for (quint32 seed = 1; seed <= 40; ++seed)
+            QTest::addRow("seed %u", seed) << seed;
+    }
+    void savedDocumentsReadBackWhole()
+    {
+        QFETCH(quint32, seed);
+        ScriptedPrompt prompt;
+        Document original(&prompt);
+        Generator(original, seed).run();
+        const QByteArray saved = ExportQoSBytes(original);
+
+        ScriptedPrompt again;
+        Document reopened(&again);
+        const ImportReport report = ImportQoSBytes(reopened, saved);
+        QVERIFY2(report.complete, qPrintable(report.Message()));
+        QCOMPARE(again.messages(), QStringList());
+        QCOMPARE(boxes(reopened), boxes(original));
+        QCOMPARE(picture(reopened.Down1()), picture(original.Down1()));
+        QCOMPARE(picture(reopened.Up1()), picture(original.Up1()));
+        QCOMPARE(reopened.Common1()->QoSDescription(), original.Common1()->QoSDescription());
+        QCOMPARE(reopened.Common1()->QoSInternetBandUp(), QStringLiteral("1.5Mbit"));
+        QCOMPARE(ExportQoSBytes(reopened), saved);
+    }
+
+    // The documents above are only worth as much as the cases they contain.
+    void generatedDocumentsHoldTheHardCases()
+    {
+        int aboveParent = 0, sharedCell = 0, upBelowDown = 0, multiPort = 0;
+        for (quint32 seed = 1; seed <= 40; ++seed) {
+            Document doc;
+            Generator(doc, seed).run();
+            for (ObjectPage* page : {doc.Down1(), doc.Up1()}) {
+                for (QoSObject* o : page->ContainedObjects()) {
+                    if (const QoSClass* p = o->ParentQoSObject(); p && p->MatrixY() >= o->MatrixY())
+                        ++aboveParent;
+                    if (page->ObjectAt(o->MatrixX(), o->MatrixY()) != o)
+                        ++sharedCell;
+                    if (page == doc.Up1() && o->MatrixY() >= doc.Down1()->prop().Rows)
+                        ++upBelowDown;
+                    if (auto* f = qobject_cast<QoSFilter*>(o); f && f->FilterCount() != u"1")
+                        ++multiPort;
+                }
+            }
+        }
+        QVERIFY(aboveParent > 10);
+        QVERIFY(sharedCell > 10);
+        QVERIFY(upBelowDown > 10);
+        QVERIFY(multiPort > 10);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRoundTrip)
+#include "tst_roundtrip.moc"
