@@ -4,6 +4,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -157,6 +158,81 @@ private slots:
             QCOMPARE(r.err.count('\n'), 1);
         if (args.value(1).endsWith(QStringLiteral("absurd-ports.qos.txt")))
             QCOMPARE(r.err, QByteArray("Bei der Erstellung sind Fehler aufgetreten!\n"));
+    }
+
+    // An import that ends early is told on one line; export and json keep their exit code,
+    // check counts it as a problem.
+    void earlyStopIsReported_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<int>("exitCode");
+        QTest::newRow("export") << "export" << 0;
+        QTest::newRow("json") << "json" << 0;
+        QTest::newRow("check") << "check" << 1;
+    }
+    void earlyStopIsReported()
+    {
+        QFETCH(QString, command);
+        QFETCH(int, exitCode);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("broken.qos.txt"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("QOS_CLASS_N='3'\nQOS_CLASS_2_DIRECTION='sideways'\nQOS_FILTER_N='2'\n");
+        file.close();
+        const Run r = run({command, path});
+        QCOMPARE(r.exitCode, exitCode);
+        const QString text = QStringLiteral("Die Datei wurde nicht vollständig gelesen: Klasse 2 hat die Richtung "
+                                            "'sideways'. Gelesen: 1 von 3 Klassen, 0 von 2 Filtereinträgen.");
+        if (command == u"check") {
+            QVERIFY(QString::fromUtf8(r.out).split(u'\n').contains(text));
+        } else {
+            QCOMPARE(QString::fromUtf8(r.err), text + u'\n');
+            QVERIFY(!r.out.isEmpty());
+        }
+    }
+
+    void outputThatCannotBeWrittenIsAnError()
+    {
+        if (!QFile::exists(QStringLiteral("/dev/full")))
+            QSKIP("no /dev/full here");
+        QProcess p;
+        p.setStandardOutputFile(QStringLiteral("/dev/full"));
+        p.start(QStringLiteral(TARNWICK_CLI), {QStringLiteral("export"), sample("home-router.qos.txt")});
+        QVERIFY(p.waitForFinished(60000));
+        QCOMPARE(p.exitCode(), 1);
+        QVERIFY(QString::fromUtf8(p.readAllStandardError())
+                    .startsWith(QStringLiteral("Fehler: Die Ausgabe konnte nicht geschrieben werden")));
+    }
+
+    void fileAboveTheLimitIsRefused()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("huge.qos.txt"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.resize(65 * 1024 * 1024)); // sparse
+        file.close();
+        const Run r = run({QStringLiteral("export"), path});
+        QCOMPARE(r.exitCode, 2);
+        QVERIFY(r.out.isEmpty());
+        QVERIFY(QString::fromUtf8(r.err).contains(QStringLiteral("größer als 64 MB")));
+    }
+
+    void checkNamesReversedRangesAndHugePorts()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("ports.qos.txt"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("QOS_CLASS_N='1'\nQOS_FILTER_N='2'\nQOS_FILTER_1_CLASS='1'\nQOS_FILTER_1_PORT='6010-6000'\n"
+                   "QOS_FILTER_2_CLASS='1'\nQOS_FILTER_2_PORT='99999999999999999999'\n");
+        file.close();
+        const Run r = run({QStringLiteral("check"), path});
+        QCOMPARE(r.exitCode, 1);
+        const QString out = QString::fromUtf8(r.out);
+        QVERIFY(out.contains(QStringLiteral("der Bereich \"6010-6000\" läuft rückwärts und zählt 9 Ports, steht aber für 11")));
+        QVERIFY(out.contains(QStringLiteral("der erste Port von \"99999999999999999999\" liegt nicht zwischen 0 und 65535")));
     }
 
     void checkNamesEveryProblem()

@@ -9,8 +9,11 @@
 #include "model/qosclass.h"
 #include "model/qosfilter.h"
 #include "page/objectpage.h"
+#include "page/qosconnector.h"
+#include "pagescript.h"
 
 #include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -103,13 +106,31 @@ private slots:
         QCOMPARE(ExportQoSBytes(b.doc), first);
     }
 
+    void sampleExportMatchesEditorFile_data()
+    {
+        QTest::addColumn<QString>("handWritten");
+        QTest::addColumn<QString>("editorWritten");
+        QTest::addColumn<int>("boxes");
+        QTest::newRow("home router") << "home-router.qos.txt" << "editor-written.qos.txt" << 13;
+        // Filters in rows 5 to 7 of the up page, below the five rows of the down page.
+        QTest::newRow("upstream only") << "upstream-only.qos.txt" << "upstream-only.editor-written.qos.txt" << 8;
+    }
     void sampleExportMatchesEditorFile()
     {
+        QFETCH(QString, handWritten);
+        QFETCH(QString, editorWritten);
+        QFETCH(int, boxes);
         Fixture f;
-        ImportQoSText(f.doc, QStringLiteral(TARNWICK_SAMPLES "/home-router.qos.txt"));
+        QVERIFY(ImportQoSText(f.doc, QStringLiteral(TARNWICK_SAMPLES "/") + handWritten).complete);
+        QCOMPARE(f.classes() + f.filters(), boxes);
         const QByteArray written = ExportQoSBytes(f.doc);
-        const QByteArray expected = readFile(QStringLiteral(TARNWICK_SAMPLES "/editor-written.qos.txt"));
+        const QByteArray expected = readFile(QStringLiteral(TARNWICK_SAMPLES "/") + editorWritten);
         QCOMPARE(linesWithout(written, {21, 22, 24}), linesWithout(expected, {21, 22, 24}));
+        // And the written file reads back with every box.
+        Fixture again;
+        QVERIFY(ImportQoSBytes(again.doc, written).complete);
+        QCOMPARE(again.classes() + again.filters(), boxes);
+        QCOMPARE(ExportQoSBytes(again.doc), written);
     }
 
     void headerNamesProgramVersionAndDate()
@@ -223,20 +244,50 @@ private slots:
         QVERIFY(text.contains(QStringLiteral("#QOS_CLASS_1_CELLPOS='9,0'")));
     }
 
-    void writerFailures_data()
+    // What the reader could not take back is refused with the box that holds it, never
+    // written changed or cut.
+    void writerRefusesWhatCannotBeReadBack_data()
     {
-        QTest::addColumn<QStringList>("ports");
-        QTest::newRow("absurd port range") << QStringList{QStringLiteral("1-100000")};
-        QTest::newRow("filter number beyond 16 bits")
-            << QStringList{QStringLiteral("1-40000"), QStringLiteral("80")};
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("port list of more than 65536 entries") << "ports 1-100000" << "65536";
+        QTest::newRow("filter number beyond 16 bits") << "ports 1-40000,1-40000" << QString();
+        QTest::newRow("class below row 3") << "class row 5" << "Zeile 5";
+        QTest::newRow("filter without class") << "cut filter" << "an keiner Klasse";
+        QTest::newRow("quote in a caption") << "caption Bob's" << "Hochkomma";
+        QTest::newRow("line break in a priority") << "prio 1\n2" << "Zeilenumbruch";
+        QTest::newRow("character outside the code page") << "caption Ωmega" << "Ω";
+        QTest::newRow("description outside the code page") << "description →" << "→";
     }
-    void writerFailures()
+    void writerRefusesWhatCannotBeReadBack()
     {
-        QFETCH(QStringList, ports);
+        QFETCH(QString, change);
+        QFETCH(QString, reason);
         Fixture f;
         QoSClass* c = addClass(f.doc.Down1(), QStringLiteral("0"), QStringLiteral("C"));
-        for (const QString& p : ports)
-            addFilter(c, p, QString());
+        QoSFilter* filter = addFilter(c, QStringLiteral("80"), QStringLiteral("F"));
+        const QString value = change.section(u' ', 1);
+        if (change.startsWith(u"ports")) {
+            filter->SetQoSPort(value.section(u',', 0, 0));
+            if (value.contains(u','))
+                addFilter(c, value.section(u',', 1), QString());
+        } else if (change == u"class row 5") {
+            c->SetMatrixY(5);
+        } else if (change == u"cut filter") {
+            filter->LineTop()->EditCut();
+        } else if (change.startsWith(u"caption")) {
+            c->SetCaption(value);
+        } else if (change.startsWith(u"prio")) {
+            c->SetQoSPrio(value);
+        } else {
+            f.doc.Common1()->SetQoSDescription(value);
+        }
+        try {
+            ExportQoSBytes(f.doc);
+            QFAIL("written");
+        } catch (const QoSError& e) {
+            QVERIFY2(e.message().contains(reason), qPrintable(e.message()));
+        }
         QVERIFY_THROWS_EXCEPTION(QoSError, ExportQoSText(f.doc));
     }
 
@@ -327,57 +378,182 @@ private slots:
 
     void errorEndsImportKeepingWhatWasMade_data()
     {
+        // What was made, and the report: where it stopped, a word of the reason, and classes
+        // and filter entries read of those announced.
         QTest::addColumn<QByteArray>("file");
         QTest::addColumn<int>("classes");
         QTest::addColumn<int>("filters");
+        QTest::addColumn<QString>("where");
+        QTest::addColumn<QString>("reason");
+        QTest::addColumn<QString>("read");
         const QByteArray two = "QOS_INTERNET_DEV='eth9'\nQOS_CLASS_N='2'\nQOS_CLASS_1_PARENT='0'\n";
-        QTest::newRow("complete") << two + "QOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='2'\n" << 2 << 1;
-        QTest::newRow("missing quotes") << two + "QOS_CLASS_2_PARENT=1\n" << 1 << 0;
-        QTest::newRow("missing =") << two + "QOS_CLASS_2_PRIO '1'\n" << 1 << 0;
-        QTest::newRow("one quote") << two + "QOS_CLASS_2_PRIO='1\n" << 1 << 0;
-        QTest::newRow("class count not a number")
-            << QByteArray("QOS_CLASS_N='abc'\nQOS_FILTER_N='0'\n") << 0 << 0;
-        QTest::newRow("filter count not a number") << two + "QOS_FILTER_N='1x'\n" << 0 << 0;
-        QTest::newRow("direction sideways") << two + "QOS_CLASS_2_DIRECTION='sideways'\n" << 1 << 0;
-        QTest::newRow("direction with blank") << two + "QOS_CLASS_2_DIRECTION='down '\n" << 1 << 0;
-        QTest::newRow("filter names no class")
-            << two + "QOS_FILTER_N='2'\nQOS_FILTER_1_CLASS='7'\nQOS_FILTER_2_CLASS='1'\n"
-            << 2 << 0;
-        QTest::newRow("ignore entry names no class")
-            << two + "QOS_FILTER_N='2'\nQOS_FILTER_1_CLASS='2'\n#QOS_FILTER_2_PORTEXT='ignore'\n"
-            << 2 << 1;
-        QTest::newRow("class count above 100000") << QByteArray("QOS_CLASS_N='100001'\n") << 0 << 0;
-        QTest::newRow("filter count above 100000") << two + "QOS_FILTER_N='100001'\n" << 0 << 0;
-        QTest::newRow("bad cell") << "#QOS_FILEVERSION='Tarnwick 1.1'\n" + two +
-                                         "#QOS_CLASS_2_CELLPOS='1;1'\n"
-                                  << 1 << 0;
-        QTest::newRow("cell with blanks and sign")
-            << "#QOS_FILEVERSION='Tarnwick 1.1'\n" + two + "#QOS_CLASS_2_CELLPOS=' +1 , 2.5 '\n"
-            << 2 << 0;
-        QTest::newRow("cell beyond 16 bits")
-            << "#QOS_FILEVERSION='Tarnwick 1.1'\n" + two + "#QOS_CLASS_2_CELLPOS='40000,0'\n"
-            << 1 << 0;
-        QTest::newRow("page size one part")
-            << QByteArray("#QOS_FILEVERSION='Tarnwick 1.1'\n#QOS_PAGESIZE='7'\n") + two << 0 << 0;
-        QTest::newRow("parent on the other page")
-            << two + "QOS_CLASS_2_PARENT='1'\nQOS_CLASS_2_DIRECTION='up'\n"
-            << 2 << 0;
+        const QByteArray layout = "#QOS_FILEVERSION='Tarnwick 1.1'\n";
+        // clang-format off
+        QTest::newRow("complete") << two + "QOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='2'\n" << 2 << 1 << "" << "" << "2/2 1/1";
+        QTest::newRow("missing quotes") << two + "QOS_CLASS_2_PARENT=1\n" << 1 << 0 << "Klasse 2" << "Anführungszeichen" << "1/2 0/0";
+        QTest::newRow("missing =") << two + "QOS_CLASS_2_PRIO '1'\n" << 1 << 0 << "Klasse 2" << "Zeile 4" << "1/2 0/0";
+        QTest::newRow("one quote") << two + "QOS_CLASS_2_PRIO='1\n" << 1 << 0 << "Klasse 2" << "Anführungszeichen" << "1/2 0/0";
+        QTest::newRow("class count not a number") << QByteArray("QOS_CLASS_N='abc'\nQOS_FILTER_N='0'\n") << 0 << 0 << "Kopfteil" << "keine ganze Zahl" << "0/0 0/0";
+        QTest::newRow("filter count not a number") << two + "QOS_FILTER_N='1x'\n" << 0 << 0 << "Kopfteil" << "QOS_FILTER_N='1x'" << "0/2 0/0";
+        QTest::newRow("direction sideways") << two + "QOS_CLASS_2_DIRECTION='sideways'\n" << 1 << 0 << "Klasse 2" << "Richtung 'sideways'" << "1/2 0/0";
+        QTest::newRow("direction with blank") << two + "QOS_CLASS_2_DIRECTION='down '\n" << 1 << 0 << "Klasse 2" << "Richtung 'down '" << "1/2 0/0";
+        QTest::newRow("filter names no class") << two + "QOS_FILTER_N='2'\nQOS_FILTER_1_CLASS='7'\nQOS_FILTER_2_CLASS='1'\n" << 2 << 0 << "Filtereintrag 1" << "Klasse '7'" << "2/2 0/2";
+        QTest::newRow("ignore entry names no class") << two + "QOS_FILTER_N='2'\nQOS_FILTER_1_CLASS='2'\n#QOS_FILTER_2_PORTEXT='ignore'\n" << 2 << 1 << "Filtereintrag 2" << "Klasse ''" << "2/2 1/2";
+        QTest::newRow("class count above 100000") << QByteArray("QOS_CLASS_N='100001'\n") << 0 << 0 << "Kopfteil" << "100000" << "0/0 0/0";
+        QTest::newRow("filter count above 100000") << two + "QOS_FILTER_N='100001'\n" << 0 << 0 << "Kopfteil" << "100000" << "0/2 0/0";
+        QTest::newRow("bad cell") << layout + two + "#QOS_CLASS_2_CELLPOS='1;1'\n" << 1 << 0 << "Klasse 2" << "Zellposition '1;1'" << "1/2 0/0";
+        QTest::newRow("cell with blanks and sign") << layout + two + "#QOS_CLASS_2_CELLPOS=' +1 , 2.5 '\n" << 2 << 0 << "" << "" << "2/2 0/0";
+        QTest::newRow("cell beyond 16 bits") << layout + two + "#QOS_CLASS_2_CELLPOS='40000,0'\n" << 1 << 0 << "Klasse 2" << "40000,0" << "1/2 0/0";
+        QTest::newRow("page size one part") << layout + "#QOS_PAGESIZE='7'\n" + two << 0 << 0 << "Kopfteil" << "Seitengröße" << "0/0 0/0";
+        // The class is made whole on its own page; only the link is missing.
+        QTest::newRow("parent on the other page") << two + "QOS_CLASS_2_PARENT='1'\nQOS_CLASS_2_DIRECTION='up'\n" << 2 << 0 << "Klasse 2" << "übergeordneten Klasse 1" << "1/2 0/0";
+        // Numbers that do not fit end the import at their setting; the box stays.
+        QTest::newRow("class bandwidth beyond 32 bits") << two + "QOS_CLASS_2_MINBANDWIDTH='99999999999kbit'\n" << 2 << 0 << "Klasse 2" << "99999999999kbit" << "1/2 0/0";
+        QTest::newRow("line speed beyond 32 bits") << "QOS_INTERNET_BAND_DOWN='1e3000'\nQOS_INTERNET_BAND_UP='3000000000kbit'\n" + two << 0 << 0 << "Kopfteil" << "QOS_INTERNET_BAND_UP" << "0/0 0/0";
+        QTest::newRow("port count beyond 32 bits") << two + "QOS_FILTER_N='2'\nQOS_FILTER_1_CLASS='2'\nQOS_FILTER_1_PORT='1-99999999999'\nQOS_FILTER_2_CLASS='2'\n" << 2 << 1 << "Filtereintrag 1" << "1-99999999999" << "2/2 0/2";
+        // clang-format on
     }
     void errorEndsImportKeepingWhatWasMade()
     {
         QFETCH(QByteArray, file);
         QFETCH(int, classes);
         QFETCH(int, filters);
+        QFETCH(QString, where);
+        QFETCH(QString, reason);
+        QFETCH(QString, read);
         Fixture f;
         RecordingStatus status;
         f.doc.setStatusWindow(&status);
-        ImportQoSBytes(f.doc, file);
+        const ImportReport report = ImportQoSBytes(f.doc, file);
         QCOMPARE(f.classes(), classes);
         QCOMPARE(f.filters(), filters);
         QCOMPARE(f.doc.Common1()->QoSInternetDev(),
                  file.contains("eth9") ? QStringLiteral("eth9") : QStringLiteral("ppp0"));
         QCOMPARE(f.prompt.messages(), QStringList());
         QCOMPARE(status.closed, 1);
+        QCOMPARE(report.complete, where.isEmpty());
+        QCOMPARE(report.where, where);
+        QVERIFY2(report.reason.contains(reason), qPrintable(report.reason));
+        QCOMPARE(QStringLiteral("%1/%2 %3/%4")
+                     .arg(report.classesRead)
+                     .arg(report.classesAnnounced)
+                     .arg(report.entriesRead)
+                     .arg(report.entriesAnnounced),
+                 read);
+        if (!report.complete)
+            QVERIFY(report.Message().startsWith(QStringLiteral("Die Datei wurde nicht vollständig gelesen: ") +
+                                                report.reason + QStringLiteral(" Gelesen: ")));
+        else
+            QCOMPARE(report.Message(), QString());
+    }
+
+    void laterParentsAreLinkedAtTheEnd_data()
+    {
+        // Each class as caption<parent caption, in the order of the page.
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("tree");
+        const auto cls = [](int n, int parent, const char* direction) {
+            return QStringLiteral("QOS_CLASS_%1_PARENT='%2'\nQOS_CLASS_%1_DIRECTION='%3'\n")
+                .arg(n)
+                .arg(parent)
+                .arg(QLatin1String(direction))
+                .toLatin1();
+        };
+        QTest::newRow("parent later, its direction taken")
+            << "QOS_CLASS_N='2'\n" + cls(1, 2, "DOWN") + cls(2, 0, "down") << "Class 1<Class 2 down, Class 2<- down";
+        QTest::newRow("parent first as always") << "QOS_CLASS_N='2'\n" + cls(1, 0, "down") + cls(2, 1, "down")
+                                                << "Class 1<- down, Class 2<Class 1 down";
+        QTest::newRow("own parent") << "QOS_CLASS_N='1'\n" + cls(1, 1, "down") << "Class 1<- down";
+        QTest::newRow("two classes naming each other")
+            << "QOS_CLASS_N='2'\n" + cls(1, 2, "down") + cls(2, 1, "down") << "Class 1<- down, Class 2<Class 1 down";
+        QTest::newRow("beyond the announced classes") << "QOS_CLASS_N='1'\n" + cls(1, 5, "down") << "Class 1<- down";
+        QTest::newRow("later parent on the other page")
+            << "QOS_CLASS_N='2'\n" + cls(1, 2, "down") + cls(2, 0, "up") << "Class 1<- down, Class 2<- up";
+    }
+    void laterParentsAreLinkedAtTheEnd()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, tree);
+        Fixture f;
+        QVERIFY(ImportQoSBytes(f.doc, file).complete);
+        QStringList classes;
+        for (ObjectPage* page : {f.doc.Down1(), f.doc.Up1()})
+            for (QoSObject* o : page->ContainedObjects()) {
+                auto* c = qobject_cast<QoSClass*>(o);
+                classes << QStringLiteral("%1<%2 %3")
+                               .arg(c->Caption(), c->ParentQoSObject() ? c->ParentQoSObject()->Caption()
+                                                                       : QStringLiteral("-"),
+                                    c->QoSDirection());
+            }
+        QCOMPARE(classes.join(QStringLiteral(", ")), tree);
+        QCOMPARE(f.prompt.messages(), QStringList());
+    }
+
+    void descriptionLinesAreText_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("description");
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<QString>("dev");
+        QTest::addColumn<int>("filters");
+        const QByteArray oneFilter = "QOS_CLASS_N='1'\nQOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='1'\nQOS_FILTER_1_PORT='80'\n";
+        QTest::newRow("settings in the description")
+            << "#QOS_DESCRIPTION='2' #Zeilen\n#QOS_CLASS_1_CAPTION='fremd'\n#QOS_FILTER_1_PORTEXT='ignore'\n" +
+                   oneFilter
+            << "QOS_CLASS_1_CAPTION='fremd'\r\nQOS_FILTER_1_PORTEXT='ignore'" << "Class 1" << "ppp0" << 1;
+        QTest::newRow("a line without # under a count too large stays a setting")
+            << "#QOS_DESCRIPTION='3'\n#a\nQOS_INTERNET_DEV='eth7'\n" + oneFilter
+            << "a\r\nOS_INTERNET_DEV='eth7'\r\nOS_CLASS_N='1'" << "Class 1" << "eth7" << 1;
+        QTest::newRow("the lines after the block are settings again")
+            << "#QOS_DESCRIPTION='1'\n#x\n#QOS_CLASS_1_CAPTION='eigen'\n" + oneFilter << "x" << "eigen" << "ppp0" << 1;
+    }
+    void descriptionLinesAreText()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, description);
+        QFETCH(QString, caption);
+        QFETCH(QString, dev);
+        QFETCH(int, filters);
+        Fixture f;
+        QVERIFY(ImportQoSBytes(f.doc, file).complete);
+        QCOMPARE(f.doc.Common1()->QoSDescription(), description);
+        QCOMPARE(f.doc.Down1()->ContainedObjects().first()->Caption(), caption);
+        QCOMPARE(f.doc.Common1()->QoSInternetDev(), dev);
+        QCOMPARE(f.filters(), filters);
+    }
+
+    void pagesGrowToHoldBoxesReadBeyondThem()
+    {
+        Fixture f;
+        const ImportReport report = ImportQoSBytes(
+            f.doc, "#QOS_FILEVERSION='Tarnwick 1.1'\n#QOS_PAGESIZE='6,5'\nQOS_CLASS_N='2'\n#QOS_CLASS_1_CELLPOS='9,0'\n"
+                   "#QOS_CLASS_2_CELLPOS='20,3'\nQOS_CLASS_2_DIRECTION='up'\nQOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='1'\n"
+                   "#QOS_FILTER_1_CELLPOS='11,12'\n");
+        QVERIFY(report.complete);
+        QCOMPARE(PageScript::size(f.doc.Down1()), QStringLiteral("12x13"));
+        QCOMPARE(PageScript::size(f.doc.Up1()), QStringLiteral("21x5"));
+    }
+
+    void filesAboveTheLimitAreRefused()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("huge.qos.txt"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.resize(MaxQoSFileSize + 1)); // sparse: costs no disk
+        file.close();
+        Fixture f;
+        RecordingStatus status;
+        f.doc.setStatusWindow(&status);
+        const ImportReport report = ImportQoSText(f.doc, path);
+        QVERIFY(!report.complete);
+        QVERIFY2(report.reason.contains(QStringLiteral("größer als 64 MB")), qPrintable(report.reason));
+        QCOMPARE(f.classes(), 0);
+        QCOMPARE(status.closed, 1);
+        QByteArray bytes;
+        QString error;
+        QVERIFY(!ReadQoSFile(path, bytes, error));
+        QVERIFY(bytes.isEmpty());
     }
 
     void unreadableFileCreatesNothing()
@@ -474,12 +650,9 @@ private slots:
                         .arg(m)
                         .arg(32767 - m)
                         .toLatin1();
-        QElapsedTimer timer;
-        timer.start();
         ImportQoSBytes(f.doc, file);
         QCOMPARE(f.filters(), 200);
         QCOMPARE(f.doc.Down1()->prop().Rows, 32767);
-        QVERIFY(timer.elapsed() < 5000);
     }
 };
 

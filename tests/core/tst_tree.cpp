@@ -299,6 +299,11 @@ private slots:
             << "C S1 S2" << "C1" << 0 << 2 << "" << "C1@0,0 C2@0,1 C3@0,2" << "3 1 0";
         QTest::newRow("sub class on its own child swaps them")
             << "C S1 S2" << "C2" << 0 << 2 << "" << "C1@0,0 C2@0,1 C3@0,2" << "0 3 0";
+        // A class in a filter row could not be read back from the file.
+        QTest::newRow("class into a filter row")
+            << "C C" << "C2" << 3 << 4 << "Verschieben nicht möglich. Keine weitere Ebene möglich."
+            << "C1@0,0 C2@1,0" << "0 0";
+        QTest::newRow("filter into a class row") << "C F1" << "F1" << 2 << 1 << "" << "C1@0,0 F1@2,1" << "0 1";
     }
     void drop()
     {

@@ -289,6 +289,33 @@ private slots:
             QCOMPARE(prompt.log.first().icon, UserPrompt::Icon::None);
     }
 
+    // A value that does not fit is refused where it is typed: the field keeps the old one.
+    void numbersThatDoNotFitAreRefusedWhileTyped()
+    {
+        ScriptedPrompt prompt;
+        RecordingStatus line;
+        InputBandwidth bandwidth;
+        bandwidth.setPrompt(&prompt);
+        bandwidth.field()->SetBandwidth(QStringLiteral("768kbit"));
+        auto* number = child<QLineEdit>(&bandwidth, "txtMin");
+        number->setFocus();
+        // The seventh 9 would make 7689999999, beyond 32 bits.
+        QTest::keyClicks(number, QStringLiteral("9999999"));
+        QCOMPARE(bandwidth.field()->Bandwidth(), QStringLiteral("768999999kbit"));
+        QCOMPARE(prompt.messages().size(), 1);
+        QVERIFY(prompt.messages().first().contains(QStringLiteral("Zahlenbereich")));
+        QCOMPARE(number->text(), QStringLiteral("768999999"));
+
+        InputPort port;
+        port.setStatusLine(&line);
+        port.field()->SetPort(QStringLiteral("1-2"));
+        auto* ports = child<QLineEdit>(&port, "txtPort");
+        QTest::keyClicks(ports, QStringLiteral("0000000000"));
+        QCOMPARE(port.field()->Port(), QStringLiteral("1-2000000000"));
+        QCOMPARE(ports->text(), QStringLiteral("1-2000000000"));
+        QVERIFY(line.statusTexts.contains(QStringLiteral("Zuviele Ports")));
+    }
+
     void portCountShown()
     {
         InputPort w;
