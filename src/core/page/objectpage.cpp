@@ -208,29 +208,45 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
     if (classIdx == 0)
         classIdx = c->ClassIdx();
 
-    // A parent on the other page cannot take the class. It is made whole as a main class, so
-    // that nothing of it is lost, and the caller hears of the error at the end.
-    QoSClass* otherPage = parent && parent->GetObjectPage() != this ? parent : nullptr;
-    if (otherPage)
+    // A parent on the other page cannot take the class, and a bandwidth that does not fit
+    // cannot be set. The class is still made whole, with everything else the caller gave, so
+    // that nothing more than the one setting is lost; the caller hears of the first error at
+    // the end.
+    std::optional<QoSError> error;
+    const auto keep = [&error](const auto& set) {
+        try {
+            set();
+        } catch (const QoSError& e) {
+            if (!error)
+                error = e;
+        }
+    };
+    if (parent && parent->GetObjectPage() != this) {
+        error = QoSError(QoSError::Kind::Tree,
+                         QStringLiteral("Die übergeordnete Klasse %1 steht auf der anderen Seite.").arg(parent->ClassIdx()));
         parent = nullptr;
+    }
     if (parent)
         c->AddParentQoSObject(parent); // as setting QoSParent to parentIdx, without reading it again
     c->SetQoSDirection(direction);
 
     const auto line = [this, &direction] { return m_document->Common1()->LineBandwidth(direction); };
-    if (!minBandwidth.isEmpty())
-        c->SetQoSMinBandWidth(minBandwidth);
-    else if (!parent)
-        c->SetQoSMinBandWidth(m_classCount >= 2 ? QStringLiteral("0") : line());
-    else
-        c->SetQoSMinBandWidthKBit(1);
-
-    if (!maxBandwidth.isEmpty())
-        c->SetQoSMaxBandWidth(maxBandwidth);
-    else if (!parent)
-        c->SetQoSMaxBandWidth(line());
-    else
-        c->SetQoSMaxBandWidthKBit(parent->QoSMaxBandWidthKBit());
+    keep([&] {
+        if (!minBandwidth.isEmpty())
+            c->SetQoSMinBandWidth(minBandwidth);
+        else if (!parent)
+            c->SetQoSMinBandWidth(m_classCount >= 2 ? QStringLiteral("0") : line());
+        else
+            c->SetQoSMinBandWidthKBit(1);
+    });
+    keep([&] {
+        if (!maxBandwidth.isEmpty())
+            c->SetQoSMaxBandWidth(maxBandwidth);
+        else if (!parent)
+            c->SetQoSMaxBandWidth(line());
+        else
+            c->SetQoSMaxBandWidthKBit(parent->QoSMaxBandWidthKBit());
+    });
 
     if (parent)
         c->SetQoSDirection(parent->QoSDirection());
@@ -241,9 +257,8 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
     c->SetCaption(caption);
     // The cell was given at birth; MatrixX and MatrixY need not be set again.
     c->SetVisible(visible);
-    if (otherPage)
-        throw QoSError(QoSError::Kind::Tree,
-                       QStringLiteral("Die übergeordnete Klasse %1 steht auf der anderen Seite.").arg(otherPage->ClassIdx()));
+    if (error)
+        throw *error;
     return c;
 }
 
@@ -284,12 +299,21 @@ QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, con
     // Linked first, so that the field edits below already belong to a filter of the class.
     f->AddParentQoSObject(c);
     f->SetQoSIP(ip);
-    f->SetQoSPort(port);
+    // A port list that stands for more ports than can be counted keeps its text; the filter is
+    // made whole and the caller hears of it at the end.
+    std::optional<QoSError> error;
+    try {
+        f->SetQoSPort(port);
+    } catch (const QoSError& e) {
+        error = e;
+    }
     f->SetQoSType(type);
     f->SetQoSOption(option);
     f->SetFilterIdx(filterIdx >= -32768 && filterIdx <= 32767 ? qint16(filterIdx) : qint16(0));
     f->SetCaption(extra);
     f->SetVisible(visible);
+    if (error)
+        throw *error;
     return f;
 }
 
