@@ -8,6 +8,7 @@
 #include "document/qoswriter.h"
 #include "document/userprompt.h"
 #include "model/qosclass.h"
+#include "model/validationpass.h"
 #include "model/qosfilter.h"
 #include "page/objectpage.h"
 
@@ -41,13 +42,15 @@ void EditorSession::commonChanged(const QString& property)
 
 void EditorSession::revalidate(ObjectPage* page)
 {
-    // The line speed is the limit of the main classes of its direction.
+    // The line speed is the limit of the main classes of its direction; one pass adds their
+    // minimums up once for all of them.
+    ValidationPass pass;
     for (QoSObject* o : page->ContainedObjects()) {
         auto* c = qobject_cast<QoSClass*>(o);
         if (!c || c->ParentQoSObject())
             continue;
         try {
-            c->Validate(true);
+            c->Validate(true, pass);
         } catch (const QoSError&) {
             // A sum beyond 32 bits ends this tree's check only.
         }
