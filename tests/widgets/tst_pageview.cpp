@@ -1,4 +1,5 @@
 #include "document/qoscommon.h"
+#include "document/qosreader.h"
 #include "model/plugbottom.h"
 #include "page/pagerenderer.h"
 #include "page/qosconnector.h"
@@ -368,6 +369,43 @@ private slots:
         QVERIFY(f.box(first));
         QVERIFY(!f.box(f.cls(2)));
         QVERIFY(f.view->boxWidgetCount() < 16);
+    }
+
+    // The editor lets the interface repaint at every step of a long import. The boxes read
+    // so far have no places until the import ends, so no widget may be made for them then:
+    // a widget for every box would make reading a large file take minutes.
+    void readingAFileMakesWidgetsOnlyAtTheEnd()
+    {
+        class Repainting : public StatusWindow
+        {
+        public:
+            explicit Repainting(ObjectPageView* view) : m_view(view) {}
+            void Show(const QString&, const QString&) override {}
+            void SetCaption(const QString&) override {}
+            void SetMessage(const QString&) override
+            {
+                QCoreApplication::processEvents();
+                most = qMax(most, m_view->boxWidgetCount());
+            }
+            void SetProgress(int, int) override {}
+            void Close() override {}
+            int most = 0;
+
+        private:
+            ObjectPageView* m_view;
+        };
+        PageViewFixture f;
+        Repainting status(f.view);
+        f.doc.setStatusWindow(&status);
+        QByteArray file = "QOS_CLASS_N='200'\n";
+        for (int n = 1; n <= 200; ++n)
+            file += "QOS_CLASS_" + QByteArray::number(n) + "_PARENT='" + QByteArray::number(n > 1 ? 1 : 0) + "'\n";
+        QVERIFY(ImportQoSBytes(f.doc, file).complete);
+        QCOMPARE(status.most, 0);
+        f.settle();
+        QVERIFY(f.box(f.page->ObjectAt(0, 0)));
+        QVERIFY(f.view->boxWidgetCount() > 0 && f.view->boxWidgetCount() < 40);
+        f.doc.setStatusWindow(nullptr);
     }
 
     void boxesFitTheirCells_data()

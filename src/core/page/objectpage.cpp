@@ -128,6 +128,7 @@ void ObjectPage::placeAll()
     m_placing = false;
     for (QoSObject* o : std::as_const(m_contained))
         o->UpdateTopConnector();
+    emit placed();
 }
 
 // --- creation --------------------------------------------------------------------------

@@ -121,6 +121,8 @@ signals:
     void objectAdded(QoSObject* object);
     void objectRemoved(const QString& name);
     void selectionChanged();
+    // The boxes of an import have their places: until then they all stand at the page's corner.
+    void placed();
 
 private:
     friend class Arrangement;

@@ -58,6 +58,7 @@ ObjectPageView::ObjectPageView(ObjectPage* page, QWidget* parent)
 
     Document* document = page->document();
     connect(page, &ObjectPage::objectAdded, this, &ObjectPageView::adopt);
+    connect(page, &ObjectPage::placed, this, &ObjectPageView::scheduleRealize);
     connect(page, &ObjectPage::objectRemoved, this, &ObjectPageView::removeBox);
     connect(page, &ObjectPage::gridChanged, this, &ObjectPageView::gridChanged);
     connect(page, &ObjectPage::selectionChanged, this, &ObjectPageView::selectionChanged);
@@ -470,6 +471,9 @@ void ObjectPageView::realizeAll()
 
 void ObjectPageView::realizeIn(const QRect& makeArea, const QRect& keepArea)
 {
+    // While a file is read the new boxes have no places yet; widgets are made once they do.
+    if (m_page->IsDeferred())
+        return;
     for (BoxRecord& record : m_boxes) {
         QoSObject* object = record.object;
         if (!object)
