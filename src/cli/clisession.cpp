@@ -41,16 +41,6 @@ bool CliSession::Open(const QString& path)
 void CliSession::ValidateAll()
 {
     ValidationPass pass;
-    for (ObjectPage* page : {m_document.Down1(), m_document.Up1()}) {
-        for (QoSObject* o : page->ContainedObjects()) {
-            auto* c = qobject_cast<QoSClass*>(o);
-            if (!c || c->ParentQoSObject())
-                continue;
-            try {
-                c->Validate(true, pass);
-            } catch (const QoSError&) {
-                // An overflow ends this run only; flags it had not reached stay valid.
-            }
-        }
-    }
+    pass.ValidateMainClasses(*m_document.Down1());
+    pass.ValidateMainClasses(*m_document.Up1());
 }

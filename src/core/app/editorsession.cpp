@@ -44,17 +44,7 @@ void EditorSession::revalidate(ObjectPage* page)
 {
     // The line speed is the limit of the main classes of its direction; one pass adds their
     // minimums up once for all of them.
-    ValidationPass pass;
-    for (QoSObject* o : page->ContainedObjects()) {
-        auto* c = qobject_cast<QoSClass*>(o);
-        if (!c || c->ParentQoSObject())
-            continue;
-        try {
-            c->Validate(true, pass);
-        } catch (const QoSError&) {
-            // A sum beyond 32 bits ends this tree's check only.
-        }
-    }
+    ValidationPass().ValidateMainClasses(*page);
 }
 
 // --- files --------------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 #include "document/document.h"
 #include "document/numbers.h"
 #include "document/qoserror.h"
+#include "page/objectpage.h"
 #include "qosclass.h"
 
 ValidationPass::Sum ValidationPass::compute(const QoSClass& c) const
@@ -24,6 +25,19 @@ ValidationPass::Sum ValidationPass::compute(const QoSClass& c) const
         sum.overflow = true;
     }
     return sum;
+}
+
+void ValidationPass::ValidateMainClasses(const ObjectPage& page)
+{
+    for (QoSObject* o : page.ContainedObjects()) {
+        auto* c = qobject_cast<QoSClass*>(o);
+        if (!c || c->ParentQoSObject())
+            continue;
+        try {
+            c->Validate(true, *this);
+        } catch (const QoSError&) {
+        }
+    }
 }
 
 qint32 ValidationPass::SiblingMinimumSum(const QoSClass& c)

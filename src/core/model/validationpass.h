@@ -4,6 +4,7 @@
 #include <QString>
 
 class Document;
+class ObjectPage;
 class QoSClass;
 
 // One run of the bandwidth check over a tree or the whole document. The sibling sums do not
@@ -16,6 +17,9 @@ public:
     // The minimums of the class and its siblings in kbit, in creation order with a 32-bit
     // overflow check at each step; throws the overflow each time it is asked for.
     qint32 SiblingMinimumSum(const QoSClass& c);
+    // Runs the check button of every main class of a page, each tree on its own: an overflow
+    // ends that tree's run only, and the flags it had not reached stay as they were.
+    void ValidateMainClasses(const ObjectPage& page);
 
 private:
     struct Sum
