@@ -22,13 +22,16 @@ bool isWordBreak(QChar c)
     return c == u' ' || c == u'\t' || c == u'=' || c == u'\'';
 }
 
-QStringView leadingWord(QStringView line)
+inline QStringView leadingWord(QStringView line)
 {
+    const char16_t* p = line.utf16();
+    const qsizetype n = line.size();
     qsizetype start = 0;
-    while (start < line.size() && (line[start] == u' ' || line[start] == u'\t'))
+    while (start < n && (p[start] == u' ' || p[start] == u'\t'))
         ++start;
     qsizetype end = start;
-    while (end < line.size() && !isWordBreak(line[end]))
+    // Letters, digits and "_" are the usual characters; the four breaks are told apart after.
+    while (end < n && (p[end] > u'\'' || (p[end] != u' ' && p[end] != u'\t' && p[end] != u'\'')) && p[end] != u'=')
         ++end;
     return line.sliced(start, end - start);
 }
@@ -76,8 +79,14 @@ using Field = QoSFileTable::Field;
 // A plain comparison of code units: the index compares a few names per line of the file.
 inline bool begins(QStringView s, QStringView prefix)
 {
-    return s.size() >= prefix.size() &&
-           std::memcmp(s.utf16(), prefix.utf16(), std::size_t(prefix.size()) * sizeof(char16_t)) == 0;
+    if (s.size() < prefix.size())
+        return false;
+    const char16_t* a = s.utf16();
+    const char16_t* b = prefix.utf16();
+    for (qsizetype i = 0; i < prefix.size(); ++i)
+        if (a[i] != b[i])
+            return false;
+    return true;
 }
 
 // The numbered names: a head, the number, a suffix.
@@ -132,26 +141,30 @@ struct Numbered
 
 // "QOS_CLASS_12_PRIO" as head, 12 and "_PRIO". Numbers with a leading zero or beyond any count
 // a file may announce can never be asked for and are not taken apart.
-std::optional<Numbered> splitNumbered(QStringView word)
+inline std::optional<Numbered> splitNumbered(QStringView word)
 {
-    if (word.size() < 11 || (word[0] != u'Q' && word[0] != u'#'))
+    // Told apart by a few characters first: the index asks this of every line of the file.
+    const char16_t* p = word.utf16();
+    if (word.size() < 11)
         return std::nullopt;
-    for (const Head& h : heads) {
-        if (!begins(word, h.text))
-            continue;
-        qsizetype i = h.text.size();
-        qint64 number = 0;
-        while (i < word.size() && word[i] >= u'0' && word[i] <= u'9' && number <= MaxQoSObjectsInFile) {
-            number = number * 10 + (word[i].unicode() - u'0');
-            ++i;
-        }
-        const qsizetype digits = i - h.text.size();
-        if (digits == 0 || word[h.text.size()] == u'0' || number > MaxQoSObjectsInFile ||
-            (i < word.size() && word[i] >= u'0' && word[i] <= u'9'))
-            return std::nullopt;
-        return Numbered{&h, qint32(number), word.sliced(i)};
+    const int hash = p[0] == u'#' ? 1 : 0;
+    if ((hash == 0 && p[0] != u'Q') || p[hash + 3] != u'_')
+        return std::nullopt;
+    const char16_t kind = p[hash + 4];
+    const Head* h = kind == u'C' ? &heads[hash] : kind == u'F' ? &heads[2 + hash] : nullptr;
+    if (!h || !begins(word, h->text))
+        return std::nullopt;
+    qsizetype i = h->text.size();
+    qint64 number = 0;
+    while (i < word.size() && p[i] >= u'0' && p[i] <= u'9' && number <= MaxQoSObjectsInFile) {
+        number = number * 10 + (p[i] - u'0');
+        ++i;
     }
-    return std::nullopt;
+    const qsizetype digits = i - h->text.size();
+    if (digits == 0 || p[h->text.size()] == u'0' || number > MaxQoSObjectsInFile ||
+        (i < word.size() && p[i] >= u'0' && p[i] <= u'9'))
+        return std::nullopt;
+    return Numbered{h, qint32(number), word.sliced(i)};
 }
 
 } // namespace

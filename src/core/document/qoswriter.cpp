@@ -183,9 +183,12 @@ QoSError unwritable(const QString& text)
 // A value stands between two single quotes on a line of its own, in the router's code page: a
 // quote or a line break would cut it when the file is read again, a character the code page
 // does not know would become "?". Such a value is refused rather than changed.
-void checkValue(QStringView value, const std::function<QString()>& owner, QStringView what)
+template <typename Owner>
+void checkValue(QStringView value, const Owner& owner, QStringView what)
 {
+    bool wide = false;
     for (const QChar c : value) {
+        wide = wide || c.unicode() >= 0x80;
         if (c == u'\'' || c == u'\r' || c == u'\n')
             throw unwritable(QStringLiteral("%1: %2 \"%3\" enthält %4; so lässt sich der Wert nicht in qos.txt "
                                             "schreiben.")
@@ -193,7 +196,7 @@ void checkValue(QStringView value, const std::function<QString()>& owner, QStrin
                                       c == u'\'' ? QStringLiteral("ein Hochkomma (')")
                                                  : QStringLiteral("einen Zeilenumbruch")));
     }
-    const qsizetype bad = Windows1252::FirstUnmappable(value);
+    const qsizetype bad = wide ? Windows1252::FirstUnmappable(value) : -1;
     if (bad >= 0)
         throw unwritable(QStringLiteral("%1: %2 \"%3\" enthält das Zeichen \"%4\", das qos.txt nicht kennt.")
                              .arg(owner(), what.toString(), value.toString(),
