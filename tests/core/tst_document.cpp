@@ -118,14 +118,21 @@ private slots:
         QCOMPARE(doc.Objects().first()->Name(), QStringLiteral("QoSClass3"));
     }
 
-    void emptyDocumentClearsTheMark()
+    // A document without boxes has nothing to clear; its mark goes. But edits of the common
+    // page alone are asked about like any other, and a cancel keeps them.
+    void documentWithoutBoxes()
     {
         ScriptedPrompt prompt;
         Document doc(&prompt);
+        QVERIFY(doc.ClearDocument());
+        QVERIFY(prompt.log.isEmpty());
         doc.SetModified(true);
+        prompt.yesNoCancel << UserPrompt::Answer::Cancel << UserPrompt::Answer::No;
+        QVERIFY(!doc.ClearDocument());
+        QVERIFY(doc.IsModified());
         QVERIFY(doc.ClearDocument());
         QVERIFY(!doc.IsModified());
-        QVERIFY(prompt.log.isEmpty());
+        QCOMPARE(prompt.log.size(), 2);
     }
 
     void classesFilter()

@@ -165,10 +165,8 @@ Document::ImportScope::~ImportScope()
 
 bool Document::ClearDocument()
 {
-    if (m_controls.isEmpty()) {
-        SetModified(false);
-        return true;
-    }
+    // Changes of the common page alone are work too: a modified document is asked about even
+    // when its pages hold no boxes.
     if (m_modified) {
         switch (prompt().AskYesNoCancel(QStringLiteral("Soll noch gespeichert werden?"))) {
         case UserPrompt::Answer::Cancel:
@@ -180,6 +178,10 @@ bool Document::ClearDocument()
         case UserPrompt::Answer::No:
             break;
         }
+    }
+    if (m_controls.isEmpty()) {
+        SetModified(false);
+        return true;
     }
     if (m_statusWindow)
         m_statusWindow->Show(QStringLiteral("Räume auf..."), QStringLiteral("Räume auf"));
