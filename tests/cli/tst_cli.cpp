@@ -53,24 +53,6 @@ class TestCli : public QObject
 {
     Q_OBJECT
 private slots:
-    void exportOfSampleEqualsEditorFile()
-    {
-        const Run r = run({QStringLiteral("export"), sample("home-router.qos.txt")});
-        QCOMPARE(r.exitCode, 0);
-        QCOMPARE(r.err, QByteArray());
-        QFile expected(sample("editor-written.qos.txt"));
-        QVERIFY(expected.open(QIODevice::ReadOnly));
-        QList<QByteArray> want = expected.readAll().split('\n');
-        QList<QByteArray> got = r.out.split('\n');
-        QCOMPARE(got.size(), want.size());
-        for (int line : {24, 22, 21}) {
-            want.removeAt(line - 1);
-            got.removeAt(line - 1);
-        }
-        QCOMPARE(got, want);
-        QVERIFY(r.out.contains("## Erstellt am  14.11.2023\r\n"));
-    }
-
     void jsonOfSample()
     {
         const Run r = run({QStringLiteral("json"), sample("home-router.qos.txt")});

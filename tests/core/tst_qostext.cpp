@@ -79,33 +79,6 @@ private slots:
 
     // --- writer -------------------------------------------------------------------------
 
-    void roundTripGivesSameBytes()
-    {
-        Fixture a;
-        QoSCommon& common = *a.doc.Common1();
-        common.SetQoSInternetBandDown(QStringLiteral("16000kbit"));
-        common.SetQoSDescription(QStringLiteral("Büro\r\n\tzweite Zeile"));
-        QoSClass* main = addClass(a.doc.Down1(), QStringLiteral("0"), QStringLiteral("Alles"));
-        QoSClass* voice = addClass(a.doc.Down1(), classNumber(main), QStringLiteral("Telefon"));
-        QoSClass* web = addClass(a.doc.Down1(), classNumber(main), QStringLiteral("Web"),
-                                 QStringLiteral("4000kbit"), QString(), true);
-        addClass(a.doc.Down1(), QStringLiteral("0"), QStringLiteral("Zweite"), QStringLiteral("0kbit"));
-        addFilter(voice, QString(), QStringLiteral("Box"), QStringLiteral("192.168.1.20"));
-        addFilter(web, QStringLiteral("80,443,8080"), QStringLiteral("verloren"));
-        addFilter(web, QStringLiteral("25"), QStringLiteral("Mail"));
-        QoSClass* up =
-            addClass(a.doc.Up1(), QStringLiteral("0"), QStringLiteral("Hoch"), QString(), QString(), true);
-        addFilter(up, QStringLiteral("5060-5061"), QString(), QStringLiteral("10.0.0.0/8"));
-        const QByteArray first = ExportQoSBytes(a.doc);
-
-        Fixture b;
-        ImportQoSBytes(b.doc, first);
-        QCOMPARE(b.prompt.messages(), QStringList());
-        QCOMPARE(b.classes(), 5);
-        QCOMPARE(b.filters(), 4);
-        QCOMPARE(ExportQoSBytes(b.doc), first);
-    }
-
     void sampleExportMatchesEditorFile_data()
     {
         QTest::addColumn<QString>("handWritten");

@@ -272,24 +272,6 @@ private slots:
         }
     }
 
-    // A label whose text changes is read by its text; the description says what it is.
-    void changingLabelsReadTheirText()
-    {
-        PageViewFixture f(QStringLiteral("C F1"));
-        QoSClass* c = f.cls(1);
-        c->SetQoSMaxBandWidth(QStringLiteral("10Mbit"));
-        auto* unit = child<QLabel>(child<QWidget>(f.box(c), "txtMax"), "lblMinUnit");
-        QCOMPARE(unit->accessibleName(), QStringLiteral("Mbit"));
-        QCOMPARE(unit->accessibleDescription(), QStringLiteral("Einheit"));
-        auto* direction = child<QLabel>(f.box(c), "lblDirection");
-        QCOMPARE(direction->accessibleName(), QStringLiteral("down"));
-        QCOMPARE(direction->accessibleDescription(), QStringLiteral("Richtung"));
-        f.flt(1)->SetQoSPort(QStringLiteral("6000-6010"));
-        auto* count = child<QLabel>(f.box(f.flt(1)), "lblFilterCount");
-        QCOMPARE(count->accessibleName(), QStringLiteral("11"));
-        QCOMPARE(count->accessibleDescription(), QStringLiteral("Anzahl Ports"));
-    }
-
     // The type field's own step counter survives the box being dropped and made again.
     void theTypeStepsOnWhereItStopped()
     {

@@ -462,22 +462,6 @@ private slots:
         QCOMPARE(label->accessibleName(), name);
         QCOMPARE(label->accessibleDescription(), description);
     }
-
-    void everyControlIsNamed()
-    {
-        const QList<QWidget*> fields{new InputBandwidth, new InputIP,   new InputPort,     new InputType,
-                                     new InputOption,    new InputPrio, new InputDirection};
-        for (QWidget* field : fields) {
-            for (QWidget* control : field->findChildren<QWidget*>()) {
-                if (qobject_cast<QMenu*>(control) || control->objectName().startsWith(u"qt_"))
-                    continue;
-                if (qobject_cast<QLabel*>(control) && control->accessibleName() == u"/")
-                    continue;
-                QVERIFY2(!control->accessibleName().isEmpty(), qPrintable(control->objectName()));
-            }
-            delete field;
-        }
-    }
 };
 
 QTEST_MAIN(TestInputWidgets)

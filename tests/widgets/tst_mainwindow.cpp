@@ -190,31 +190,6 @@ private slots:
         QCOMPARE(e.w->session().RecentFiles().first(), path);
     }
 
-    void samplesRoundTrip_data()
-    {
-        QTest::addColumn<QString>("sample");
-        QTest::newRow("written by the editor") << "editor-written.qos.txt";
-        QTest::newRow("written by hand") << "home-router.qos.txt";
-    }
-    // Open, save, open again, save again: every box stays and the two saves are the same bytes.
-    void samplesRoundTrip()
-    {
-        QFETCH(QString, sample);
-        Editor e(config());
-        QVERIFY(e.w->session().OpenFile(QStringLiteral(TARNWICK_SAMPLES "/") + sample));
-        const int boxes = int(e.doc().Objects().size());
-        QVERIFY(boxes > 0);
-        const QString first = m_dir.filePath(QStringLiteral("first-") + sample);
-        const QString second = m_dir.filePath(QStringLiteral("second-") + sample);
-        e.prompt.fileNames << first << first << second;
-        QVERIFY(trigger(e, "itmFileSaveAs"));
-        QVERIFY(trigger(e, "itmFileOpen"));
-        QCOMPARE(int(e.doc().Objects().size()), boxes);
-        QVERIFY(trigger(e, "itmFileSaveAs"));
-        QCOMPARE(read(second), read(first));
-        QVERIFY(e.prompt.messages().isEmpty());
-    }
-
     void cancelPathsSayItInTheStatusBar()
     {
         Editor e(config());
@@ -267,23 +242,6 @@ private slots:
             QCOMPARE(closed, answer != int(UserPrompt::Answer::Cancel));
     }
 
-    void failedSaveKeepsTheMark()
-    {
-        Editor e(config());
-        trigger(e, "optDown");
-        trigger(e, "NewMainClass");
-        const QString old = m_dir.filePath(QStringLiteral("kept-qos.txt"));
-        write(old, "old");
-        e.prompt.fileNames << m_dir.path(); // a folder where the file should go
-        QVERIFY(trigger(e, "itmFileSaveAs"));
-        QVERIFY(e.doc().IsModified());
-        QVERIFY(e.markShown());
-        QVERIFY(e.w->isWindowModified());
-        QVERIFY(e.prompt.messages().first().contains(QStringLiteral("Ordner")));
-        QCOMPARE(read(old), QByteArray("old"));
-        QCOMPARE(e.w->windowTitle(), QStringLiteral("Unbenannt[*] – Tarnwick"));
-    }
-
     void modifiedPanelClickDismisses()
     {
         Editor e(config());
@@ -295,38 +253,6 @@ private slots:
         QVERIFY(!e.doc().IsModified());
         QVERIFY(!e.markShown());
         QCOMPARE(e.doc().Up1()->ClassCount(), 1); // dismissed, not undone
-    }
-
-    void generateFillsTheClipboard()
-    {
-        Editor e(config());
-        QGuiApplication::clipboard()->clear();
-        e.child<QPushButton>("Command2")->click();
-        QVERIFY(QGuiApplication::clipboard()->text().contains(QStringLiteral("QOS_CLASS_N='0'")));
-        QCOMPARE(e.prompt.messages(),
-                 QStringList{QStringLiteral("Konfiguration generiert und in die Zwischenablage eingefügt.")});
-        QVERIFY(!e.doc().IsModified());
-    }
-
-    void pageToolsFollowThePage()
-    {
-        Editor e(config());
-        QVERIFY(e.action("Calc")->isChecked());  // shown at the first start
-        QVERIFY(!e.action("Calc")->isEnabled()); // the calculator has nothing to show on "Allgemein"
-        QVERIFY(!e.action("optDown")->isChecked());
-        e.w->tabStrip()->setCurrentIndex(1);
-        QVERIFY(e.action("optDown")->isChecked());
-        QVERIFY(trigger(e, "NewMainClass"));
-        QVERIFY(e.action("DeleteObject")->isEnabled());
-        e.w->tabStrip()->setCurrentIndex(2); // the up page has no selection
-        QVERIFY(!e.action("DeleteObject")->isEnabled());
-        QCOMPARE(e.w->calculator().CurrentClass(), nullptr);
-        e.w->tabStrip()->setCurrentIndex(1);
-        QVERIFY(e.w->calculator().CurrentClass()); // the down page's selection again
-        QVERIFY(trigger(e, "DeleteObject"));
-        QCOMPARE(e.doc().Down1()->ClassCount(), 0);
-        QVERIFY(trigger(e, "Calc"));
-        QVERIFY(e.child<QDockWidget>("dockClassCalculator")->isHidden());
     }
 
     void settingsWrittenOnCloseAndReadOnStart()
@@ -393,26 +319,6 @@ private slots:
         QCOMPARE(e.child<QLabel>("pnlStatus")->accessibleName(), QStringLiteral("Datei öffnen abgebrochen."));
     }
 
-    void incompleteFileWarns()
-    {
-        Document source;
-        int idx = 0;
-        source.Down1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
-                                 QStringLiteral("0"), idx, false, QString());
-        source.Down1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
-                                 QStringLiteral("0"), idx = 0, false, QString());
-        QByteArray bytes = ExportQoSBytes(source);
-        bytes.replace("QOS_CLASS_2_DIRECTION='down'", "QOS_CLASS_2_DIRECTION='sideways'");
-        const QString path = m_dir.filePath(QStringLiteral("half-qos.txt"));
-        write(path, bytes);
-        Editor e(config());
-        QVERIFY(!e.w->session().OpenFile(path)); // as the command line does
-        QCOMPARE(e.prompt.messages().size(), 1);
-        QVERIFY(e.prompt.messages().first().startsWith(
-            QStringLiteral("Die Datei wurde nicht vollständig gelesen")));
-        QCOMPARE(e.doc().Down1()->ClassCount(), 1);
-        QVERIFY(e.w->windowTitle().startsWith(QStringLiteral("half-qos.txt")));
-    }
 };
 
 QTEST_MAIN(TestMainWindow)

@@ -288,15 +288,9 @@ private slots:
         QCOMPARE(f.view->connectorWidgetCount(), 0);
     }
 
-    void aNewClassTakesThePagesDirection_data()
+    void thePageMenu()
     {
-        QTest::addColumn<bool>("up");
-        QTest::newRow("down page") << false;
-        QTest::newRow("up page") << true;
-    }
-    void aNewClassTakesThePagesDirection()
-    {
-        QFETCH(bool, up);
+        const bool up = true;
         PageViewFixture f(QString(), up);
         std::unique_ptr<QMenu> menu(f.view->createPageMenu(nullptr));
         QStringList names;
