@@ -1,3 +1,4 @@
+#include "importloop.h"
 #include "nesteddocument.h"
 
 #include "document/document.h"
@@ -20,31 +21,13 @@ namespace {
 // the arrangement runs for every further host of a group.
 void BM_NestedRoundTrip(benchmark::State& state)
 {
-    const QByteArray bytes = NestedQoSFile(int(state.range(0)));
-    for (auto _ : state) {
-        ScriptedPrompt prompt;
-        auto doc = std::make_unique<Document>(&prompt);
-        ImportQoSBytes(*doc, bytes);
-        benchmark::DoNotOptimize(ExportQoSBytes(*doc));
-        state.PauseTiming();
-        doc.reset();
-        state.ResumeTiming();
-    }
+    ImportLoop(state, NestedQoSFile(int(state.range(0))), true);
     state.SetComplexityN(state.range(0));
 }
 
 void BM_NestedImport(benchmark::State& state)
 {
-    const QByteArray bytes = NestedQoSFile(int(state.range(0)));
-    for (auto _ : state) {
-        ScriptedPrompt prompt;
-        auto doc = std::make_unique<Document>(&prompt);
-        ImportQoSBytes(*doc, bytes);
-        benchmark::DoNotOptimize(doc.get());
-        state.PauseTiming();
-        doc.reset();
-        state.ResumeTiming();
-    }
+    ImportLoop(state, NestedQoSFile(int(state.range(0))), false);
     state.SetComplexityN(state.range(0));
 }
 

@@ -3,6 +3,7 @@
 #include "document/qoswriter.h"
 #include "document/scriptedprompt.h"
 #include "document/windows1252.h"
+#include "importloop.h"
 #include "model/qosclass.h"
 #include "page/objectpage.h"
 
@@ -60,15 +61,7 @@ QByteArray exportedBytes(int classes)
 void BM_Import(benchmark::State& state)
 {
     const QByteArray bytes = exportedBytes(int(state.range(0)));
-    for (auto _ : state) {
-        ScriptedPrompt prompt;
-        auto doc = std::make_unique<Document>(&prompt);
-        ImportQoSBytes(*doc, bytes);
-        benchmark::DoNotOptimize(doc.get());
-        state.PauseTiming();
-        doc.reset();
-        state.ResumeTiming();
-    }
+    ImportLoop(state, bytes, false);
     state.SetBytesProcessed(state.iterations() * bytes.size());
 }
 

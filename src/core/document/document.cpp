@@ -86,17 +86,23 @@ QoSClass* Document::ClassByIdx(int n) const
     return first;
 }
 
-QoSClass* Document::ClassByNumberText(const QString& text) const
+std::optional<qint32> Document::ClassNumber(const QString& text)
 {
     double v = 0;
     try {
         v = Numbers::LeadingValue(text);
     } catch (const QoSError&) {
-        return nullptr; // a number beyond any class number names no class
+        return std::nullopt; // a number beyond any class number names no class
     }
     if (!(v > 0) || v > 2147483647.0)
-        return nullptr;
-    return ClassByIdx(int(std::trunc(v)));
+        return std::nullopt;
+    return qint32(std::trunc(v));
+}
+
+QoSClass* Document::ClassByNumberText(const QString& text) const
+{
+    const std::optional<qint32> n = ClassNumber(text);
+    return n ? ClassByIdx(*n) : nullptr;
 }
 
 void Document::ReserveObjects(qsizetype n)

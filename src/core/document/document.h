@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QoSCommon;
 class ObjectPage;
@@ -63,6 +64,8 @@ public:
     QoSClass* ClassByIdx(int n) const;
     // The class of a parent-number text: its number value, when above 0, truncated.
     QoSClass* ClassByNumberText(const QString& text) const;
+    // That number, or nothing when the text names no class number.
+    static std::optional<qint32> ClassNumber(const QString& text);
 
     // While a file is read: the pages place their boxes once at the end, and the fields the
     // reader sets are not recorded in the history (they are no edits of the user).

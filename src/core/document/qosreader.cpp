@@ -48,20 +48,6 @@ qint16 cellPart(QStringView text)
     return Numbers::AsInt16(text);
 }
 
-// The value of a class number as the document looks it up: its leading number, truncated.
-std::optional<qint64> classNumber(const QString& text)
-{
-    double v = 0;
-    try {
-        v = Numbers::LeadingValue(text);
-    } catch (const QoSError&) {
-        return std::nullopt;
-    }
-    if (!(v > 0) || v > 2147483647.0)
-        return std::nullopt;
-    return qint64(std::trunc(v));
-}
-
 class Import
 {
 public:
@@ -267,7 +253,7 @@ private:
 
         // A parent that comes later in the file does not exist yet: the class is made without
         // it and linked once all classes are there.
-        const std::optional<qint64> parentNumber = classNumber(parent);
+        const std::optional<qint32> parentNumber = Document::ClassNumber(parent);
         const bool later = parentNumber && *parentNumber > n && *parentNumber <= classes;
         if (later)
             parent = QStringLiteral("0");
@@ -342,7 +328,7 @@ private:
     ImportReport& m_report;
     enum class Place { Header, Class, Filter, Done } m_place = Place::Header;
     qint32 m_number = 0;
-    std::vector<std::pair<QPointer<QoSClass>, qint64>> m_laterParents;
+    std::vector<std::pair<QPointer<QoSClass>, qint32>> m_laterParents;
 };
 
 // The whole file, unless it is larger than any qos.txt can sensibly be: a device or a file of

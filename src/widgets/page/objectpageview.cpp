@@ -601,11 +601,7 @@ QMenu* ObjectPageView::createPageMenu(QWidget* parent)
 
 void ObjectPageView::NewClassCommand()
 {
-    // The page's own direction, not an empty one: a class without a direction would be
-    // written into a file that cannot be read back.
-    int idx = 0;
-    QoSClass* c = m_page->AddClass(QString(), QString(), QString(), m_page->Direction(), QString(), idx, false, QString());
-    if (c)
+    if (QoSClass* c = m_page->NewClassCommand())
         focusObject(c);
 }
 
