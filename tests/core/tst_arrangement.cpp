@@ -70,6 +70,42 @@ private slots:
         QCOMPARE(prompt.messages(), messages);
     }
 
+    // A sibling filter dragged down into the row a new filter would take: the new one goes to
+    // the first free row below, never on top of it.
+    void newFilterNeverHidesAnother_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<int>("moved");   // filter number dragged to row movedTo
+        QTest::addColumn<int>("movedTo");
+        QTest::addColumn<QString>("cell");
+        QTest::addColumn<QString>("size");
+        // clang-format off
+        QTest::newRow("row free") << "C F1" << 1 << 4 << "0,5" << "6x6";
+        QTest::newRow("sibling moved into the row") << "C F1 F1" << 1 << 6 << "0,7" << "6x8";
+        QTest::newRow("the row below the siblings") << "C F1 F1 F1" << 1 << 7 << "0,8" << "6x9";
+        QTest::newRow("a free row above the taken one is not taken") << "C F1 F1" << 2 << 9 << "0,6" << "6x10";
+        // clang-format on
+    }
+    void newFilterNeverHidesAnother()
+    {
+        QFETCH(QString, script);
+        QFETCH(int, moved);
+        QFETCH(int, movedTo);
+        Document doc;
+        ObjectPage* page = doc.Down1();
+        PageScript::run(page, script);
+        qint32 cols = 0, rows = movedTo + 1;
+        page->SetGridDimensions(cols, rows);
+        PageScript::flt(doc, moved)->SetMatrixY(qint16(movedTo));
+        const int before = int(page->ContainedObjects().size());
+        PageScript::run(page, QStringLiteral("F1"));
+        const QoSObject* added = page->ContainedObjects().value(before);
+        QVERIFY(added);
+        QTEST(QStringLiteral("%1,%2").arg(added->MatrixX()).arg(added->MatrixY()), "cell");
+        QCOMPARE(page->ObjectAt(added->MatrixX(), added->MatrixY()), added);
+        QTEST(PageScript::size(page), "size");
+    }
+
     void freeColumnSearch()
     {
         Document doc;

@@ -43,6 +43,14 @@ private slots:
         QCOMPARE(common.VersionIndex(), 1);
         common.SetQoSVersion(QStringLiteral("v0.3"));
         QCOMPARE(common.VersionIndex(), 0);
+        // What config.ini keeps after such a start comes back as it is, on every start.
+        for (int start = 0; start < 2; ++start) {
+            common.SetQoSVersion(QStringLiteral("v0.4 unbekannt"));
+            QCOMPARE(common.QoSVersion(), QStringLiteral("v0.4 unbekannt"));
+        }
+        common.SetQoSVersion(QStringLiteral("v0.5 unbekannt"));
+        QCOMPARE(common.VersionList().last(), QStringLiteral("v0.5 unbekannt"));
+        QCOMPARE(common.VersionList().size(), 5);
     }
 
     void modifiedMark()
@@ -86,7 +94,10 @@ private slots:
         Document doc(&prompt);
         doc.setStatusWindow(&status);
         int saved = 0;
-        doc.setSaveAsHandler([&] { ++saved; });
+        doc.setSaveAsHandler([&] {
+            ++saved;
+            return true;
+        });
         PageScript::run(doc.Down1(), QStringLiteral("C F1"));
         PageScript::run(doc.Up1(), QStringLiteral("C"));
         doc.SetModified(modified);
@@ -235,6 +246,8 @@ private slots:
         QCOMPARE(prompt.log.first().text, QStringLiteral("Neue Breite, Höhe eingeben:"));
         QCOMPARE(prompt.inputDefaults.first(), QStringLiteral("6, 5"));
         QCOMPARE(PageScript::size(doc.Down1()), size);
+        // The size is written to the file: a change is a change of the document.
+        QCOMPARE(doc.IsModified(), size != u"6x5");
     }
 
     void pageContextMenu()

@@ -61,33 +61,35 @@ class TestEditorSession : public QObject
     }
 
 private slots:
+    // Nothing is thrown away: a command stops when its save question is cancelled, or answered
+    // "Ja" and the save does not happen; Open clears only once a file was chosen.
     void cancelPaths_data()
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<bool>("modified");
-        QTest::addColumn<int>("answer"); // to the save question
+        QTest::addColumn<int>("answer");   // to the save question
+        QTest::addColumn<QString>("saveTo"); // "" cancels the save dialog, "dir" names a folder
         QTest::addColumn<QStringList>("asked");
         QTest::addColumn<QString>("status");
         QTest::addColumn<int>("objectsLeft");
+        const int yes = int(UserPrompt::Answer::Yes), no = int(UserPrompt::Answer::No),
+                  cancel = int(UserPrompt::Answer::Cancel);
+        const QStringList question{"yesnocancel"};
+        const QStringList questionSave{"yesnocancel", "save"};
         // clang-format off
-        QTest::newRow("open: cancel at the question opens no dialog")
-            << "open" << true << int(UserPrompt::Answer::Cancel) << QStringList{"yesnocancel"} << "" << 2;
-        QTest::newRow("open: cancel in the dialog") << "open" << false << 0 << QStringList{"open"}
-                                                    << "Datei öffnen abgebrochen." << 0;
-        QTest::newRow("open: no, then cancel in the dialog")
-            << "open" << true << int(UserPrompt::Answer::No) << QStringList{"yesnocancel", "open"}
-            << "Datei öffnen abgebrochen." << 0;
-        // clang-format on
-        // Yes saves first; a cancelled save dialog does not stop the clearing.
-        // clang-format off
-        QTest::newRow("new: yes, then cancel in the save dialog")
-            << "new" << true << int(UserPrompt::Answer::Yes) << QStringList{"yesnocancel", "save"}
-            << "Datei speichern unter abgebrochen." << 0;
-        QTest::newRow("new: cancel keeps everything")
-            << "new" << true << int(UserPrompt::Answer::Cancel) << QStringList{"yesnocancel"} << "" << 2;
-        QTest::newRow("new: unmodified asks nothing") << "new" << false << 0 << QStringList{} << "" << 0;
-        QTest::newRow("save as: cancel in the dialog") << "save" << true << 0 << QStringList{"save"}
-                                                       << "Datei speichern unter abgebrochen." << 2;
+        QTest::newRow("open: cancel at the question opens no dialog") << "open" << true << cancel << "" << question << "" << 2;
+        QTest::newRow("open: cancel in the dialog") << "open" << false << 0 << "" << QStringList{"open"} << "Datei öffnen abgebrochen." << 2;
+        QTest::newRow("open: no, then cancel in the dialog keeps the document") << "open" << true << no << "" << QStringList{"yesnocancel", "open"} << "Datei öffnen abgebrochen." << 2;
+        QTest::newRow("open: yes, save cancelled, no dialog") << "open" << true << yes << "" << questionSave << "Datei speichern unter abgebrochen." << 2;
+        QTest::newRow("open: yes, save failed, no dialog") << "open" << true << yes << "dir" << questionSave << "Datei nicht gespeichert." << 2;
+        QTest::newRow("open: yes, saved, then cancel in the dialog") << "open" << true << yes << "qos.txt" << QStringList{"yesnocancel", "save", "open"} << "Datei gespeichert." << 2;
+        QTest::newRow("new: yes, then cancel in the save dialog") << "new" << true << yes << "" << questionSave << "Datei speichern unter abgebrochen." << 2;
+        QTest::newRow("new: yes, save failed") << "new" << true << yes << "dir" << questionSave << "Datei nicht gespeichert." << 2;
+        QTest::newRow("new: yes, saved, then cleared") << "new" << true << yes << "qos.txt" << questionSave << "Datei gespeichert." << 0;
+        QTest::newRow("new: cancel keeps everything") << "new" << true << cancel << "" << question << "" << 2;
+        QTest::newRow("new: no clears") << "new" << true << no << "" << question << "Neue Konfiguration begonnen." << 0;
+        QTest::newRow("new: unmodified asks nothing") << "new" << false << 0 << "" << QStringList{} << "Neue Konfiguration begonnen." << 0;
+        QTest::newRow("save as: cancel in the dialog") << "save" << true << 0 << "" << QStringList{"save"} << "Datei speichern unter abgebrochen." << 2;
         // clang-format on
     }
     void cancelPaths()
@@ -95,10 +97,16 @@ private slots:
         QFETCH(QString, command);
         QFETCH(bool, modified);
         QFETCH(int, answer);
+        QFETCH(QString, saveTo);
         Fixture f;
         PageScript::run(f.doc.Down1(), QStringLiteral("C F1"));
         f.doc.SetModified(modified);
         f.prompt.yesNoCancel << UserPrompt::Answer(answer);
+        if (saveTo == u"dir")
+            f.prompt.fileNames << f.dir.path();
+        else if (!saveTo.isEmpty())
+            f.prompt.fileNames << f.path(saveTo);
+        f.prompt.fileNames << std::nullopt; // the open dialog, if it comes, is cancelled
         if (command == u"open")
             QVERIFY(!f.session.Open());
         else if (command == u"new")
@@ -109,7 +117,7 @@ private slots:
         QFETCH(QString, status);
         QCOMPARE(f.status.statusTexts.value(0), status);
         QTEST(int(f.doc.Objects().size()), "objectsLeft");
-        if (f.doc.Objects().size() == 2)
+        if (f.doc.Objects().size() == 2 && saveTo != u"qos.txt")
             QCOMPARE(f.doc.IsModified(), modified); // nothing happened: the mark stays as well
     }
 
@@ -168,6 +176,10 @@ private slots:
         QCOMPARE(f.session.InitialSaveName(), target); // the next save starts at the same file
         QCOMPARE(f.session.RecentFiles(), QStringList{target});
         QVERIFY(QDir(f.dir.path()).entryList(QDir::Files) == QStringList{"qos.txt"}); // no temporary left
+        // The status line says so only until the document changes again.
+        QCOMPARE(f.doc.StatusText(), QStringLiteral("Datei gespeichert."));
+        PageScript::cls(f.doc, 1)->SetCaption(QStringLiteral("Büro"));
+        QCOMPARE(f.doc.StatusText(), QString());
     }
 
     void failedSaveKeepsOldFileAndMark_data()
@@ -201,6 +213,7 @@ private slots:
         QCOMPARE(f.prompt.log.last().icon, UserPrompt::Icon::Critical);
         QCOMPARE(read(f.path(QStringLiteral("qos.txt"))), QByteArray("old contents"));
         QCOMPARE(f.session.CurrentFile(), QString());
+        QCOMPARE(f.doc.StatusText(), QStringLiteral("Datei nicht gespeichert."));
         QCOMPARE(QDir(f.dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                  (QStringList{"folder", "qos.txt"}));
     }

@@ -18,13 +18,22 @@
 namespace {
 
 const QString WriterFailed = QStringLiteral("Bei der Erstellung sind Fehler aufgetreten!");
+const QString Saved = QStringLiteral("Datei gespeichert.");
+const QString Opened = QStringLiteral("Datei geöffnet.");
+const QString NotSaved = QStringLiteral("Datei nicht gespeichert.");
 
 } // namespace
 
 EditorSession::EditorSession(Document& document, QObject* parent) : QObject(parent), m_document(document)
 {
-    m_document.setSaveAsHandler([this] { SaveAs(); });
+    m_document.setSaveAsHandler([this] { return SaveAs(); });
     connect(m_document.Common1(), &QoSCommon::propertyChanged, this, &EditorSession::commonChanged);
+    // The status line never contradicts the document: once it changes, it is no longer the file
+    // that was just saved or opened.
+    connect(&m_document, &Document::modifiedChanged, this, [this](bool modified) {
+        if (modified && (m_document.StatusText() == Saved || m_document.StatusText() == Opened))
+            m_document.SetStatusText(QString());
+    });
 }
 
 void EditorSession::commonChanged(const QString& property)
@@ -54,19 +63,23 @@ bool EditorSession::New()
     if (!m_document.ClearDocument())
         return false;
     setCurrentFile(QString());
+    m_document.SetStatusText(QStringLiteral("Neue Konfiguration begonnen."));
     return true;
 }
 
 bool EditorSession::Open()
 {
-    if (!m_document.ClearDocument())
+    // The question first, then the dialog; the document goes only once a file was chosen, so
+    // that cancelling the dialog leaves it as it was.
+    if (!m_document.AskToSave())
         return false;
-    setCurrentFile(QString());
     const auto name = m_document.prompt().OpenFileName(OpenTitle(), InitialOpenName(), OpenFilter());
     if (!name) {
         m_document.SetStatusText(QStringLiteral("Datei öffnen abgebrochen."));
         return false;
     }
+    m_document.Clear();
+    setCurrentFile(QString());
     return importFile(*name);
 }
 
@@ -101,7 +114,7 @@ bool EditorSession::importFile(const QString& path)
         m_document.prompt().Message(report.Message(), UserPrompt::Icon::Warning);
         m_document.SetStatusText(QStringLiteral("Datei unvollständig gelesen."));
     } else {
-        m_document.SetStatusText(QStringLiteral("Datei geöffnet."));
+        m_document.SetStatusText(Opened);
     }
     return report.complete;
 }
@@ -119,6 +132,7 @@ bool EditorSession::SaveAs()
     } catch (const QoSError& e) {
         // The reason names the box or the setting, so that the user can put it right.
         m_document.prompt().Message(WriterFailed + QStringLiteral("\n\n") + e.message(), UserPrompt::Icon::Critical);
+        m_document.SetStatusText(NotSaved);
         return false;
     }
     QString reason;
@@ -126,12 +140,13 @@ bool EditorSession::SaveAs()
         m_document.prompt().Message(QStringLiteral("Die Datei \"%1\" wurde nicht gespeichert. %2")
                                         .arg(QDir::toNativeSeparators(*name), reason),
                                     UserPrompt::Icon::Critical);
+        m_document.SetStatusText(NotSaved);
         return false;
     }
     m_document.SetModified(false);
     setCurrentFile(QFileInfo(*name).absoluteFilePath());
     addRecentFile(*name);
-    m_document.SetStatusText(QStringLiteral("Datei gespeichert."));
+    m_document.SetStatusText(Saved);
     return true;
 }
 
@@ -162,17 +177,8 @@ bool EditorSession::Generate(const std::function<void(const QString&)>& toClipbo
 
 bool EditorSession::QueryClose()
 {
-    if (!m_document.IsModified())
-        return true;
-    switch (m_document.prompt().AskYesNoCancel(QStringLiteral("Soll noch gespeichert werden?"))) {
-    case UserPrompt::Answer::Cancel:
-        return false;
-    case UserPrompt::Answer::Yes:
-        return SaveAs();
-    case UserPrompt::Answer::No:
-        return true;
-    }
-    return false;
+    // A save that is cancelled or fails keeps the window open, so that nothing is lost.
+    return m_document.AskToSave();
 }
 
 QString EditorSession::InitialSaveName() const

@@ -26,9 +26,11 @@ public:
 
     Document& document() const { return m_document; }
 
-    // itmFileNew: clears the document after the save question. False when cancelled.
+    // itmFileNew: clears the document after the save question. False when the command stopped
+    // (cancelled, or "Ja" and the save did not happen).
     bool New();
-    // itmFileOpen: clears the document, asks for a file and reads it.
+    // itmFileOpen: the save question, then the file dialog; the document is cleared only once a
+    // file was chosen, and then the file is read.
     bool Open();
     // Clears the document and reads the file without asking for a name: a file given at
     // start or chosen from the recent files.

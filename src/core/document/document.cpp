@@ -169,25 +169,36 @@ Document::ImportScope::~ImportScope()
     }
 }
 
-bool Document::ClearDocument()
+bool Document::AskToSave()
 {
     // Changes of the common page alone are work too: a modified document is asked about even
     // when its pages hold no boxes.
-    if (m_modified) {
-        switch (prompt().AskYesNoCancel(QStringLiteral("Soll noch gespeichert werden?"))) {
-        case UserPrompt::Answer::Cancel:
-            return false;
-        case UserPrompt::Answer::Yes:
-            if (m_saveAs)
-                m_saveAs(); // clearing goes on also when the save was cancelled
-            break;
-        case UserPrompt::Answer::No:
-            break;
-        }
+    if (!m_modified)
+        return true;
+    switch (prompt().AskYesNoCancel(QStringLiteral("Soll noch gespeichert werden?"))) {
+    case UserPrompt::Answer::Cancel:
+        return false;
+    case UserPrompt::Answer::Yes:
+        return m_saveAs && m_saveAs();
+    case UserPrompt::Answer::No:
+        break;
     }
+    return true;
+}
+
+bool Document::ClearDocument()
+{
+    if (!AskToSave())
+        return false;
+    Clear();
+    return true;
+}
+
+void Document::Clear()
+{
     if (m_controls.isEmpty()) {
         SetModified(false);
-        return true;
+        return;
     }
     if (m_statusWindow)
         m_statusWindow->Show(QStringLiteral("Räume auf..."), QStringLiteral("Räume auf"));
@@ -221,5 +232,4 @@ bool Document::ClearDocument()
     if (m_statusWindow)
         m_statusWindow->Close();
     emit cleared();
-    return true;
 }

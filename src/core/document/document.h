@@ -44,8 +44,8 @@ public:
     void setStatusLine(StatusLine* line) { m_statusLine = line; }
     StatusWindow* statusWindow() const { return m_statusWindow; }
     void setStatusWindow(StatusWindow* window) { m_statusWindow = window; }
-    // Run by the save question of ClearDocument when the user answers Yes.
-    void setSaveAsHandler(std::function<void()> handler) { m_saveAs = std::move(handler); }
+    // Run by the save question when the user answers Yes; true when the file was written.
+    void setSaveAsHandler(std::function<bool()> handler) { m_saveAs = std::move(handler); }
 
     History* history() const { return m_history; }
 
@@ -82,8 +82,14 @@ public:
     };
     bool IsImporting() const { return m_importing > 0; }
 
-    // Clears the document before New or Open; asks whether to save a modified document.
-    // Returns false when the user cancelled, and then nothing is cleared.
+    // Asks "Soll noch gespeichert werden?" for a modified document. True when the command that
+    // asked may go on: the answer was No, or Yes and the save wrote the file. Cancel, or a save
+    // that did not happen (its dialog cancelled, the file not writable), keep the document as it
+    // is and stop the command, so that no work is thrown away.
+    bool AskToSave();
+    // Removes every box, without a question.
+    void Clear();
+    // Both: the save question, then clearing. False when the command stops; nothing is cleared then.
     bool ClearDocument();
 
     // The counters behind the control names; they last as long as the document object.
@@ -121,7 +127,7 @@ private:
     std::unique_ptr<UserPrompt> m_silentPrompt;
     StatusLine* m_statusLine = nullptr;
     StatusWindow* m_statusWindow = nullptr;
-    std::function<void()> m_saveAs;
+    std::function<bool()> m_saveAs;
 
     bool m_modified = false;
     int m_importing = 0;

@@ -72,9 +72,12 @@ QString QoSCommon::QoSVersion() const
 
 void QoSCommon::SetQoSVersion(const QString& v)
 {
-    int index = m_versions.indexOf(v);
+    // A version that already carries the suffix (as config.ini keeps it) is taken as it is:
+    // otherwise it would grow by another " unbekannt" on every start.
+    static const QString suffix = QStringLiteral(" unbekannt");
+    int index = int(m_versions.indexOf(v));
     if (index < 0) {
-        m_versions << v + QStringLiteral(" unbekannt");
+        m_versions << (v.endsWith(suffix) ? v : v + suffix);
         index = m_versions.size() - 1;
     }
     m_versionIndex = index;

@@ -111,8 +111,14 @@ void QoSObject::SetVisible(bool visible)
 
 void QoSObject::SetSelected(bool selected)
 {
+    // The selection changes only when another box or a line is selected, the empty page is
+    // clicked or the box goes: the keyboard focus moving to the calculator, a menu or a dialog
+    // leaves it alone, so that the calculator keeps showing the class.
     if (selected && m_page && m_page->SelectedObject() && m_page->SelectedObject() != this)
         m_page->SelectedObject()->SetSelected(false);
+    if (selected && m_page)
+        if (QoSConnector* line = m_page->SelectedConnector(); line && line->Selected())
+            line->SetSelected(false);
     const bool changed = selected != m_selected;
     m_selected = selected;
     if (selected && m_page)

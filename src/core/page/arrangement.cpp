@@ -140,8 +140,15 @@ Arrangement::Column Arrangement::NewFilterColumn(const QoSClass* c, std::optiona
 int Arrangement::NewFilterRow(const QoSClass* c, std::optional<qint16> given)
 {
     int row = given ? int(*given) : 0;
-    if (!given && c)
+    if (!given && c) {
         row = 4 + int(c->ChildQoSObjects().size()); // only filters, the new one not yet among them
+        // A new box never hides another: when a sibling was moved into that row, the filter
+        // takes the first free row below it in its class's column. A file being read never
+        // finds its rows taken, and its columns may not be settled yet, so it is not asked.
+        if (!m_deferred)
+            while (row < 32767 && m_page.ObjectAt(c->MatrixX(), row))
+                ++row;
+    }
     if (row >= m_page.prop().Rows - 1)
         m_page.growGrid(0, row + 1);
     return row;

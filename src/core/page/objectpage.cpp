@@ -435,7 +435,12 @@ bool ObjectPage::PageSizeCommand()
         };
         qint32 w = dimension(parts[0]);
         qint32 h = dimension(parts[1]);
+        const int oldCols = m_prop.Cols;
+        const int oldRows = m_prop.Rows;
         SetGridDimensions(w, h);
+        // The size is part of the document: it is written to the file.
+        if (m_prop.Cols != oldCols || m_prop.Rows != oldRows)
+            m_document->SetModified(true);
         return true;
     }
 }

@@ -35,9 +35,19 @@ void QoSConnector::Move(int x1, int y1, int x2, int y2)
 
 void QoSConnector::SetSelected(bool selected)
 {
+    // One thing is selected on a page: a line taking the selection lets go of the box or the
+    // other line that had it, so that Delete and the page tools never act on something unseen.
+    if (selected && m_page) {
+        if (QoSObject* box = m_page->SelectedObject())
+            box->SetSelected(false);
+        if (QoSConnector* other = m_page->SelectedConnector(); other && other != this && other->Selected())
+            other->SetSelected(false);
+    }
     m_selected = selected;
     if (selected && m_page)
         m_page->SetSelectedConnector(this);
+    else if (!selected && m_page && m_page->SelectedConnector() == this)
+        m_page->SetSelectedConnector(nullptr);
     if (watched())
         emit selectedChanged(selected);
 }

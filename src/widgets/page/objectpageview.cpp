@@ -277,15 +277,13 @@ QoSObjectBox* ObjectPageView::boxAround(QWidget* widget) const
     return nullptr;
 }
 
-void ObjectPageView::focusChanged(QWidget* old, QWidget* now)
+void ObjectPageView::focusChanged(QWidget*, QWidget* now)
 {
-    // The focus leaving the window (a message box, another program) leaves the selection.
+    // A box that takes the focus becomes the selection, and the page lets go of the one before.
+    // The focus going anywhere else (the calculator, a menu, a dialog) keeps the selection.
     if (!now || now->window() != window())
         return;
-    QoSObjectBox* oldBox = boxAround(old);
     QoSObjectBox* newBox = boxAround(now);
-    if (oldBox && oldBox != newBox && oldBox->object() && oldBox->object()->Selected())
-        oldBox->object()->SetSelected(false);
     if (newBox && newBox->object() && !newBox->object()->Selected())
         newBox->object()->SetSelected(true);
 }
