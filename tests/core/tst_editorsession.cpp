@@ -121,6 +121,28 @@ private slots:
             QCOMPARE(f.doc.IsModified(), modified); // nothing happened: the mark stays as well
     }
 
+    // A chosen file that cannot be read (gone, a folder) is said so, and the document stays.
+    void openUnreadableKeepsTheDocument_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("missing file") << "missing-qos.txt";
+        QTest::newRow("a folder") << "";
+    }
+    void openUnreadableKeepsTheDocument()
+    {
+        QFETCH(QString, name);
+        Fixture f;
+        PageScript::run(f.doc.Down1(), QStringLiteral("C F1"));
+        f.prompt.yesNoCancel << UserPrompt::Answer::No;
+        f.prompt.fileNames << (name.isEmpty() ? f.dir.path() : f.path(name));
+        QVERIFY(!f.session.Open());
+        QCOMPARE(f.doc.Objects().size(), 2);
+        QVERIFY(f.doc.IsModified());
+        QCOMPARE(f.prompt.messages().size(), 1);
+        QVERIFY(f.prompt.messages().first().contains(QStringLiteral("kann nicht gelesen werden")));
+        QCOMPARE(f.doc.StatusText(), QStringLiteral("Datei nicht geöffnet."));
+    }
+
     void closeQuestion_data()
     {
         QTest::addColumn<bool>("modified");

@@ -69,8 +69,8 @@ bool EditorSession::New()
 
 bool EditorSession::Open()
 {
-    // The question first, then the dialog; the document goes only once a file was chosen, so
-    // that cancelling the dialog leaves it as it was.
+    // The question first, then the dialog; the document goes only once a file was chosen and
+    // read, so that cancelling the dialog or choosing an unreadable file leaves it as it was.
     if (!m_document.AskToSave())
         return false;
     const auto name = m_document.prompt().OpenFileName(OpenTitle(), InitialOpenName(), OpenFilter());
@@ -78,34 +78,43 @@ bool EditorSession::Open()
         m_document.SetStatusText(QStringLiteral("Datei öffnen abgebrochen."));
         return false;
     }
+    QByteArray bytes;
+    if (!readFile(*name, bytes))
+        return false;
     m_document.Clear();
-    setCurrentFile(QString());
-    return importFile(*name);
+    return importFile(*name, bytes);
 }
 
 bool EditorSession::OpenFile(const QString& path)
 {
-    if (!m_document.ClearDocument())
+    // A file that cannot be read is said so before anything is asked or cleared.
+    QByteArray bytes;
+    if (!readFile(path, bytes) || !m_document.ClearDocument())
         return false;
-    setCurrentFile(QString());
-    return importFile(path);
+    return importFile(path, bytes);
 }
 
-bool EditorSession::importFile(const QString& path)
+bool EditorSession::readFile(const QString& path, QByteArray& bytes)
 {
-    const QFileInfo info(path);
-    if (!info.isFile() || !info.isReadable()) {
-        if (!info.exists()) {
-            QStringList files = m_recentFiles;
-            files.removeAll(path);
-            SetRecentFiles(files); // a file that is gone is no longer offered
-        }
-        m_document.prompt().Message(
-            QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden.").arg(QDir::toNativeSeparators(path)),
-            UserPrompt::Icon::Warning);
-        return false;
+    QString error;
+    if (ReadQoSFile(path, bytes, error))
+        return true;
+    if (!QFileInfo::exists(path)) {
+        QStringList files = m_recentFiles;
+        files.removeAll(path);
+        SetRecentFiles(files); // a file that is gone is no longer offered
+        error = QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden.").arg(QDir::toNativeSeparators(path));
     }
-    const ImportReport report = ImportQoSText(m_document, path);
+    m_document.prompt().Message(error, UserPrompt::Icon::Warning);
+    m_document.SetStatusText(QStringLiteral("Datei nicht geöffnet."));
+    return false;
+}
+
+bool EditorSession::importFile(const QString& path, const QByteArray& bytes)
+{
+    setCurrentFile(QString());
+    const QFileInfo info(path);
+    const ImportReport report = ImportQoSBytes(m_document, bytes);
     m_document.SetModified(false);
     setCurrentFile(info.absoluteFilePath());
     addRecentFile(path);

@@ -70,7 +70,8 @@ signals:
     void recentFilesChanged(const QStringList& files);
 
 private:
-    bool importFile(const QString& path);
+    bool readFile(const QString& path, QByteArray& bytes);
+    bool importFile(const QString& path, const QByteArray& bytes);
     void setCurrentFile(const QString& path);
     void addRecentFile(const QString& path);
     void commonChanged(const QString& property);
