@@ -40,21 +40,22 @@ private slots:
         QTest::addColumn<int>("free");
         QTest::addColumn<int>("after");
         QTest::addColumn<QString>("moves");
+        QTest::addColumn<QString>("parentMax"); // as the panel shows it
         // clang-format off
-        QTest::newRow("first child") << "768kbit" << "128kbit" << false << 2 << 600 << 1000 << 700 << 400 << "U--R";
-        QTest::newRow("middle child") << "768kbit" << "128kbit" << false << 3 << 600 << 1000 << 600 << 400 << "U-LR";
-        QTest::newRow("last child") << "768kbit" << "128kbit" << false << 4 << 600 << 1000 << 500 << 400 << "U-L-";
+        QTest::newRow("first child") << "768kbit" << "128kbit" << false << 2 << 600 << 1000 << 700 << 400 << "U--R" << "1000 kbit";
+        QTest::newRow("middle child") << "768kbit" << "128kbit" << false << 3 << 600 << 1000 << 600 << 400 << "U-LR" << "1000 kbit";
+        QTest::newRow("last child") << "768kbit" << "128kbit" << false << 4 << 600 << 1000 << 500 << 400 << "U-L-" << "1000 kbit";
         QTest::newRow("main class, down line") << "4000kbit" << "128kbit" << false << 1 << 1000 << 4000 << 4000
-                                               << 3000 << "-D--";
+                                               << 3000 << "-D--" << "4000 kbit";
         QTest::newRow("main class, up line") << "4000kbit" << "1500kbit" << true << 1 << 1000 << 1500 << 1500 << 500
-                                             << "-D--";
+                                             << "-D--" << "1500 kbit";
         // clang-format on
         // The calculator converts the line speed; the validation limit would take the bare 2.
         // clang-format off
         QTest::newRow("line speed in Mbit") << "2Mbit" << "128kbit" << false << 1 << 1000 << 2048 << 2048 << 1048
-                                            << "-D--";
+                                            << "-D--" << "2048 kbit (2Mbit)";
         QTest::newRow("overbooked line") << "500kbit" << "128kbit" << false << 1 << 1000 << 500 << 500 << -500
-                                         << "-D--";
+                                         << "-D--" << "500 kbit";
         // clang-format on
     }
     void figures()
@@ -77,6 +78,7 @@ private slots:
         QTEST(calc.UsesMin(), "used");
         QTEST(calc.AvailableMin(), "available");
         QTEST(calc.FreeMin(), "free");
+        QTEST(calc.ParentMaxText(), "parentMax");
         QCOMPARE(calc.NewMin()->kbit(), PageScript::cls(doc, shown)->QoSMinBandWidthKBit());
         QTEST(*calc.NewMinAfter(), "after");
         QTEST(moves(calc), "moves");

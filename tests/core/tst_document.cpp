@@ -3,6 +3,7 @@
 #include "document/qoscommon.h"
 #include "document/scriptedprompt.h"
 #include "page/objectpage.h"
+#include "page/qosconnector.h"
 #include "pagescript.h"
 
 #include <QSignalSpy>
@@ -277,6 +278,22 @@ private slots:
         QVERIFY(!PageScript::cls(doc, 1)->Selected());
         QCOMPARE(doc.Down1()->SelectedObject(), PageScript::flt(doc, 1));
         QCOMPARE(doc.Down1()->SelectedClass(), nullptr);
+        // One thing is selected: a line takes the selection from the box and gives it back.
+        PageScript::run(doc.Down1(), QStringLiteral("F1"));
+        QoSConnector* line = PageScript::flt(doc, 1)->LineTop();
+        QoSConnector* other = PageScript::flt(doc, 2)->LineTop();
+        line->SetSelected(true);
+        QVERIFY(!PageScript::flt(doc, 1)->Selected());
+        QCOMPARE(doc.Down1()->SelectedObject(), nullptr);
+        QCOMPARE(doc.Down1()->SelectedConnector(), line);
+        other->SetSelected(true);
+        QVERIFY(!line->Selected());
+        QCOMPARE(doc.Down1()->SelectedConnector(), other);
+        PageScript::cls(doc, 1)->SetSelected(true);
+        QVERIFY(!other->Selected());
+        QCOMPARE(doc.Down1()->SelectedConnector(), nullptr);
+        PageScript::cls(doc, 1)->SetSelected(false);
+        PageScript::flt(doc, 1)->SetSelected(true);
         PageScript::flt(doc, 1)->EditDelete();
         QCOMPARE(doc.Down1()->SelectedObject(), nullptr);
     }

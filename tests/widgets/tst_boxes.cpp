@@ -77,6 +77,29 @@ private slots:
         QCOMPARE(box->accessibleName(), caption);
     }
 
+    // A caption cut with an ellipsis is read whole in the tool tip where the mouse rests: on the
+    // title, whose label lets the mouse through.
+    void aLongCaptionShowsWholeInItsToolTip_data()
+    {
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<bool>("tip");
+        QTest::newRow("short") << "Telefon" << false;
+        QTest::newRow("long") << "Telefonanlage im Büro mit sehr langem Namen" << true;
+    }
+    void aLongCaptionShowsWholeInItsToolTip()
+    {
+        QFETCH(QString, caption);
+        QFETCH(bool, tip);
+        PageViewFixture f(QStringLiteral("C"));
+        f.cls(1)->SetCaption(caption);
+        QoSObjectBox* box = f.box(f.cls(1));
+        TittleBar* title = box->titleBar();
+        QString shown;
+        for (QWidget* w = box->childAt(title->geometry().center()); w && shown.isEmpty(); w = w->parentWidget())
+            shown = w->toolTip();
+        QCOMPARE(shown, tip ? caption : QString());
+    }
+
     void theTitleBarsColoursFollowTheScheme()
     {
         TittleBar bar;

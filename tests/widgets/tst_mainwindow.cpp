@@ -11,6 +11,7 @@
 #include "page/objectpage.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDockWidget>
@@ -281,6 +282,58 @@ private slots:
         QCOMPARE(again.w->geometry(), QRect(40, 50, 700, 500));
         QVERIFY(again.child<QDockWidget>("dockClassCalculator")->isHidden());
         QVERIFY(!again.doc().IsModified()); // loading the settings is no edit
+    }
+
+    // Settings that cannot be written do not hold up closing, but the user hears of it.
+    void settingsThatCannotBeWrittenAreTold()
+    {
+        const QString blocker = m_dir.filePath(QStringLiteral("not-a-folder"));
+        write(blocker, "x");
+        {
+            Editor e(blocker + QStringLiteral("/config.ini"));
+            QVERIFY(e.w->close());
+            QCOMPARE(e.prompt.messages().size(), 1);
+            QVERIFY(e.prompt.messages().first().contains(QStringLiteral("Einstellungen")));
+            QCOMPARE(e.prompt.log.first().icon, UserPrompt::Icon::Warning);
+        }
+        QFile::remove(blocker);
+    }
+
+    // Working in the calculator panel (its fields, labels, check box and buttons take the focus)
+    // keeps the class selected and shown there.
+    void theCalculatorKeepsItsClassWhileUsed_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::newRow("new minimum") << "txtNewMin";
+        QTest::newRow("available label") << "lblAvailMin";
+        QTest::newRow("free label") << "lblFreeMin";
+        QTest::newRow("apply") << "cmdApply";
+        QTest::newRow("auto apply") << "chlAutoApply";
+    }
+    void theCalculatorKeepsItsClassWhileUsed()
+    {
+        QFETCH(QString, control);
+        Editor e(config());
+        e.w->show();
+        QApplication::setActiveWindow(e.w.get());
+        QVERIFY(QTest::qWaitForWindowActive(e.w.get()));
+        QVERIFY(trigger(e, "optDown"));
+        QVERIFY(trigger(e, "NewMainClass"));
+        QoSClass* c = e.doc().Down1()->SelectedClass();
+        QVERIFY(c);
+        QCoreApplication::processEvents();
+        QWidget* box = e.w->findChild<QWidget*>(c->Name());
+        QVERIFY(box);
+        box->setFocus(Qt::MouseFocusReason);
+        QWidget* target = e.w->findChild<QWidget*>(control);
+        QVERIFY(target);
+        QWidget* focusable = target->focusProxy() ? target->focusProxy() : target;
+        QTest::mouseClick(focusable, Qt::LeftButton);
+        QCoreApplication::processEvents();
+        QVERIFY(target->isEnabled());
+        QCOMPARE(e.doc().Down1()->SelectedClass(), c);
+        QCOMPARE(e.w->calculator().CurrentClass(), c);
+        QVERIFY(e.child<QLabel>("lblClass")->text().contains(c->Caption().isEmpty() ? QStringLiteral("(ohne Titel)") : c->Caption()));
     }
 
     void corruptSettingsAreIgnored()

@@ -16,6 +16,33 @@ QString kbitText(qint32 kbit)
 
 } // namespace
 
+QString ClassCalculator::KbitText(qint32 kbit)
+{
+    return QString::number(kbit) + QStringLiteral(" kbit");
+}
+
+QString ClassCalculator::ParentMaxText() const
+{
+    if (!m_class)
+        return QString();
+    qint32 kbit = 0;
+    try {
+        kbit = m_parentMax.kbit();
+    } catch (const QoSError&) {
+        return QStringLiteral("Überlauf (%1)").arg(m_parentMax.Bandwidth());
+    }
+    const QString figure = KbitText(kbit);
+    const QString written = m_parentMax.Bandwidth();
+    return written == kbitText(kbit) ? figure : QStringLiteral("%1 (%2)").arg(figure, written);
+}
+
+QString ClassCalculator::ClassName() const
+{
+    if (!m_class)
+        return QString();
+    return m_class->Caption().isEmpty() ? QStringLiteral("(ohne Titel)") : m_class->Caption();
+}
+
 ClassCalculator::ClassCalculator(QObject* parent) : QObject(parent)
 {
     m_parentMax.SetShowLock(false);

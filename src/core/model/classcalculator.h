@@ -40,6 +40,13 @@ public:
     BandwidthField* NewMin() { return &m_newMin; }         // txtNewMin
     // txtNewMinAfter; nothing when the subtraction does not fit into 32 bits.
     std::optional<qint32> NewMinAfter() const { return m_newMinAfter; }
+    // The figures as the panel shows them, every one in the same form: "768 kbit".
+    static QString KbitText(qint32 kbit);
+    // txtParentMax as shown: its kbit figure, followed by the line speed as written when that
+    // reads otherwise ("10240 kbit (10Mbit)"); "Überlauf" beyond 32 bits.
+    QString ParentMaxText() const;
+    // The class shown, named by its caption as its title bar shows it.
+    QString ClassName() const;
     // Why the figures could not be computed (a sum beyond 32 bits); empty normally.
     QString ErrorText() const { return m_error; }
 

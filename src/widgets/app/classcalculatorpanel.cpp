@@ -29,7 +29,7 @@ QLineEdit* figure(const QString& name, const QString& accessibleName, QWidget* p
 
 QString kbit(qint32 value)
 {
-    return QString::number(value) + QStringLiteral(" kbit");
+    return ClassCalculator::KbitText(value);
 }
 
 QToolButton* moveButton(const QString& name, QStyle::StandardPixmap pixmap, const QString& tip,
@@ -162,11 +162,11 @@ void ClassCalculatorPanel::showFigures()
         for (QLineEdit* e : {m_txtParentMax, m_txtUsesMin, m_txtAvailableMin, m_txtFreeMin, m_txtNewMinAfter})
             e->clear();
     } else {
-        const QString caption = c->Caption().isEmpty() ? c->Name() : c->Caption();
+        const QString caption = m_calc->ClassName();
         m_lblClass->setText(m_calc->ErrorText().isEmpty()
                                 ? QStringLiteral("Klasse: %1").arg(caption)
                                 : QStringLiteral("Klasse: %1\n%2").arg(caption, m_calc->ErrorText()));
-        m_txtParentMax->setText(m_calc->ParentMax()->Bandwidth());
+        m_txtParentMax->setText(m_calc->ParentMaxText());
         m_txtUsesMin->setText(kbit(m_calc->UsesMin()));
         m_txtAvailableMin->setText(kbit(m_calc->AvailableMin()));
         m_txtFreeMin->setText(kbit(m_calc->FreeMin()));

@@ -389,8 +389,10 @@ void frmMain::saveSettings()
                                     : WindowSettings::Normal;
     w.calculator = !m_calculatorDock->isHidden();
     QString error;
+    // Closing goes on (the settings are a convenience), but the user hears why the next start
+    // will not look as this one ends.
     if (!m_properties->Save(w, m_session->RecentFiles(), &error))
-        qWarning("%s", qPrintable(error)); // closing goes on: the settings are a convenience
+        m_prompt->Message(error, UserPrompt::Icon::Warning);
 }
 
 void frmMain::closeEvent(QCloseEvent* event)
@@ -514,8 +516,11 @@ void frmMain::configurePageTools()
     QList<QPair<QCheckBox*, QAction*>> boxes;
     for (const char* key : PageToolKeys) {
         QAction* a = m_actions.value(QString::fromLatin1(key));
-        QAction* shown = qstrcmp(key, "NewObject") == 0 ? m_tbrPage->actions().value(0) : a;
-        auto* box = new QCheckBox(a->text(), &dialog);
+        const bool newObject = qstrcmp(key, "NewObject") == 0;
+        QAction* shown = newObject ? m_tbrPage->actions().value(0) : a;
+        // The drop-down button carries the text of its last choice: named by what it is, so that
+        // no entry of the list reads like another.
+        auto* box = new QCheckBox(newObject ? QStringLiteral("Neues Objekt (mit Auswahlmenü)") : a->text(), &dialog);
         box->setIcon(a->icon());
         box->setChecked(shown->isVisible());
         layout->addWidget(box);

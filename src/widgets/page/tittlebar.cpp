@@ -36,11 +36,12 @@ void TittleBar::SetCaption(const QString& caption)
 
 void TittleBar::showCaption()
 {
-    // A caption longer than the strip ends in an ellipsis; the tool tip shows it whole.
+    // A caption longer than the strip ends in an ellipsis; the tool tip shows it whole. The tip
+    // belongs to the title bar: the label lets the mouse through to it, so it never gets one.
     const int room = m_label->contentsRect().width();
     const QString shown = m_label->fontMetrics().elidedText(m_caption, Qt::ElideRight, qMax(room, 0));
     m_label->setText(shown);
-    m_label->setToolTip(shown == m_caption ? QString() : m_caption);
+    setToolTip(shown == m_caption ? QString() : m_caption);
     m_label->setAccessibleName(m_caption.isEmpty() ? QStringLiteral("Titel") : m_caption);
 }
 
