@@ -17,29 +17,40 @@ int main(int argc, char* argv[])
 {
     QElapsedTimer sinceStart;
     sinceStart.start();
+    const auto names = [] {
+        // The settings live in ~/.config/tarnwick; people read the name with a capital.
+        QCoreApplication::setApplicationName(QStringLiteral("tarnwick"));
+        QCoreApplication::setApplicationVersion(QStringLiteral("%1.%2.%3")
+                                                    .arg(TARNWICK_VERSION_MAJOR)
+                                                    .arg(TARNWICK_VERSION_MINOR)
+                                                    .arg(TARNWICK_VERSION_PATCH));
+    };
+    // The command line is read before the window system is touched: --help, --version and a
+    // wrong option are answered on a machine without a display too.
+    QStringList files;
+    {
+        QCoreApplication commandLine(argc, argv);
+        names();
+        QCommandLineParser parser;
+        parser.setApplicationDescription(
+            QStringLiteral("Editor für die QoS-Konfiguration qos.txt eines Routers"));
+        parser.addHelpOption();
+        parser.addVersionOption();
+        parser.addPositionalArgument(QStringLiteral("DATEI"),
+                                     QStringLiteral("qos.txt, die beim Start geöffnet wird"));
+        parser.process(commandLine);
+        files = parser.positionalArguments();
+    }
+
     QApplication app(argc, argv);
-    // The settings live in ~/.config/tarnwick; people read the name with a capital.
-    QApplication::setApplicationName(QStringLiteral("tarnwick"));
+    names();
     QApplication::setApplicationDisplayName(QStringLiteral("Tarnwick"));
-    QApplication::setApplicationVersion(QStringLiteral("%1.%2.%3")
-                                            .arg(TARNWICK_VERSION_MAJOR)
-                                            .arg(TARNWICK_VERSION_MINOR)
-                                            .arg(TARNWICK_VERSION_PATCH));
     QApplication::setDesktopFileName(QStringLiteral("tarnwick"));
     // Qt's own texts (file dialogs, the edit menus of text boxes) in German where installed.
     QTranslator qtGerman;
     if (qtGerman.load(QLocale(QLocale::German, QLocale::Germany), QStringLiteral("qtbase"),
                       QStringLiteral("_"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&qtGerman);
-
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Editor für die QoS-Konfiguration qos.txt eines Routers"));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("DATEI"),
-                                 QStringLiteral("qos.txt, die beim Start geöffnet wird"));
-    parser.process(app);
 
     frmMain window;
     // TARNWICK_STARTUP_TRACE=1 prints how long the start took up to the first painted window, then quits.
@@ -52,7 +63,6 @@ int main(int argc, char* argv[])
             QTimer::singleShot(0, &app, &QCoreApplication::quit);
         });
     window.showAsSaved();
-    const QStringList files = parser.positionalArguments();
     if (!files.isEmpty()) {
         const QString file = files.first();
         // After the window is up, so that the progress of a large file shows over it.
