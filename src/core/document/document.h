@@ -1,5 +1,7 @@
 #pragma once
 
+#include "userprompt.h"
+
 #include <QHash>
 #include <QList>
 #include <QObject>
@@ -15,7 +17,6 @@ class QoSClass;
 class QoSConnector;
 class History;
 class UserPrompt;
-class StatusLine;
 class StatusWindow;
 
 // The one document: the common settings and the down and up pages, the registry of every
@@ -25,7 +26,7 @@ class StatusWindow;
 // on a grid; the tree links live in the objects themselves, by name; every change that a
 // view must follow is announced by a signal of the object that changed. The user is asked
 // through UserPrompt only, so that no rule depends on a dialog.
-class Document : public QObject
+class Document : public QObject, public StatusLine
 {
     Q_OBJECT
 public:
@@ -53,8 +54,9 @@ public:
     bool IsModified() const { return m_modified; }
     void SetModified(bool modified);
 
-    // Panel 1 of the status bar.
-    void SetStatusText(const QString& text);
+    // Panel 1 of the status bar. The document is the status line its views write to, so that it
+    // always knows what the line says.
+    void SetStatusText(const QString& text) override;
     QString StatusText() const { return m_statusText; }
 
     // Registry of classes and filters, in creation order.

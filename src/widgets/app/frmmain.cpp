@@ -263,7 +263,7 @@ QWidget* frmMain::createPageView(ObjectPage* page, QWidget* parent)
     auto* view = new ObjectPageView(page, parent);
     view->setObjectName(page->Name());
     view->setPrompt(m_prompt);
-    view->setStatusLine(m_statusLine.get());
+    view->setStatusLine(m_document.get()); // the document passes it on, and knows what it says
     return view;
 }
 
