@@ -341,6 +341,53 @@ private slots:
         QCOMPARE(box->Left(), left);
     }
 
+    // A link by a class's plug keeps the tree within four class levels, counted from the main
+    // class of the moved branch; the other refusals stay silent as the members make them.
+    void plugLinks_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("plugOf"); // the class whose plug is dropped
+        QTest::addColumn<QString>("onto");   // the box it is dropped on
+        QTest::addColumn<bool>("linked");
+        QTest::addColumn<bool>("told");
+        const QString chain = QStringLiteral("C S1 S2 S3 C S5"); // C1..C4 four levels; C5 with C6
+        // clang-format off
+        QTest::newRow("a main class under the fourth level") << chain << "C4" << "C5" << false << true;
+        QTest::newRow("a main class with a sub class under the third") << chain << "C3" << "C5" << false << true;
+        QTest::newRow("a main class alone under the third") << "C S1 S2 C" << "C3" << "C4" << true << false;
+        QTest::newRow("a filter moves under the fourth level") << "C S1 S2 S3 C F5" << "C4" << "F1" << true << false;
+        QTest::newRow("a class under its own descendant is refused silently") << chain << "C3" << "C1" << false << false;
+        QTest::newRow("a class under a class with filters is refused silently") << "C F1 C" << "C1" << "C2" << false << false;
+        // clang-format on
+    }
+    void plugLinks()
+    {
+        QFETCH(QString, script);
+        QFETCH(QString, plugOf);
+        QFETCH(QString, onto);
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        PageScript::run(doc.Down1(), script);
+        QoSObject* parent = nullptr;
+        QoSObject* child = nullptr;
+        for (QoSObject* o : doc.Objects()) {
+            if (PageScript::shortName(o) == plugOf)
+                parent = o;
+            if (PageScript::shortName(o) == onto)
+                child = o;
+        }
+        QVERIFY(parent && child);
+        const QString before = PageScript::layout(doc.Down1());
+        QTEST(child->LinkByPlug(parent->Name()), "linked");
+        QFETCH(bool, told);
+        QCOMPARE(prompt.messages(),
+                 told ? QStringList{QStringLiteral("Anhängen nicht möglich. Keine weitere Ebene möglich.")} : QStringList());
+        if (told)
+            QCOMPARE(prompt.log.last().icon, UserPrompt::Icon::Warning);
+        QCOMPARE(PageScript::layout(doc.Down1()), before);
+        verifyLinks(doc);
+    }
+
     void filterFieldsAndHistory()
     {
         Document doc;

@@ -7,6 +7,7 @@
 #include "page/qosconnector.h"
 #include "qosclass.h"
 #include "qosfilter.h"
+#include "treedepth.h"
 
 QoSObject::QoSObject(Document* document, ObjectPage* page, const QString& name)
     : QObject(nullptr), m_document(document), m_page(page), m_name(name), m_sequence(document->NextSequence()),
@@ -304,4 +305,19 @@ QoSObject::DropResult QoSObject::MoveObject(double left, double top)
     ShowConnectors(true);
     PaintLines();
     return result;
+}
+
+bool QoSObject::LinkByPlug(const QString& className)
+{
+    auto* parent = qobject_cast<QoSClass*>(m_document->Object(className));
+    if (!parent || parent == this)
+        return false;
+    if (auto* self = qobject_cast<QoSClass*>(this);
+        self && !self->IsInDownTree(parent) && !TreeDepth::FitsUnder(*self, *parent)) {
+        m_document->prompt().Message(QStringLiteral("Anhängen nicht möglich. Keine weitere Ebene möglich."),
+                                     UserPrompt::Icon::Warning);
+        return false;
+    }
+    AddParentQoSObject(parent);
+    return ParentQoSObject() == parent;
 }

@@ -88,6 +88,10 @@ public:
 
     // The drop of a drag: the box was let go with its top-left corner at (left, top).
     DropResult MoveObject(double left, double top);
+    // The drop of a class's plug on this box: hangs the box under that class by the usual rules,
+    // which refuse silently. A link that would make the tree deeper than four class levels is
+    // refused with a message and changes nothing. True when the box hangs there afterwards.
+    bool LinkByPlug(const QString& className);
 
     // Used by the tree operations and the page.
     void SetParentName(const QString& name);

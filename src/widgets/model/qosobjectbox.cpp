@@ -266,7 +266,7 @@ bool QoSObjectBox::acceptsPlug(const QString& className) const
 void QoSObjectBox::dropPlug(const QString& className)
 {
     if (acceptsPlug(className))
-        m_object->AddParentQoSObject(className);
+        m_object->LinkByPlug(className);
 }
 
 namespace {
