@@ -86,8 +86,9 @@ public:
     // Returns false when the user cancelled, and then nothing is cleared.
     bool ClearDocument();
 
-    // The counters behind the control names; they last as long as the document object.
-    int NextClassCounter() { return ++m_classCounter; }
+    // The counters behind the control names; they last as long as the document object. The
+    // class counter also gives new classes their number, and never one a class already has.
+    int NextClassCounter();
     int NextFilterCounter() { return ++m_filterCounter; }
     int ClassCounter() const { return m_classCounter; }
     int FilterCounter() const { return m_filterCounter; }
