@@ -137,7 +137,8 @@ void checkPage(const ObjectPage& page, const QoSCommon& common, ValidationPass& 
             // Cells in rows 0 to 3 do not make a tree shallow: a file may link deeper.
             if (const int level = c->Level(); level >= 4)
                 report.problems << where(page, *c, QStringLiteral("Klasse")) +
-                                       QStringLiteral(": liegt in Ebene %1, erlaubt sind höchstens vier Ebenen")
+                                       QStringLiteral(
+                                           ": liegt in Ebene %1, erlaubt sind höchstens vier Ebenen")
                                            .arg(level + 1);
             if (!c->ParentQoSObject())
                 mainClasses << c;

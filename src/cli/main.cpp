@@ -11,11 +11,11 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
 #include <vector>
-#include <cstdio>
-#include <cstdlib>
 
 namespace {
 

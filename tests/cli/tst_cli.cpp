@@ -153,8 +153,9 @@ private slots:
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("line");
         const QByteArray stop = "QOS_CLASS_N='1'\nQOS_CLASS_1_DIRECTION='sideways'\n";
-        const QString stopLine = QStringLiteral("Die Datei wurde nicht vollständig gelesen: Klasse 1 hat die Richtung "
-                                                "'sideways'. Gelesen: 0 von 1 Klassen, 0 von 0 Filtereinträgen.");
+        const QString stopLine =
+            QStringLiteral("Die Datei wurde nicht vollständig gelesen: Klasse 1 hat die Richtung "
+                           "'sideways'. Gelesen: 0 von 1 Klassen, 0 von 0 Filtereinträgen.");
         QByteArray deep = "QOS_CLASS_N='5'\n";
         for (int n = 1; n <= 5; ++n)
             deep += QStringLiteral("QOS_CLASS_%1_PARENT='%2'\n").arg(n).arg(n - 1).toLatin1();
@@ -226,12 +227,13 @@ private slots:
     {
         QProcess p;
         p.start(QStringLiteral("/bin/sh"),
-                {QStringLiteral("-c"), QStringLiteral("exec \"$0\" export \"$1\" >&-"), QStringLiteral(TARNWICK_CLI),
-                 sample("home-router.qos.txt")});
+                {QStringLiteral("-c"), QStringLiteral("exec \"$0\" export \"$1\" >&-"),
+                 QStringLiteral(TARNWICK_CLI), sample("home-router.qos.txt")});
         QVERIFY(p.waitForFinished(60000));
         QCOMPARE(p.exitCode(), 1);
-        QCOMPARE(QString::fromUtf8(p.readAllStandardError()),
-                 QStringLiteral("Fehler: Die Ausgabe konnte nicht geschrieben werden: keine Ausgabe geöffnet.\n"));
+        QCOMPARE(
+            QString::fromUtf8(p.readAllStandardError()),
+            QStringLiteral("Fehler: Die Ausgabe konnte nicht geschrieben werden: keine Ausgabe geöffnet.\n"));
     }
 
     void outputThatCannotBeWrittenIsAnError()

@@ -174,22 +174,21 @@ private slots:
         QoSFilter* web = addFilter(c, QStringLiteral("80,443,8080"), caption);
         QoSFilter* ssh = addFilter(c, QStringLiteral("22"), QStringLiteral("SSH"));
         const QString text = ExportQoSText(f.doc);
-        QCOMPARE(
-            section(text, QStringLiteral("QOS_FILTER_N"), QStringLiteral("#QOS_DESCRIPTION")),
-            QStringLiteral("QOS_FILTER_N='4'\r\n\r\n") + captionLine +
-                QStringLiteral(
-                    "#QOS_FILTER_1_CELLPOS='0,4'\r\nQOS_FILTER_1_CLASS='1'\r\nQOS_FILTER_1_IP=''\r\n"
-                    "#QOS_FILTER_1_PORTEXT='80,443,8080'\r\nQOS_FILTER_1_PORT='80'\r\n"
-                    "QOS_FILTER_1_TYPE='client'\r\nQOS_FILTER_1_OPTION=''\r\n\r\n"
-                    "#QOS_FILTER_2_CELLPOS='0,4'\r\nQOS_FILTER_2_CLASS='1'\r\nQOS_FILTER_2_IP=''\r\n"
-                    "#QOS_FILTER_2_PORTEXT='ignore'\r\nQOS_FILTER_2_PORT='443'\r\n"
-                    "QOS_FILTER_2_TYPE='client'\r\nQOS_FILTER_2_OPTION=''\r\n\r\n"
-                    "#QOS_FILTER_3_CELLPOS='0,4'\r\nQOS_FILTER_3_CLASS='1'\r\nQOS_FILTER_3_IP=''\r\n"
-                    "#QOS_FILTER_3_PORTEXT='ignore'\r\nQOS_FILTER_3_PORT='8080'\r\n"
-                    "QOS_FILTER_3_TYPE='client'\r\nQOS_FILTER_3_OPTION=''\r\n\r\n"
-                    "#QOS_FILTER_4_CAPTION='SSH'\r\n#QOS_FILTER_4_CELLPOS='0,5'\r\n"
-                    "QOS_FILTER_4_CLASS='1'\r\nQOS_FILTER_4_IP=''\r\nQOS_FILTER_4_PORT='22'\r\n"
-                    "QOS_FILTER_4_TYPE='client'\r\nQOS_FILTER_4_OPTION=''\r\n\r\n"));
+        QCOMPARE(section(text, QStringLiteral("QOS_FILTER_N"), QStringLiteral("#QOS_DESCRIPTION")),
+                 QStringLiteral("QOS_FILTER_N='4'\r\n\r\n") + captionLine +
+                     QStringLiteral(
+                         "#QOS_FILTER_1_CELLPOS='0,4'\r\nQOS_FILTER_1_CLASS='1'\r\nQOS_FILTER_1_IP=''\r\n"
+                         "#QOS_FILTER_1_PORTEXT='80,443,8080'\r\nQOS_FILTER_1_PORT='80'\r\n"
+                         "QOS_FILTER_1_TYPE='client'\r\nQOS_FILTER_1_OPTION=''\r\n\r\n"
+                         "#QOS_FILTER_2_CELLPOS='0,4'\r\nQOS_FILTER_2_CLASS='1'\r\nQOS_FILTER_2_IP=''\r\n"
+                         "#QOS_FILTER_2_PORTEXT='ignore'\r\nQOS_FILTER_2_PORT='443'\r\n"
+                         "QOS_FILTER_2_TYPE='client'\r\nQOS_FILTER_2_OPTION=''\r\n\r\n"
+                         "#QOS_FILTER_3_CELLPOS='0,4'\r\nQOS_FILTER_3_CLASS='1'\r\nQOS_FILTER_3_IP=''\r\n"
+                         "#QOS_FILTER_3_PORTEXT='ignore'\r\nQOS_FILTER_3_PORT='8080'\r\n"
+                         "QOS_FILTER_3_TYPE='client'\r\nQOS_FILTER_3_OPTION=''\r\n\r\n"
+                         "#QOS_FILTER_4_CAPTION='SSH'\r\n#QOS_FILTER_4_CELLPOS='0,5'\r\n"
+                         "QOS_FILTER_4_CLASS='1'\r\nQOS_FILTER_4_IP=''\r\nQOS_FILTER_4_PORT='22'\r\n"
+                         "QOS_FILTER_4_TYPE='client'\r\nQOS_FILTER_4_OPTION=''\r\n\r\n"));
         QCOMPARE(web->FilterIdx(), qint16(1));
         QCOMPARE(ssh->FilterIdx(), qint16(4));
         Fixture again;
@@ -251,7 +250,8 @@ private slots:
     {
         QTest::addColumn<QString>("change");
         QTest::addColumn<QString>("reason");
-        QTest::newRow("port list of more than 65536 entries") << "ports 1-100000" << "65536";
+        QTest::newRow("port list of more than 65536 entries") << "ports 1-100000"
+                                                              << "65536";
         QTest::newRow("class below row 3") << "class row 5" << "Zeile 5";
         QTest::newRow("filter without class") << "cut filter" << "an keiner Klasse";
         QTest::newRow("quote in a caption") << "caption Bob's" << "Hochkomma";
@@ -377,8 +377,10 @@ private slots:
         QFETCH(QByteArray, direction);
         QFETCH(bool, up);
         Fixture f;
-        QVERIFY(ImportQoSBytes(f.doc, "QOS_INTERNET_DEFAULT_UP='1'\nQOS_INTERNET_DEFAULT_DOWN='1'\nQOS_CLASS_N='1'\n"
-                                      "QOS_CLASS_1_DIRECTION='" + direction + "'\n")
+        QVERIFY(ImportQoSBytes(f.doc,
+                               "QOS_INTERNET_DEFAULT_UP='1'\nQOS_INTERNET_DEFAULT_DOWN='1'\nQOS_CLASS_N='1'\n"
+                               "QOS_CLASS_1_DIRECTION='" +
+                                   direction + "'\n")
                     .complete);
         ObjectPage* page = up ? f.doc.Up1() : f.doc.Down1();
         QCOMPARE(page->ClassCount(), 1);
@@ -387,8 +389,10 @@ private slots:
         QVERIFY(c->DefaultClass());
         const QString text = ExportQoSText(f.doc);
         QVERIFY(text.contains(QStringLiteral("QOS_CLASS_1_DIRECTION='%1'\r\n").arg(page->Direction())));
-        QVERIFY(text.contains(up ? QStringLiteral("QOS_INTERNET_DEFAULT_UP='1'") : QStringLiteral("QOS_INTERNET_DEFAULT_DOWN='1'")));
-        QVERIFY(text.contains(up ? QStringLiteral("QOS_INTERNET_DEFAULT_DOWN=''") : QStringLiteral("QOS_INTERNET_DEFAULT_UP=''")));
+        QVERIFY(text.contains(up ? QStringLiteral("QOS_INTERNET_DEFAULT_UP='1'")
+                                 : QStringLiteral("QOS_INTERNET_DEFAULT_DOWN='1'")));
+        QVERIFY(text.contains(up ? QStringLiteral("QOS_INTERNET_DEFAULT_DOWN=''")
+                                 : QStringLiteral("QOS_INTERNET_DEFAULT_UP=''")));
     }
 
     void errorEndsImportKeepingWhatWasMade_data()
@@ -401,7 +405,8 @@ private slots:
         QTest::addColumn<QString>("where");
         QTest::addColumn<QString>("reason");
         QTest::addColumn<QString>("read");
-        const QByteArray two = "QOS_INTERNET_DEV='eth9'\nQOS_CLASS_N='2'\nQOS_CLASS_1_PARENT='0'\n#QOS_CLASS_2_CAPTION=''\n";
+        const QByteArray two =
+            "QOS_INTERNET_DEV='eth9'\nQOS_CLASS_N='2'\nQOS_CLASS_1_PARENT='0'\n#QOS_CLASS_2_CAPTION=''\n";
         const QByteArray layout = "#QOS_FILEVERSION='Tarnwick 1.1'\n";
         // clang-format off
         QTest::newRow("complete") << two + "QOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='2'\n" << 2 << 1 << "" << "" << "2/2 1/1";
@@ -474,7 +479,10 @@ private slots:
         const auto chain = [](int from, int to, int parent) {
             QByteArray out;
             for (int n = from; n <= to; ++n)
-                out += QStringLiteral("QOS_CLASS_%1_PARENT='%2'\n").arg(n).arg(parent < 0 ? n - 1 : parent).toLatin1();
+                out += QStringLiteral("QOS_CLASS_%1_PARENT='%2'\n")
+                           .arg(n)
+                           .arg(parent < 0 ? n - 1 : parent)
+                           .toLatin1();
             return out;
         };
         const QByteArray layout = "#QOS_FILEVERSION='Tarnwick 1.1'\n";
@@ -570,8 +578,9 @@ private slots:
         QTest::addColumn<QString>("caption");
         QTest::addColumn<QString>("dev");
         QTest::addColumn<int>("filters");
-        const QByteArray oneFilter = "QOS_CLASS_N='1'\nQOS_CLASS_1_PRIO='0'\nQOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='1'\n"
-                                     "QOS_FILTER_1_PORT='80'\n";
+        const QByteArray oneFilter =
+            "QOS_CLASS_N='1'\nQOS_CLASS_1_PRIO='0'\nQOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='1'\n"
+            "QOS_FILTER_1_PORT='80'\n";
         QTest::newRow("settings in the description")
             << "#QOS_DESCRIPTION='2' #Zeilen\n#QOS_CLASS_1_CAPTION='fremd'\n#QOS_FILTER_1_PORTEXT='ignore'\n" +
                    oneFilter

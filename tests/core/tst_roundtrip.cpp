@@ -64,7 +64,8 @@ private:
                 const QString ports = portLists[pick(int(portLists.size()))];
                 int idx = 0;
                 // Every fourth filter has no caption: such a filter is written as it always was.
-                const QString caption = pick(4) == 0 ? QString() : QStringLiteral("Filter %1").arg(++m_filters);
+                const QString caption =
+                    pick(4) == 0 ? QString() : QStringLiteral("Filter %1").arg(++m_filters);
                 page->AddFilter(number(c), QStringLiteral("10.%1.%2.0/24").arg(pick(250)).arg(pick(250)), ports,
                                 ports.isEmpty() ? QString() : QStringLiteral("client"), QString(), idx, caption);
             }
@@ -208,7 +209,8 @@ private slots:
         ObjectPage* up = original.Up1();
         QoSClass* c = up->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("up"),
                                    QStringLiteral("1"), idx, false, QStringLiteral("Viele"));
-        for (const QString& ports : {QStringLiteral("1-40000"), QStringLiteral("22"), QStringLiteral("5060-5062")})
+        for (const QString& ports :
+             {QStringLiteral("1-40000"), QStringLiteral("22"), QStringLiteral("5060-5062")})
             up->AddFilter(c, QString(), ports, QStringLiteral("client"), QString(), idx = 0,
                           QStringLiteral("nach %1").arg(ports));
         const QByteArray saved = ExportQoSBytes(original);

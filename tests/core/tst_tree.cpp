@@ -175,7 +175,7 @@ private slots:
     void levelsAndDepths_data()
     {
         QTest::addColumn<QString>("script");
-        QTest::addColumn<int>("linked");   // class linked below `under` after the script, or 0
+        QTest::addColumn<int>("linked"); // class linked below `under` after the script, or 0
         QTest::addColumn<int>("under");
         QTest::addColumn<QString>("levels"); // level/depth of every class in creation order
         QTest::newRow("one main class") << "C" << 0 << 0 << "0/0";
@@ -183,7 +183,8 @@ private slots:
         QTest::newRow("a chain of four") << "C S1 S2 S3" << 0 << 0 << "0/3 1/2 2/1 3/0";
         QTest::newRow("siblings and a deeper branch") << "C S1 S1 S3 C" << 0 << 0 << "0/2 1/0 1/1 2/0 0/0";
         QTest::newRow("linked below a chain of four") << "C C S2 S3 S4" << 1 << 5 << "4/0 0/4 1/3 2/2 3/1";
-        QTest::newRow("a branch linked below a chain") << "C S1 C S3 S4 S5" << 1 << 6 << "4/1 5/0 0/5 1/4 2/3 3/2";
+        QTest::newRow("a branch linked below a chain")
+            << "C S1 C S3 S4 S5" << 1 << 6 << "4/1 5/0 0/5 1/4 2/3 3/2";
     }
     void levelsAndDepths()
     {
@@ -208,9 +209,15 @@ private slots:
         QTest::addColumn<QString>("situation");
         QTest::addColumn<QString>("cell"); // of the newest box
         QTest::addColumn<QString>("size"); // of its page
-        QTest::newRow("fourth level on a page of three rows") << "rows3" << "0,3" << "6x4";
-        QTest::newRow("parent on the other page") << "foreign" << "0,0" << "6x5";
-        QTest::newRow("filter of a class dragged beyond the page") << "dragged" << "9,4" << "10x5";
+        QTest::newRow("fourth level on a page of three rows") << "rows3"
+                                                              << "0,3"
+                                                              << "6x4";
+        QTest::newRow("parent on the other page") << "foreign"
+                                                  << "0,0"
+                                                  << "6x5";
+        QTest::newRow("filter of a class dragged beyond the page") << "dragged"
+                                                                   << "9,4"
+                                                                   << "10x5";
     }
     void newBoxesStandOnTheirPage()
     {
@@ -229,8 +236,8 @@ private slots:
             // The parent stands in column 7 of the up page; the down page has six columns.
             PageScript::run(doc.Up1(), QStringLiteral("C C C C C C C C"));
             QVERIFY_THROWS_EXCEPTION(QoSError, down->AddClass(QStringLiteral("8"), QString(), QString(),
-                                                              QStringLiteral("down"), QStringLiteral("0"), idx,
-                                                              false, QStringLiteral("fremd")));
+                                                              QStringLiteral("down"), QStringLiteral("0"),
+                                                              idx, false, QStringLiteral("fremd")));
             // Whole, as a main class of its own page with the main-class defaults.
             auto* c = qobject_cast<QoSClass*>(down->ContainedObjects().last());
             QCOMPARE(c->ParentQoSObject(), nullptr);
@@ -258,13 +265,15 @@ private slots:
         QCOMPARE(cls(doc, 2)->Caption(), QStringLiteral("Class 2"));
         QCOMPARE(cls(doc, 3)->Caption(), QStringLiteral("Class 3"));
         int idx = 7;
-        QCOMPARE(doc.Down1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
-                                       QStringLiteral("0"), idx, false, QString())
+        QCOMPARE(doc.Down1()
+                     ->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
+                                QStringLiteral("0"), idx, false, QString())
                      ->Caption(),
                  QStringLiteral("Class 7"));
         idx = 0;
-        QCOMPARE(doc.Down1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
-                                       QStringLiteral("0"), idx, false, QStringLiteral("VoIP"))
+        QCOMPARE(doc.Down1()
+                     ->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
+                                QStringLiteral("0"), idx, false, QStringLiteral("VoIP"))
                      ->Caption(),
                  QStringLiteral("VoIP"));
     }
@@ -282,8 +291,9 @@ private slots:
         QCOMPARE(doc.Down1()->ClassCount(), 7);
         QoSClass* fresh = doc.Down1()->NewClassCommand();
         int idx = 0;
-        QoSClass* sub = doc.Down1()->AddClass(QString::number(fresh->ClassIdx()), QString(), QString(),
-                                              QStringLiteral("down"), QStringLiteral("0"), idx, false, QString());
+        QoSClass* sub =
+            doc.Down1()->AddClass(QString::number(fresh->ClassIdx()), QString(), QString(),
+                                  QStringLiteral("down"), QStringLiteral("0"), idx, false, QString());
         QCOMPARE(sub->ParentQoSObject(), fresh);
         QSet<int> numbers;
         for (QoSObject* o : doc.Objects())
@@ -300,15 +310,18 @@ private slots:
         QTest::addColumn<int>("refusal");
         QTest::addColumn<QString>("text");
         QTest::newRow("sub class under a class with filters")
-            << "C F1 S1" << int(ObjectPage::Refusal::ParentHasFilters) << "Diese Klasse hat untergeordnete Filter!";
-        QTest::newRow("a fifth level") << "C S1 S2 S3 S4" << int(ObjectPage::Refusal::NoFurtherLevel)
-                                       << "Keine weitere Ebene möglich.";
+            << "C F1 S1" << int(ObjectPage::Refusal::ParentHasFilters)
+            << "Diese Klasse hat untergeordnete Filter!";
+        QTest::newRow("a fifth level")
+            << "C S1 S2 S3 S4" << int(ObjectPage::Refusal::NoFurtherLevel) << "Keine weitere Ebene möglich.";
         QTest::newRow("filter under a class with sub classes")
-            << "C S1 F1" << int(ObjectPage::Refusal::ClassHasSubClasses) << "Diese Klasse hat untergeordnete Klassen!";
-        QTest::newRow("filter without class") << "C F0" << int(ObjectPage::Refusal::NoClass)
-                                              << "Filter hat keine übergeordnete Klasse";
+            << "C S1 F1" << int(ObjectPage::Refusal::ClassHasSubClasses)
+            << "Diese Klasse hat untergeordnete Klassen!";
+        QTest::newRow("filter without class")
+            << "C F0" << int(ObjectPage::Refusal::NoClass) << "Filter hat keine übergeordnete Klasse";
         QTest::newRow("filter under a class of the other page")
-            << "C Fup" << int(ObjectPage::Refusal::ClassNotOnPage) << "Auf dieser Seite gibt es keine Klasse 2.";
+            << "C Fup" << int(ObjectPage::Refusal::ClassNotOnPage)
+            << "Auf dieser Seite gibt es keine Klasse 2.";
     }
     void refusalsAreShownAsWarnings()
     {
@@ -323,7 +336,8 @@ private slots:
             PageScript::run(down, QStringLiteral("C"));
             PageScript::run(doc.Up1(), QStringLiteral("C"));
             int idx = 0;
-            QCOMPARE(down->AddFilter(cls(doc, 2), QString(), QString(), QString(), QString(), idx, QString()), nullptr);
+            QCOMPARE(down->AddFilter(cls(doc, 2), QString(), QString(), QString(), QString(), idx, QString()),
+                     nullptr);
         } else {
             PageScript::run(down, script);
         }

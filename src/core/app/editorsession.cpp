@@ -263,8 +263,8 @@ QoSClass* EditorSession::NewSubClass(ObjectPage* page)
     return guarded(m_document, [&]() -> QoSClass* {
         int idx = 0;
         // The selected class itself, not its number: numbers are the file's business.
-        return page->AddClass(parent, QString(), QString(), page->Direction(), QStringLiteral("0"), idx, false,
-                              QString());
+        return page->AddClass(parent, QString(), QString(), page->Direction(), QStringLiteral("0"), idx,
+                              false, QString());
     });
 }
 

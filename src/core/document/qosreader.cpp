@@ -164,7 +164,10 @@ private:
         const QString many = filters ? QStringLiteral("Filtereinträge") : QStringLiteral("Klassen");
         QString text;
         if (missing == 1)
-            text = QStringLiteral("%1 %2 von %3 angekündigten fehlt in der Datei.").arg(one).arg(first).arg(announced);
+            text = QStringLiteral("%1 %2 von %3 angekündigten fehlt in der Datei.")
+                       .arg(one)
+                       .arg(first)
+                       .arg(announced);
         else if (last - first + 1 == missing)
             text = QStringLiteral("%1 %2 bis %3 von %4 angekündigten fehlen in der Datei.")
                        .arg(many)
@@ -172,7 +175,8 @@ private:
                        .arg(last)
                        .arg(announced);
         else
-            text = QStringLiteral("%1 von %2 angekündigten %3 fehlen in der Datei, %4 erste ist %5, %4 letzte %6.")
+            text = QStringLiteral(
+                       "%1 von %2 angekündigten %3 fehlen in der Datei, %4 erste ist %5, %4 letzte %6.")
                        .arg(missing)
                        .arg(announced)
                        .arg(filters ? QStringLiteral("Filtereinträgen") : QStringLiteral("Klassen"),
@@ -324,8 +328,9 @@ private:
             throw;
         }
         if (!c)
-            refused(false, page, cell.y ? QStringLiteral("Klassen stehen nur in den Zeilen 0 bis 3")
-                                        : QStringLiteral("mehr als vier Ebenen"));
+            refused(false, page,
+                    cell.y ? QStringLiteral("Klassen stehen nur in den Zeilen 0 bis 3")
+                           : QStringLiteral("mehr als vier Ebenen"));
         else if (later)
             m_laterParents.push_back({c, *parentNumber});
     }
@@ -492,8 +497,9 @@ QString ImportReport::Message() const
 {
     QStringList sentences;
     if (stopped)
-        sentences << QStringLiteral("Die Datei wurde nicht vollständig gelesen: %1 Gelesen: %2 von %3 Klassen, %4 von "
-                                    "%5 Filtereinträgen.")
+        sentences << QStringLiteral(
+                         "Die Datei wurde nicht vollständig gelesen: %1 Gelesen: %2 von %3 Klassen, %4 von "
+                         "%5 Filtereinträgen.")
                          .arg(reason, QString::number(classesRead), QString::number(classesAnnounced),
                               QString::number(entriesRead), QString::number(entriesAnnounced));
     // "Klasse 7 nicht angelegt: ..." or "200 Klassen nicht angelegt, ...: 5, 6, 7, 8, 9 und 195 weitere."
@@ -512,7 +518,8 @@ QString ImportReport::Message() const
             list += QStringLiteral(" und %1 weitere").arg(r.count - r.first.size());
         sentences << QStringLiteral("%1 %2 nicht angelegt, %3: %4.")
                          .arg(QString::number(r.count),
-                              r.filters ? QStringLiteral("Filtereinträge") : QStringLiteral("Klassen"), r.reason, list);
+                              r.filters ? QStringLiteral("Filtereinträge") : QStringLiteral("Klassen"),
+                              r.reason, list);
     }
     sentences << warnings;
     return sentences.join(u' ');

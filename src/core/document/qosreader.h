@@ -18,7 +18,7 @@ struct ImportReport
         bool filters = false; // filter entries, else classes
         QString reason;       // "mehr als vier Ebenen"
         qint32 count = 0;
-        QList<qint32> first;  // the first few numbers of the file, in order
+        QList<qint32> first; // the first few numbers of the file, in order
     };
 
     // False as soon as there is anything to tell: an early stop, a refusal or a warning.

@@ -330,7 +330,8 @@ qsizetype sizeBound(const Numbering& numbering, const QoSCommon& common)
                                      f->QoSType().size() + f->QoSOption().size();
             // The caption stands once: on the single entry, or as a line of its own on the first
             // of several.
-            n += e.entries * (8 * lineRoom + values) + 2 * f->QoSPort().size() + lineRoom + f->Caption().size();
+            n += e.entries * (8 * lineRoom + values) + 2 * f->QoSPort().size() + lineRoom +
+                 f->Caption().size();
         }
     }
     return n;
@@ -446,8 +447,7 @@ void writeClass(Lines<Sink>& out, const QoSClass& c)
     out.end();
 }
 
-template <typename Sink>
-void writeFilter(Lines<Sink>& out, const QoSFilter& f, qint64 entries, qint64 first)
+template <typename Sink> void writeFilter(Lines<Sink>& out, const QoSFilter& f, qint64 entries, qint64 first)
 {
     const QoSClass* parent = f.ParentQoSObject();
     const qint64 classNumber = parent ? parent->ClassIdx() : 0;

@@ -199,8 +199,8 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
                                bool visible)
 {
     // A parent number that names no class makes a main class in every step.
-    return AddClass(m_document->ClassByNumberText(parentIdx), minBandwidth, maxBandwidth, direction, prio, classIdx,
-                    flag, caption, x, y, visible);
+    return AddClass(m_document->ClassByNumberText(parentIdx), minBandwidth, maxBandwidth, direction, prio,
+                    classIdx, flag, caption, x, y, visible);
 }
 
 QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, const QString& maxBandwidth,
@@ -214,7 +214,8 @@ QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, co
     std::optional<QoSError> error;
     if (parent && parent->GetObjectPage() != this) {
         error = QoSError(QoSError::Kind::Tree,
-                         QStringLiteral("Die übergeordnete Klasse %1 steht auf der anderen Seite.").arg(parent->ClassIdx()));
+                         QStringLiteral("Die übergeordnete Klasse %1 steht auf der anderen Seite.")
+                             .arg(parent->ClassIdx()));
         parent = nullptr;
     }
     if (parent && parent->HasFilters()) {
@@ -224,7 +225,8 @@ QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, co
     }
     const int row = NewClassRow(parent, y);
     if (row >= 4) {
-        refuse(Refusal::NoFurtherLevel, QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich."));
+        refuse(Refusal::NoFurtherLevel,
+               QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich."));
         return nullptr;
     }
     const Arrangement::Column column = m_arrangement.NewClassColumn(parent, x);
@@ -248,7 +250,8 @@ QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, co
         }
     };
     if (parent)
-        c->AddParentQoSObject(parent); // as setting QoSParent to the parent's number, without reading it again
+        c->AddParentQoSObject(
+            parent); // as setting QoSParent to the parent's number, without reading it again
     c->SetQoSDirection(direction);
 
     const auto line = [this, &direction] { return m_document->Common1()->LineBandwidth(direction); };
@@ -295,13 +298,15 @@ QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, con
         number = -1;
     }
     if (number == 0) {
-        refuse(Refusal::NoClass, QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"));
+        refuse(Refusal::NoClass,
+               QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"));
         return nullptr;
     }
     QoSClass* c = m_document->ClassByNumberText(classIdx);
     if (!c) {
         refuse(Refusal::ClassNotOnPage,
-               QStringLiteral("Hinzufügen nicht möglich. Auf dieser Seite gibt es keine Klasse %1.").arg(classIdx));
+               QStringLiteral("Hinzufügen nicht möglich. Auf dieser Seite gibt es keine Klasse %1.")
+                   .arg(classIdx));
         return nullptr;
     }
     return AddFilter(c, ip, port, type, option, filterIdx, extra, x, y, visible);
@@ -312,12 +317,14 @@ QoSFilter* ObjectPage::AddFilter(QoSClass* c, const QString& ip, const QString& 
                                  std::optional<qint16> x, std::optional<qint16> y, bool visible)
 {
     if (!c) {
-        refuse(Refusal::NoClass, QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"));
+        refuse(Refusal::NoClass,
+               QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"));
         return nullptr;
     }
     if (c->GetObjectPage() != this) {
         refuse(Refusal::ClassNotOnPage,
-               QStringLiteral("Hinzufügen nicht möglich. Auf dieser Seite gibt es keine Klasse %1.").arg(c->ClassIdx()));
+               QStringLiteral("Hinzufügen nicht möglich. Auf dieser Seite gibt es keine Klasse %1.")
+                   .arg(c->ClassIdx()));
         return nullptr;
     }
     if (c->HasChildClasses()) {

@@ -84,7 +84,14 @@ public:
     // Why the last AddClass or AddFilter that gave nothing refused. Outside the reading of a
     // file each refusal is shown in a message box; while a file is read none is, and the
     // reader collects them from here.
-    enum class Refusal { None, ParentHasFilters, NoFurtherLevel, NoClass, ClassNotOnPage, ClassHasSubClasses };
+    enum class Refusal {
+        None,
+        ParentHasFilters,
+        NoFurtherLevel,
+        NoClass,
+        ClassNotOnPage,
+        ClassHasSubClasses
+    };
     Refusal LastRefusal() const { return m_lastRefusal; }
     QString LastRefusalText() const { return m_lastRefusalText; }
 
