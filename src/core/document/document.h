@@ -67,8 +67,9 @@ public:
     // That number, or nothing when the text names no class number.
     static std::optional<qint32> ClassNumber(const QString& text);
 
-    // While a file is read: the pages place their boxes once at the end, and the fields the
-    // reader sets are not recorded in the history (they are no edits of the user).
+    // While a file is read: the pages place their boxes once at the end, the fields the reader
+    // sets are not recorded in the history (they are no edits of the user), and the pages show
+    // no refusal; the reader counts them and tells them once.
     class ImportScope
     {
     public:

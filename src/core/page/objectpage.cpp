@@ -249,9 +249,9 @@ QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, co
                 error = e;
         }
     };
+    // As setting QoSParent to the parent's number, without looking the number up again.
     if (parent)
-        c->AddParentQoSObject(
-            parent); // as setting QoSParent to the parent's number, without reading it again
+        c->AddParentQoSObject(parent);
     c->SetQoSDirection(direction);
 
     const auto line = [this, &direction] { return m_document->Common1()->LineBandwidth(direction); };
