@@ -196,20 +196,6 @@ private slots:
         QCOMPARE(again.doc.Down1()->ContainedObjects().at(1)->Caption(), caption);
     }
 
-    // Entry numbers run on past 16 bits; a filter's own 16-bit number keeps only what fits.
-    void entriesAreNumberedBeyondSixteenBits()
-    {
-        Fixture f;
-        QoSClass* c = addClass(f.doc.Down1(), QStringLiteral("0"), QStringLiteral("C"));
-        QoSFilter* many = addFilter(c, QStringLiteral("1-40000"), QStringLiteral("viele"));
-        QoSFilter* after = addFilter(c, QStringLiteral("22"), QStringLiteral("danach"));
-        const QByteArray bytes = ExportQoSBytes(f.doc);
-        QVERIFY(bytes.contains("\r\nQOS_FILTER_N='40001'\r\n"));
-        QVERIFY(bytes.contains("#QOS_FILTER_40001_CAPTION='danach'\r\n#QOS_FILTER_40001_CELLPOS='0,5'\r\n"));
-        QCOMPARE(many->FilterIdx(), qint16(1));
-        QCOMPARE(after->FilterIdx(), qint16(0));
-    }
-
     void walkRenumbersByCellAndRecomputesDefaults()
     {
         Fixture f;

@@ -255,29 +255,6 @@ private slots:
         QCOMPARE(prompt.messages(), QStringList());
     }
 
-    // A class made in the editor has a visible, distinct title from birth.
-    void newClassesAreCaptionedByTheirNumber()
-    {
-        Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C S1"));
-        PageScript::run(doc.Up1(), QStringLiteral("C"));
-        QCOMPARE(cls(doc, 1)->Caption(), QStringLiteral("Class 1"));
-        QCOMPARE(cls(doc, 2)->Caption(), QStringLiteral("Class 2"));
-        QCOMPARE(cls(doc, 3)->Caption(), QStringLiteral("Class 3"));
-        int idx = 7;
-        QCOMPARE(doc.Down1()
-                     ->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
-                                QStringLiteral("0"), idx, false, QString())
-                     ->Caption(),
-                 QStringLiteral("Class 7"));
-        idx = 0;
-        QCOMPARE(doc.Down1()
-                     ->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
-                                QStringLiteral("0"), idx, false, QStringLiteral("VoIP"))
-                     ->Caption(),
-                 QStringLiteral("VoIP"));
-    }
-
     // After a file whose classes were partly refused, the numbers of the file and of the
     // counter must not meet: a new sub class goes under the class it was meant for.
     void classNumbersStayUnique()
@@ -301,51 +278,6 @@ private slots:
                 numbers.insert(c->ClassIdx());
         QCOMPARE(numbers.size(), 9);
         QCOMPARE(fresh->Caption(), QStringLiteral("Class %1").arg(fresh->ClassIdx()));
-    }
-
-    // In the editor each refusal is a warning of its own; the page remembers why.
-    void refusalsAreShownAsWarnings_data()
-    {
-        QTest::addColumn<QString>("script");
-        QTest::addColumn<int>("refusal");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("sub class under a class with filters")
-            << "C F1 S1" << int(ObjectPage::Refusal::ParentHasFilters)
-            << "Diese Klasse hat untergeordnete Filter!";
-        QTest::newRow("a fifth level")
-            << "C S1 S2 S3 S4" << int(ObjectPage::Refusal::NoFurtherLevel) << "Keine weitere Ebene möglich.";
-        QTest::newRow("filter under a class with sub classes")
-            << "C S1 F1" << int(ObjectPage::Refusal::ClassHasSubClasses)
-            << "Diese Klasse hat untergeordnete Klassen!";
-        QTest::newRow("filter without class")
-            << "C F0" << int(ObjectPage::Refusal::NoClass) << "Filter hat keine übergeordnete Klasse";
-        QTest::newRow("filter under a class of the other page")
-            << "C Fup" << int(ObjectPage::Refusal::ClassNotOnPage)
-            << "Auf dieser Seite gibt es keine Klasse 2.";
-    }
-    void refusalsAreShownAsWarnings()
-    {
-        QFETCH(QString, script);
-        QFETCH(int, refusal);
-        QFETCH(QString, text);
-        ScriptedPrompt prompt;
-        Document doc(&prompt);
-        ObjectPage* down = doc.Down1();
-        const int before = down->ObjectCount();
-        if (script.endsWith(u"Fup")) {
-            PageScript::run(down, QStringLiteral("C"));
-            PageScript::run(doc.Up1(), QStringLiteral("C"));
-            int idx = 0;
-            QCOMPARE(down->AddFilter(cls(doc, 2), QString(), QString(), QString(), QString(), idx, QString()),
-                     nullptr);
-        } else {
-            PageScript::run(down, script);
-        }
-        QVERIFY(down->ObjectCount() > before);
-        QCOMPARE(int(down->LastRefusal()), refusal);
-        QCOMPARE(prompt.log.size(), 1);
-        QCOMPARE(prompt.log.first().text, QStringLiteral("Hinzufügen nicht möglich. ") + text);
-        QCOMPARE(prompt.log.first().icon, UserPrompt::Icon::Warning);
     }
 
     void noLinkBelowOwnDescendant()
