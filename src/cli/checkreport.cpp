@@ -134,6 +134,12 @@ void checkPage(const ObjectPage& page, const QoSCommon& common, ValidationPass& 
     for (QoSObject* o : page.ContainedObjects()) {
         if (auto* c = qobject_cast<QoSClass*>(o)) {
             checkClass(page, *c, pass, report);
+            // Cells in rows 0 to 3 do not make a tree shallow: a file may link deeper.
+            if (const int level = c->Level(); level >= 4)
+                report.problems << where(page, *c, QStringLiteral("Klasse")) +
+                                       QStringLiteral(
+                                           ": liegt in Ebene %1, erlaubt sind höchstens vier Ebenen")
+                                           .arg(level + 1);
             if (!c->ParentQoSObject())
                 mainClasses << c;
         } else if (auto* f = qobject_cast<QoSFilter*>(o)) {

@@ -11,11 +11,11 @@
 
 #include <cerrno>
 #include <csignal>
-#include <unistd.h>
-#include <vector>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -53,8 +53,33 @@ QString systemReason(int error)
         return QStringLiteral("die Datei wird zu groß");
     case EDQUOT:
         return QStringLiteral("das Kontingent ist erschöpft");
+    case EINVAL:
+        return QStringLiteral("die Ausgabe nimmt keine Daten an");
+    case EACCES:
+    case EPERM:
+        return QStringLiteral("keine Berechtigung");
+    case EROFS:
+        return QStringLiteral("der Datenträger ist schreibgeschützt");
     default:
-        return QString::fromLocal8Bit(std::strerror(error));
+        // The system's own text follows the locale and is English more often than not.
+        return QStringLiteral("Systemfehler %1").arg(error);
+    }
+}
+
+// A standard stream that was closed before the start leaves its descriptor free, and the next
+// file the program opens would take it: the output would go there, or fail with a reason
+// that names something else. The descriptor is held by /dev/null, read-only, so that a
+// write still fails, and fails as "no output".
+void holdClosedStreams()
+{
+    for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(fd, F_GETFD) != -1 || errno != EBADF)
+            continue;
+        const int held = ::open("/dev/null", O_RDONLY);
+        if (held >= 0 && held != fd) {
+            ::dup2(held, fd);
+            ::close(held);
+        }
     }
 }
 
@@ -153,6 +178,7 @@ int main(int argc, char* argv[])
 {
     // A closed pipe is an output error like any other, not a reason to die without a word.
     std::signal(SIGPIPE, SIG_IGN);
+    holdClosedStreams();
     QCoreApplication app(argc, argv);
     const QStringList args = QCoreApplication::arguments().mid(1);
     if (args.isEmpty())

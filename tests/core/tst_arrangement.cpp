@@ -189,7 +189,9 @@ private slots:
         }
         QCOMPARE(PageScript::layout(read.Down1()), PageScript::layout(stepwise.Down1()));
         QCOMPARE(PageScript::size(read.Down1()), PageScript::size(stepwise.Down1()));
-        QCOMPARE(readPrompt.messages(), stepPrompt.messages());
+        // The same refusals, shown one by one in the editor and not at all while reading.
+        QVERIFY(!stepPrompt.messages().isEmpty());
+        QCOMPARE(readPrompt.messages(), QStringList());
         for (QoSObject* o : read.Down1()->ContainedObjects()) {
             QCOMPARE(read.Down1()->ObjectAt(o->MatrixX(), o->MatrixY()) != nullptr, true);
             QCOMPARE(o->Left(), stepwise.Object(o->Name())->Left());

@@ -242,38 +242,58 @@ private slots:
 
     void openReadsAndReportsAnEarlyEnd_data()
     {
-        QTest::addColumn<bool>("damaged");
+        QTest::addColumn<QByteArray>("from");
+        QTest::addColumn<QByteArray>("to");
         QTest::addColumn<int>("classes");
+        QTest::addColumn<QString>("warning"); // a part of the one warning, none when empty
         // clang-format off
-        QTest::newRow("whole file") << false << 2;
-        QTest::newRow("stops at a bad direction") << true << 1;
+        QTest::newRow("whole file") << QByteArray() << QByteArray() << 2 << "";
+        QTest::newRow("stops at a bad direction") << QByteArray("QOS_CLASS_2_DIRECTION='down'")
+            << QByteArray("QOS_CLASS_2_DIRECTION='sideways'") << 1 << "Die Datei wurde nicht vollständig gelesen: Klasse 2 hat die Richtung 'sideways'";
+        // One warning for the refused classes, not a message box each.
+        QTest::newRow("refused classes") << QByteArray("#QOS_CLASS_2_CELLPOS='1,0'")
+            << QByteArray("#QOS_CLASS_2_CELLPOS='1,5'") << 1 << "Klasse 2 nicht angelegt";
+        QTest::newRow("cut off") << QByteArray("QOS_CLASS_N='2'") << QByteArray("QOS_CLASS_N='4'") << 4
+            << "Klassen 3 bis 4 von 4 angekündigten fehlen in der Datei.";
         // clang-format on
     }
     void openReadsAndReportsAnEarlyEnd()
     {
-        QFETCH(bool, damaged);
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
+        QFETCH(QString, warning);
         Fixture f;
         QByteArray file = twoClassFile();
-        if (damaged)
-            file.replace("QOS_CLASS_2_DIRECTION='down'", "QOS_CLASS_2_DIRECTION='sideways'");
+        if (!from.isEmpty()) {
+            QVERIFY(file.contains(from));
+            file.replace(from, to);
+        }
         const QString path = f.path(QStringLiteral("router-qos.txt"));
         write(path, file);
         f.doc.Common1()->SetQoSInternetDev(QStringLiteral("dsl0")); // a change before: the mark is set
         f.prompt.yesNoCancel << UserPrompt::Answer::No;
         f.prompt.fileNames << path;
-        QCOMPARE(f.session.Open(), !damaged);
+        QCOMPARE(f.session.Open(), warning.isEmpty());
         QTEST(f.doc.Down1()->ClassCount(), "classes");
         QVERIFY(!f.doc.IsModified());
         QCOMPARE(f.session.CurrentFile(), path);
-        if (!damaged) {
+        if (warning.isEmpty()) {
             QVERIFY(f.prompt.messages().isEmpty());
+            QCOMPARE(f.status.statusTexts.last(), QStringLiteral("Datei geöffnet."));
         } else {
             QCOMPARE(f.prompt.messages().size(), 1);
-            QVERIFY(f.prompt.messages().first().startsWith(
-                QStringLiteral("Die Datei wurde nicht vollständig gelesen")));
-            QVERIFY(f.prompt.messages().first().contains(QStringLiteral("sideways")));
+            QVERIFY2(f.prompt.messages().first().contains(warning), qPrintable(f.prompt.messages().first()));
             QCOMPARE(f.prompt.log.last().icon, UserPrompt::Icon::Warning);
+            QCOMPARE(f.status.statusTexts.last(), QStringLiteral("Datei unvollständig gelesen."));
         }
+        // Whatever the file held, the commands act on the class selected: a new sub class goes
+        // under the new main class, not under an older class of the same number.
+        QoSClass* main = f.session.NewMainClass(f.doc.Down1());
+        QVERIFY(main);
+        QoSClass* sub = f.session.NewSubClass(f.doc.Down1());
+        QVERIFY(sub);
+        QCOMPARE(sub->ParentQoSObject(), main);
+        QCOMPARE(sub->Caption(), QStringLiteral("Class %1").arg(sub->ClassIdx()));
     }
 
     void recentFiles()
@@ -350,6 +370,7 @@ private slots:
         QCOMPARE(f.session.NewSubClass(up), nullptr); // the class has a filter: refused with its text
         QCOMPARE(f.prompt.messages().last(),
                  QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Filter!"));
+        QCOMPARE(f.prompt.log.last().icon, UserPrompt::Icon::Warning);
 
         QVERIFY(f.session.MakeDefaultClass(up));
         QCOMPARE(f.doc.Common1()->QoSInternetDefaultUp(), QString::number(sub->ClassIdx()));

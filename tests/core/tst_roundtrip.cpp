@@ -8,6 +8,7 @@
 #include "page/objectpage.h"
 
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QTest>
 
 // Save, open the saved file, save again: the same bytes, the same boxes, cells, links and
@@ -63,10 +64,9 @@ private:
             for (int k = pick(c == classes.last() ? 6 : 3); k > 0; --k) {
                 const QString ports = portLists[pick(int(portLists.size()))];
                 int idx = 0;
-                // A filter of several ports is written without its caption, so it gets none.
-                const QString caption = ports.contains(u',') || ports.contains(u'-')
-                                            ? QString()
-                                            : QStringLiteral("Filter %1").arg(++m_filters);
+                // Every fourth filter has no caption: such a filter is written as it always was.
+                const QString caption =
+                    pick(4) == 0 ? QString() : QStringLiteral("Filter %1").arg(++m_filters);
                 page->AddFilter(number(c), QStringLiteral("10.%1.%2.0/24").arg(pick(250)).arg(pick(250)), ports,
                                 ports.isEmpty() ? QString() : QStringLiteral("client"), QString(), idx, caption);
             }
@@ -188,12 +188,53 @@ private slots:
         QCOMPARE(reopened.Common1()->QoSDescription(), original.Common1()->QoSDescription());
         QCOMPARE(reopened.Common1()->QoSInternetBandUp(), QStringLiteral("1.5Mbit"));
         QCOMPARE(ExportQoSBytes(reopened), saved);
+
+        // Directions written by hand in another case name the same pages, and the default
+        // classes stay what they were.
+        QByteArray edited = saved;
+        edited.replace("DIRECTION='up'", "DIRECTION='Up'").replace("DIRECTION='down'", "DIRECTION='DOWN'");
+        QVERIFY(edited != saved);
+        Document handEdited;
+        QVERIFY(ImportQoSBytes(handEdited, edited).complete);
+        QCOMPARE(picture(handEdited.Down1()), picture(original.Down1()));
+        QCOMPARE(picture(handEdited.Up1()), picture(original.Up1()));
+        QCOMPARE(ExportQoSBytes(handEdited), saved);
+    }
+
+    // More entries than a 16-bit number holds: one filter of 40000 ports and more after it.
+    void entriesBeyondSixteenBitsReadBackWhole()
+    {
+        Document original;
+        Generator(original, 7).run();
+        int idx = 0;
+        ObjectPage* up = original.Up1();
+        QoSClass* c = up->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("up"),
+                                   QStringLiteral("1"), idx, false, QStringLiteral("Viele"));
+        for (const QString& ports :
+             {QStringLiteral("1-40000"), QStringLiteral("22"), QStringLiteral("5060-5062")})
+            up->AddFilter(c, QString(), ports, QStringLiteral("client"), QString(), idx = 0,
+                          QStringLiteral("nach %1").arg(ports));
+        const QByteArray saved = ExportQoSBytes(original);
+        // The entries run on past 16 bits; the filter's own 16-bit number keeps only what fits.
+        const auto match = QRegularExpression(QStringLiteral("#QOS_FILTER_(\\d+)_CAPTION='nach 22'\r\n"))
+                               .match(QString::fromLatin1(saved));
+        QVERIFY(match.hasMatch() && match.captured(1).toInt() > 40000);
+        QCOMPARE(qobject_cast<QoSFilter*>(up->ContainedObjects().last())->FilterIdx(), qint16(0));
+
+        Document reopened;
+        const ImportReport report = ImportQoSBytes(reopened, saved);
+        QVERIFY2(report.complete, qPrintable(report.Message()));
+        QVERIFY(report.entriesRead > 40000);
+        QCOMPARE(picture(reopened.Down1()), picture(original.Down1()));
+        QCOMPARE(picture(reopened.Up1()), picture(original.Up1()));
+        QCOMPARE(ExportQoSBytes(reopened), saved);
     }
 
     // The documents above are only worth as much as the cases they contain.
     void generatedDocumentsHoldTheHardCases()
     {
-        int aboveParent = 0, sharedCell = 0, upBelowDown = 0, multiPort = 0;
+        int aboveParent = 0, sharedCell = 0, upBelowDown = 0, multiPort = 0, captionedMultiPort = 0,
+            plainMultiPort = 0;
         for (quint32 seed = 1; seed <= 40; ++seed) {
             Document doc;
             Generator(doc, seed).run();
@@ -205,8 +246,10 @@ private slots:
                         ++sharedCell;
                     if (page == doc.Up1() && o->MatrixY() >= doc.Down1()->prop().Rows)
                         ++upBelowDown;
-                    if (auto* f = qobject_cast<QoSFilter*>(o); f && f->FilterCount() != u"1")
+                    if (auto* f = qobject_cast<QoSFilter*>(o); f && f->FilterCount() != u"1") {
                         ++multiPort;
+                        ++(f->Caption().isEmpty() ? plainMultiPort : captionedMultiPort);
+                    }
                 }
             }
         }
@@ -214,6 +257,8 @@ private slots:
         QVERIFY(sharedCell > 10);
         QVERIFY(upBelowDown > 10);
         QVERIFY(multiPort > 10);
+        QVERIFY(captionedMultiPort > 10);
+        QVERIFY(plainMultiPort > 3);
     }
 };
 

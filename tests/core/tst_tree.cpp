@@ -1,6 +1,7 @@
 #include "document/document.h"
 #include "document/qoscommon.h"
 #include "document/qoserror.h"
+#include "document/qosreader.h"
 #include "document/scriptedprompt.h"
 #include "inputs/bandwidthfield.h"
 #include "page/history.h"
@@ -8,6 +9,7 @@
 #include "page/qosconnector.h"
 #include "pagescript.h"
 
+#include <QSet>
 #include <QTest>
 
 using PageScript::cls;
@@ -166,6 +168,116 @@ private slots:
         c->SetQoSParent(number);
         QCOMPARE(c->QoSParent(), parent);
         verifyLinks(doc);
+    }
+
+    // Levels and depths follow the parent links, not the rows: a link may make a chain deeper
+    // than the four rows of classes.
+    void levelsAndDepths_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<int>("linked"); // class linked below `under` after the script, or 0
+        QTest::addColumn<int>("under");
+        QTest::addColumn<QString>("levels"); // level/depth of every class in creation order
+        QTest::newRow("one main class") << "C" << 0 << 0 << "0/0";
+        QTest::newRow("filters are no level") << "C F1 F1" << 0 << 0 << "0/0";
+        QTest::newRow("a chain of four") << "C S1 S2 S3" << 0 << 0 << "0/3 1/2 2/1 3/0";
+        QTest::newRow("siblings and a deeper branch") << "C S1 S1 S3 C" << 0 << 0 << "0/2 1/0 1/1 2/0 0/0";
+        QTest::newRow("linked below a chain of four") << "C C S2 S3 S4" << 1 << 5 << "4/0 0/4 1/3 2/2 3/1";
+        QTest::newRow("a branch linked below a chain")
+            << "C S1 C S3 S4 S5" << 1 << 6 << "4/1 5/0 0/5 1/4 2/3 3/2";
+    }
+    void levelsAndDepths()
+    {
+        QFETCH(QString, script);
+        QFETCH(int, linked);
+        QFETCH(int, under);
+        QFETCH(QString, levels);
+        Document doc;
+        PageScript::run(doc.Down1(), script);
+        if (linked)
+            cls(doc, linked)->SetQoSParent(QString::number(under));
+        QStringList out;
+        for (QoSObject* o : doc.Down1()->ContainedObjects())
+            if (auto* c = qobject_cast<QoSClass*>(o))
+                out << QStringLiteral("%1/%2").arg(c->Level()).arg(c->SubtreeDepth());
+        QCOMPARE(out.join(u' '), levels);
+    }
+
+    // A box is born in the cell meant for it and never outside its page.
+    void newBoxesStandOnTheirPage_data()
+    {
+        QTest::addColumn<QString>("situation");
+        QTest::addColumn<QString>("cell"); // of the newest box
+        QTest::addColumn<QString>("size"); // of its page
+        QTest::newRow("fourth level on a page of three rows") << "rows3"
+                                                              << "0,3"
+                                                              << "6x4";
+        QTest::newRow("parent on the other page") << "foreign"
+                                                  << "0,0"
+                                                  << "6x5";
+        QTest::newRow("filter of a class dragged beyond the page") << "dragged"
+                                                                   << "9,4"
+                                                                   << "10x5";
+    }
+    void newBoxesStandOnTheirPage()
+    {
+        QFETCH(QString, situation);
+        QFETCH(QString, cell);
+        QFETCH(QString, size);
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        ObjectPage* down = doc.Down1();
+        int idx = 0;
+        if (situation == u"rows3") {
+            qint32 cols = 6, rows = 3;
+            down->SetGridDimensions(cols, rows);
+            PageScript::run(down, QStringLiteral("C S1 S2 S3"));
+        } else if (situation == u"foreign") {
+            // The parent stands in column 7 of the up page; the down page has six columns.
+            PageScript::run(doc.Up1(), QStringLiteral("C C C C C C C C"));
+            QVERIFY_THROWS_EXCEPTION(QoSError, down->AddClass(QStringLiteral("8"), QString(), QString(),
+                                                              QStringLiteral("down"), QStringLiteral("0"),
+                                                              idx, false, QStringLiteral("fremd")));
+            // Whole, as a main class of its own page with the main-class defaults.
+            auto* c = qobject_cast<QoSClass*>(down->ContainedObjects().last());
+            QCOMPARE(c->ParentQoSObject(), nullptr);
+            QCOMPARE(c->QoSDirection(), QStringLiteral("down"));
+            QCOMPARE(c->QoSMaxBandWidth(), doc.Common1()->QoSInternetBandDown());
+            QCOMPARE(c->Caption(), QStringLiteral("fremd"));
+        } else {
+            PageScript::run(down, QStringLiteral("C"));
+            cls(doc, 1)->SetMatrixX(9);
+            PageScript::run(down, QStringLiteral("F1"));
+        }
+        const QoSObject* newest = down->ContainedObjects().last();
+        QCOMPARE(QStringLiteral("%1,%2").arg(newest->MatrixX()).arg(newest->MatrixY()), cell);
+        QCOMPARE(PageScript::size(down), size);
+        QCOMPARE(prompt.messages(), QStringList());
+    }
+
+    // After a file whose classes were partly refused, the numbers of the file and of the
+    // counter must not meet: a new sub class goes under the class it was meant for.
+    void classNumbersStayUnique()
+    {
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        QByteArray file = "QOS_CLASS_N='8'\n";
+        for (int n = 1; n <= 8; ++n) // 5 would be a fifth level; 6 names it and becomes a main class
+            file += QStringLiteral("QOS_CLASS_%1_PARENT='%2'\n").arg(n).arg(n <= 6 ? n - 1 : 0).toLatin1();
+        QVERIFY(!ImportQoSBytes(doc, file).complete);
+        QCOMPARE(doc.Down1()->ClassCount(), 7);
+        QoSClass* fresh = doc.Down1()->NewClassCommand();
+        int idx = 0;
+        QoSClass* sub =
+            doc.Down1()->AddClass(QString::number(fresh->ClassIdx()), QString(), QString(),
+                                  QStringLiteral("down"), QStringLiteral("0"), idx, false, QString());
+        QCOMPARE(sub->ParentQoSObject(), fresh);
+        QSet<int> numbers;
+        for (QoSObject* o : doc.Objects())
+            if (auto* c = qobject_cast<QoSClass*>(o))
+                numbers.insert(c->ClassIdx());
+        QCOMPARE(numbers.size(), 9);
+        QCOMPARE(fresh->Caption(), QStringLiteral("Class %1").arg(fresh->ClassIdx()));
     }
 
     void noLinkBelowOwnDescendant()

@@ -282,6 +282,7 @@ private slots:
         PageViewFixture f(script);
         QoSObject* object = f.page->ContainedObjects().last();
         QoSObjectBox* box = f.box(object);
+        object->SetCaption(QString()); // a box without a title is named by its kind
         QCOMPARE(box->accessibleName(), object->IsClass() ? QStringLiteral("Klasse") : QStringLiteral("Filter"));
         object->SetCaption(QStringLiteral("Telefonie"));
         QCOMPARE(box->accessibleName(), QStringLiteral("Telefonie"));

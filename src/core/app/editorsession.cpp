@@ -277,8 +277,9 @@ QoSClass* EditorSession::NewSubClass(ObjectPage* page)
         return nullptr;
     return guarded(m_document, [&]() -> QoSClass* {
         int idx = 0;
-        return page->AddClass(QString::number(parent->ClassIdx()), QString(), QString(), page->Direction(),
-                              QStringLiteral("0"), idx, false, QString());
+        // The selected class itself, not its number: numbers are the file's business.
+        return page->AddClass(parent, QString(), QString(), page->Direction(), QStringLiteral("0"), idx,
+                              false, QString());
     });
 }
 
@@ -289,8 +290,7 @@ QoSFilter* EditorSession::NewFilter(ObjectPage* page)
         return nullptr;
     return guarded(m_document, [&]() -> QoSFilter* {
         int idx = 0;
-        return page->AddFilter(QString::number(parent->ClassIdx()), QString(), QString(), QString(),
-                               QString(), idx, QString());
+        return page->AddFilter(parent, QString(), QString(), QString(), QString(), idx, QString());
     });
 }
 

@@ -105,6 +105,17 @@ QoSClass* Document::ClassByNumberText(const QString& text) const
     return n ? ClassByIdx(*n) : nullptr;
 }
 
+int Document::NextClassCounter()
+{
+    // Reading a file gives its classes the file's numbers; where the file had classes the
+    // pages refused, the counter would otherwise reach numbers those classes hold, and a new
+    // sub class would be hung under the older class of the same number.
+    do
+        ++m_classCounter;
+    while (m_classesByIdx.contains(m_classCounter));
+    return m_classCounter;
+}
+
 void Document::ReserveObjects(qsizetype n)
 {
     m_registry.reserve(m_registry.size() + n);

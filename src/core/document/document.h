@@ -69,8 +69,9 @@ public:
     // That number, or nothing when the text names no class number.
     static std::optional<qint32> ClassNumber(const QString& text);
 
-    // While a file is read: the pages place their boxes once at the end, and the fields the
-    // reader sets are not recorded in the history (they are no edits of the user).
+    // While a file is read: the pages place their boxes once at the end, the fields the reader
+    // sets are not recorded in the history (they are no edits of the user), and the pages show
+    // no refusal; the reader counts them and tells them once.
     class ImportScope
     {
     public:
@@ -94,8 +95,9 @@ public:
     // Both: the save question, then clearing. False when the command stops; nothing is cleared then.
     bool ClearDocument();
 
-    // The counters behind the control names; they last as long as the document object.
-    int NextClassCounter() { return ++m_classCounter; }
+    // The counters behind the control names; they last as long as the document object. The
+    // class counter also gives new classes their number, and never one a class already has.
+    int NextClassCounter();
     int NextFilterCounter() { return ++m_filterCounter; }
     int ClassCounter() const { return m_classCounter; }
     int FilterCounter() const { return m_filterCounter; }

@@ -308,6 +308,26 @@ QString QoSFileTable::Value(Field field, qint32 number, const QString& defaultVa
     return line ? valueOfLine(*line, false) : defaultValue;
 }
 
+bool QoSFileTable::HasNumbered(bool filter, qint32 number) const
+{
+    const int from = filter ? int(Field::FilterCaption) : 0;
+    const int to = filter ? FieldCount : int(Field::FilterCaption);
+    for (int field = from; field < to; ++field)
+        if (fieldLine(Field(field), number))
+            return true;
+    return false;
+}
+
+bool QoSFileTable::HasAnyVariable() const
+{
+    if (std::any_of(m_globals.begin(), m_globals.end(), [](qint32 line) { return line >= 0; }))
+        return true;
+    for (const std::vector<qint32>& lines : m_fields)
+        if (std::any_of(lines.begin(), lines.end(), [](qint32 line) { return line >= 0; }))
+            return true;
+    return FindLine(u"OPT_QOS").has_value();
+}
+
 QString QoSFileTable::Name(Field field, qint32 number)
 {
     for (const Head& h : heads)

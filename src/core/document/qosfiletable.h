@@ -48,6 +48,10 @@ public:
     QString GetQoSValue(QStringView name, const QString& defaultValue, bool multiLine = false) const;
     // The same for field `field` of class or filter entry `number` ("QOS_CLASS_3_PARENT").
     QString Value(Field field, qint32 number, const QString& defaultValue) const;
+    // Whether any field of class `number` (or filter entry `number`) stands in the file.
+    bool HasNumbered(bool filter, qint32 number) const;
+    // Whether the file holds any variable of a qos.txt the reader knows.
+    bool HasAnyVariable() const;
     // The name of such a field.
     static QString Name(Field field, qint32 number);
 

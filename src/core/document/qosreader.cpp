@@ -72,6 +72,7 @@ public:
             m_report.classesAnnounced = classes;
             filters = readCount(QStringLiteral("QOS_FILTER_N"), QStringLiteral("Filtereinträge"));
             m_report.entriesAnnounced = filters;
+            warnAboutMissing(classes, filters);
             m_doc.ReserveObjects(qsizetype(classes) + filters);
         } catch (const QoSError&) {
             m_report.where = where();
@@ -132,6 +133,57 @@ private:
         if (e.message().startsWith(at + u' ') || e.message().startsWith(at + u':'))
             return e;
         return fileError(at + QStringLiteral(": ") + e.message());
+    }
+
+    // A file that is no qos.txt, or one cut off part-way, is read all the same: the defaults
+    // would silently stand in for what is not there.
+    void warnAboutMissing(qint32 classes, qint32 filters)
+    {
+        if (!m_file.HasAnyVariable()) {
+            m_report.warnings << QStringLiteral("Die Datei enthält keine Variable einer qos.txt.");
+            return;
+        }
+        warnAboutMissing(classes, false);
+        warnAboutMissing(filters, true);
+    }
+    void warnAboutMissing(qint32 announced, bool filters)
+    {
+        qint32 missing = 0;
+        qint32 first = 0;
+        qint32 last = 0;
+        for (qint32 n = 1; n <= announced; ++n) {
+            if (m_file.HasNumbered(filters, n))
+                continue;
+            if (missing++ == 0)
+                first = n;
+            last = n;
+        }
+        if (missing == 0)
+            return;
+        const QString one = filters ? QStringLiteral("Filtereintrag") : QStringLiteral("Klasse");
+        const QString many = filters ? QStringLiteral("Filtereinträge") : QStringLiteral("Klassen");
+        QString text;
+        if (missing == 1)
+            text = QStringLiteral("%1 %2 von %3 angekündigten fehlt in der Datei.")
+                       .arg(one)
+                       .arg(first)
+                       .arg(announced);
+        else if (last - first + 1 == missing)
+            text = QStringLiteral("%1 %2 bis %3 von %4 angekündigten fehlen in der Datei.")
+                       .arg(many)
+                       .arg(first)
+                       .arg(last)
+                       .arg(announced);
+        else
+            text = QStringLiteral(
+                       "%1 von %2 angekündigten %3 fehlen in der Datei, %4 erste ist %5, %4 letzte %6.")
+                       .arg(missing)
+                       .arg(announced)
+                       .arg(filters ? QStringLiteral("Filtereinträgen") : QStringLiteral("Klassen"),
+                            filters ? QStringLiteral("der") : QStringLiteral("die"))
+                       .arg(first)
+                       .arg(last);
+        m_report.warnings << text;
     }
 
     QString value(QStringView name, const QString& defaultValue, bool multiLine = false) const
@@ -228,11 +280,16 @@ private:
         QString parent = value(Field::ClassParent, n, QStringLiteral("0"));
         const QString minimum = value(Field::ClassMinBandwidth, n, QStringLiteral("768kbit"));
         const QString maximum = value(Field::ClassMaxBandwidth, n, QStringLiteral("768kbit"));
-        const QString direction = value(Field::ClassDirection, n, QStringLiteral("down"));
+        QString direction = value(Field::ClassDirection, n, QStringLiteral("down"));
+        // "Up" or "DOWN" names a page as well, and from here on it is that page's own name: the
+        // class can be its direction's default class and is written back with that name.
+        if (direction.compare(u"down", Qt::CaseInsensitive) == 0)
+            direction = QStringLiteral("down");
+        else if (direction.compare(u"up", Qt::CaseInsensitive) == 0)
+            direction = QStringLiteral("up");
         const QString prio = value(Field::ClassPrio, n, QStringLiteral("0"));
 
-        // Judged against the common page as it stands now; the test on the direction is exact,
-        // so a class read as "Up" lands on the up page but is never its default class.
+        // Judged against the common page as it stands now.
         const QoSCommon& common = *m_doc.Common1();
         const auto names = [n](const QString& number) {
             try {
@@ -270,8 +327,33 @@ private:
                                     .arg(where(), parent));
             throw;
         }
-        if (c && later)
+        if (!c)
+            refused(false, page,
+                    cell.y ? QStringLiteral("Klassen stehen nur in den Zeilen 0 bis 3")
+                           : QStringLiteral("mehr als vier Ebenen"));
+        else if (later)
             m_laterParents.push_back({c, *parentNumber});
+    }
+
+    // The page said no; the number is the file's, and the import goes on.
+    void refused(bool filter, const ObjectPage* page, const QString& noFurtherLevel)
+    {
+        QString reason;
+        switch (page->LastRefusal()) {
+        case ObjectPage::Refusal::ParentHasFilters:
+            reason = QStringLiteral("die übergeordnete Klasse hat Filter");
+            break;
+        case ObjectPage::Refusal::NoFurtherLevel:
+            reason = noFurtherLevel;
+            break;
+        case ObjectPage::Refusal::ClassHasSubClasses:
+            reason = QStringLiteral("die Klasse hat Unterklassen");
+            break;
+        default:
+            reason = page->LastRefusalText();
+            break;
+        }
+        m_report.AddRefusal(filter, reason, m_number);
     }
 
     void linkLaterParents()
@@ -318,8 +400,9 @@ private:
         if (layout)
             cell = readCell(Field::FilterCellPos, m);
         int filterIdx = 0;
-        c->GetObjectPage()->AddFilter(QString::number(c->ClassIdx()), ip, port, type, option, filterIdx, caption,
-                                      cell.x, cell.y, true);
+        ObjectPage* page = c->GetObjectPage();
+        if (!page->AddFilter(c, ip, port, type, option, filterIdx, caption, cell.x, cell.y, true))
+            refused(true, page, QString());
     }
 
     Document& m_doc;
@@ -361,7 +444,7 @@ ImportReport importGuarded(Document& doc, const std::function<QByteArray()>& rea
             Import(doc, file, report).run();
         } catch (const QoSError& e) {
             // Ends the import where it stands; what was created stays, and the report says why.
-            report.complete = false;
+            report.stopped = true;
             report.reason = e.message();
             if (!report.reason.endsWith(u'.'))
                 report.reason += u'.';
@@ -369,6 +452,7 @@ ImportReport importGuarded(Document& doc, const std::function<QByteArray()>& rea
     }
     if (status)
         status->Close();
+    report.complete = !report.stopped && report.refusals.isEmpty() && report.warnings.isEmpty();
     return report;
 }
 
@@ -395,15 +479,48 @@ ImportReport ImportQoSBytes(Document& doc, const QByteArray& bytes)
     return importGuarded(doc, [&bytes] { return bytes; });
 }
 
+void ImportReport::AddRefusal(bool filters, const QString& reason, qint32 number)
+{
+    auto it = std::find_if(refusals.begin(), refusals.end(),
+                           [&](const Refusal& r) { return r.filters == filters && r.reason == reason; });
+    if (it == refusals.end()) {
+        refusals.append(Refusal{filters, reason, 0, {}});
+        it = refusals.end() - 1;
+    }
+    ++it->count;
+    if (it->first.size() < 5)
+        it->first << number;
+    complete = false;
+}
+
 QString ImportReport::Message() const
 {
-    if (complete)
-        return QString();
-    return QStringLiteral("Die Datei wurde nicht vollständig gelesen: %1 Gelesen: %2 von %3 Klassen, %4 von %5 "
-                          "Filtereinträgen.")
-        .arg(reason)
-        .arg(classesRead)
-        .arg(classesAnnounced)
-        .arg(entriesRead)
-        .arg(entriesAnnounced);
+    QStringList sentences;
+    if (stopped)
+        sentences << QStringLiteral(
+                         "Die Datei wurde nicht vollständig gelesen: %1 Gelesen: %2 von %3 Klassen, %4 von "
+                         "%5 Filtereinträgen.")
+                         .arg(reason, QString::number(classesRead), QString::number(classesAnnounced),
+                              QString::number(entriesRead), QString::number(entriesAnnounced));
+    // "Klasse 7 nicht angelegt: ..." or "200 Klassen nicht angelegt, ...: 5, 6, 7, 8, 9 und 195 weitere."
+    for (const Refusal& r : refusals) {
+        if (r.count == 1) {
+            sentences << QStringLiteral("%1 %2 nicht angelegt: %3.")
+                             .arg(r.filters ? QStringLiteral("Filtereintrag") : QStringLiteral("Klasse"),
+                                  QString::number(r.first.value(0)), r.reason);
+            continue;
+        }
+        QStringList numbers;
+        for (const qint32 n : r.first)
+            numbers << QString::number(n);
+        QString list = numbers.join(QStringLiteral(", "));
+        if (r.count > r.first.size())
+            list += QStringLiteral(" und %1 weitere").arg(r.count - r.first.size());
+        sentences << QStringLiteral("%1 %2 nicht angelegt, %3: %4.")
+                         .arg(QString::number(r.count),
+                              r.filters ? QStringLiteral("Filtereinträge") : QStringLiteral("Klassen"),
+                              r.reason, list);
+    }
+    sentences << warnings;
+    return sentences.join(u' ');
 }

@@ -1,15 +1,31 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
+#include <QStringList>
 
 class Document;
 
-// What an import read, and where and why it stopped when it did not reach the end.
+// What an import read, and everything about it the user must hear: where and why it stopped
+// when it did not reach the end, the boxes the pages refused, and what the file itself lacks.
 struct ImportReport
 {
+    // Boxes the pages refused for one reason, counted together so that a file of two hundred
+    // refused classes is told in one sentence.
+    struct Refusal
+    {
+        bool filters = false; // filter entries, else classes
+        QString reason;       // "mehr als vier Ebenen"
+        qint32 count = 0;
+        QList<qint32> first; // the first few numbers of the file, in order
+    };
+
+    // False as soon as there is anything to tell: an early stop, a refusal or a warning.
     bool complete = true;
-    // Where the import stopped: "Kopfteil", "Klasse 7", "Filtereintrag 12"; empty when complete.
+    // The first error ended the import.
+    bool stopped = false;
+    // Where the import stopped: "Kopfteil", "Klasse 7", "Filtereintrag 12"; empty otherwise.
     QString where;
     // Why, as a German sentence that names the place ("Klasse 7 hat die Richtung 'sideways'.").
     QString reason;
@@ -17,9 +33,15 @@ struct ImportReport
     qint32 classesAnnounced = 0;
     qint32 entriesRead = 0;
     qint32 entriesAnnounced = 0;
+    QList<Refusal> refusals;
+    // What the file lacks, one German sentence each; the document is built all the same.
+    QStringList warnings;
 
-    // One line for the user: "Die Datei wurde nicht vollständig gelesen: <reason> Gelesen: 6 von
-    // 12 Klassen, 0 von 20 Filtereinträgen."; empty when the import was complete.
+    // Counts one refused class or filter entry of the file.
+    void AddRefusal(bool filters, const QString& reason, qint32 number);
+    // One line for the user, saying all of it: "Die Datei wurde nicht vollständig gelesen:
+    // <reason> Gelesen: 6 von 12 Klassen, 0 von 20 Filtereinträgen." for an early stop, followed
+    // by the refusals and the warnings; empty when the import was complete.
     QString Message() const;
 };
 
@@ -31,8 +53,10 @@ struct ImportReport
 // a line without its quotes, a filter whose class does not exist, a direction that names no
 // page, a cell or count that is not a number, a number that does not fit, more than 100000
 // classes or filter entries) ends it, what was created so far stays, and the report says
-// where and why. Refusals of the page (a class below row 3, say) are told to the user
-// through the document's prompt and the import goes on. Progress goes to the document's
+// where and why. Refusals of the page (a class below row 3, say) are shown in no message box:
+// the report counts them and the import goes on. The report also warns when the file holds
+// no variable of a qos.txt at all, and when classes or filter entries its counts announce
+// have none of their variables in it (a file cut off part-way). Progress goes to the document's
 // status window, when it has one; the window is told every step and repaints then.
 ImportReport ImportQoSText(Document& doc, const QString& path);
 // Reads a file as the import does, refusing one larger than MaxQoSFileSize; false with a

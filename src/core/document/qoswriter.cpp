@@ -5,7 +5,6 @@
 #include "inputs/portfield.h"
 #include "model/qosclass.h"
 #include "model/qosfilter.h"
-#include "numbers.h"
 #include "page/objectpage.h"
 #include "qoscommon.h"
 #include "qoserror.h"
@@ -255,6 +254,7 @@ struct Entry
 {
     QoSObject* object;
     qint64 entries; // filter entries written for a filter; 0 for a class
+    qint64 first;   // the number of a filter's first entry; 0 for a class
 };
 
 // The boxes in the order they are written, each with its number: every class and filter is
@@ -267,7 +267,7 @@ public:
     {
         for (ObjectPage* page : {doc.Down1(), doc.Up1()})
             for (QoSObject* o : page->ObjectsInWriteOrder())
-                m_boxes.push_back({o, 0});
+                m_boxes.push_back({o, 0, 0});
         qint32 classes = 0;
         for (Entry& e : m_boxes) {
             if (auto* c = qobject_cast<QoSClass*>(e.object)) {
@@ -290,7 +290,10 @@ public:
                                               "Einträge; er wird nicht geschrieben.")
                                    .arg(f->Caption(), f->QoSPort().size() > 60 ? f->QoSPort().left(60) + u'…' : f->QoSPort())
                                    .arg(maxEntriesPerFilter));
-            f->SetFilterIdx(Numbers::RoundToInt16(double(filters) + 1));
+            // Entries are numbered without a 16-bit limit, so that every file that reads can be
+            // written again; the filter's own 16-bit number keeps it only where it fits.
+            e.first = filters + 1;
+            f->SetFilterIdx(e.first <= 32767 ? qint16(e.first) : qint16(0));
             filters += e.entries;
         }
         m_classes = classes;
@@ -325,7 +328,10 @@ qsizetype sizeBound(const Numbering& numbering, const QoSCommon& common)
             // The address as written is at most the address, a "/" and the mask bits.
             const qsizetype values = f->IpInput()->Address().size() + 1 + f->IpInput()->MaskBits().size() +
                                      f->QoSType().size() + f->QoSOption().size();
-            n += e.entries * (8 * lineRoom + values) + 2 * f->QoSPort().size() + f->Caption().size();
+            // The caption stands once: on the single entry, or as a line of its own on the first
+            // of several.
+            n += e.entries * (8 * lineRoom + values) + 2 * f->QoSPort().size() + lineRoom +
+                 f->Caption().size();
         }
     }
     return n;
@@ -441,10 +447,8 @@ void writeClass(Lines<Sink>& out, const QoSClass& c)
     out.end();
 }
 
-template <typename Sink>
-void writeFilter(Lines<Sink>& out, const QoSFilter& f, qint64 entries)
+template <typename Sink> void writeFilter(Lines<Sink>& out, const QoSFilter& f, qint64 entries, qint64 first)
 {
-    const qint64 first = f.FilterIdx();
     const QoSClass* parent = f.ParentQoSObject();
     const qint64 classNumber = parent ? parent->ClassIdx() : 0;
     const QString ip = f.QoSIP();
@@ -463,10 +467,14 @@ void writeFilter(Lines<Sink>& out, const QoSFilter& f, qint64 entries)
         return;
     }
     // The router sees one ordinary filter per port; the PORTEXT comments tell the reader
-    // that they are one filter object. The expanded entries carry no caption.
+    // that they are one filter object. Only the first entry carries the caption, and only
+    // when there is one: an uncaptioned filter is written as it always was.
     const QStringList ports = f.PortInput()->PortExt();
+    const QString caption = f.Caption();
     for (qint64 k = 0; k < entries; ++k) {
         const qint64 m = first + k;
+        if (k == 0 && !caption.isEmpty())
+            out.setting("#QOS_FILTER_", m, "_CAPTION", caption);
         out.cell("#QOS_FILTER_", m, "_CELLPOS", f);
         out.numberSetting("QOS_FILTER_", m, "_CLASS", classNumber);
         out.setting("QOS_FILTER_", m, "_IP", ip);
@@ -514,7 +522,7 @@ void exportInto(Document& doc, Sink& sink)
     out.literal("'\r\n\r\n");
     for (const Entry& e : numbering.boxes())
         if (auto* f = qobject_cast<QoSFilter*>(e.object))
-            writeFilter(out, *f, e.entries);
+            writeFilter(out, *f, e.entries, e.first);
     writeDescription(out, common.QoSDescription());
 }
 

@@ -166,6 +166,39 @@ QoSClass* QoSClass::TopClass()
     return c;
 }
 
+int QoSClass::Level() const
+{
+    int level = 0;
+    // Bounded like TopClass: a broken chain of links must not hang.
+    for (const QoSClass* c = ParentQoSObject(); c && level < 10000; c = c->ParentQoSObject())
+        ++level;
+    return level;
+}
+
+int QoSClass::SubtreeDepth() const
+{
+    // Level by level, so that a deep chain costs no recursion.
+    int depth = 0;
+    QList<const QoSClass*> level{this};
+    QSet<const QoSClass*> seen{this};
+    while (true) {
+        QList<const QoSClass*> next;
+        for (const QoSClass* c : std::as_const(level)) {
+            if (!c->HasChildClasses())
+                continue;
+            for (QoSObject* child : c->ChildQoSObjects())
+                if (auto* sub = qobject_cast<const QoSClass*>(child); sub && !seen.contains(sub)) {
+                    seen.insert(sub);
+                    next << sub;
+                }
+        }
+        if (next.isEmpty())
+            return depth;
+        ++depth;
+        level = std::move(next);
+    }
+}
+
 bool QoSClass::HasChildClasses() const
 {
     return m_childClasses > 0;

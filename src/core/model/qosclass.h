@@ -65,6 +65,10 @@ public:
     void AddParentQoSObject(::QoSClass* parent) override;
 
     QoSClass* TopClass();
+    // The class level by parent links: 0 for a main class, 1 for its sub classes and so on.
+    int Level() const;
+    // How many class levels hang below the class: 0 without child classes.
+    int SubtreeDepth() const;
     bool HasChildClasses() const;
     bool HasFilters() const;
     bool IsInDownTree(const QoSObject* object) const;

@@ -183,37 +183,64 @@ QoSObject* ObjectPage::createObject(bool isClass, const Arrangement::Column& col
     return object;
 }
 
+void ObjectPage::refuse(Refusal refusal, const QString& text)
+{
+    m_lastRefusal = refusal;
+    m_lastRefusalText = text;
+    // While a file is read, the reader counts the refusals and tells them once at the end:
+    // a message box per refused box would make a broken file a matter of hundreds of clicks.
+    if (!m_document->IsImporting())
+        m_document->prompt().Message(text, UserPrompt::Icon::Warning);
+}
+
 QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandwidth, const QString& maxBandwidth,
                                const QString& direction, const QString& prio, int& classIdx, bool flag,
                                const QString& caption, std::optional<qint16> x, std::optional<qint16> y,
                                bool visible)
 {
     // A parent number that names no class makes a main class in every step.
-    QoSClass* parent = m_document->ClassByNumberText(parentIdx);
+    return AddClass(m_document->ClassByNumberText(parentIdx), minBandwidth, maxBandwidth, direction, prio,
+                    classIdx, flag, caption, x, y, visible);
+}
+
+QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, const QString& maxBandwidth,
+                               const QString& direction, const QString& prio, int& classIdx, bool flag,
+                               const QString& caption, std::optional<qint16> x, std::optional<qint16> y,
+                               bool visible)
+{
+    // A parent on the other page cannot take the class. The class is still made, whole and
+    // in its own cell, as a main class of this page in its own direction; the caller hears
+    // of it at the end.
+    std::optional<QoSError> error;
+    if (parent && parent->GetObjectPage() != this) {
+        error = QoSError(QoSError::Kind::Tree,
+                         QStringLiteral("Die übergeordnete Klasse %1 steht auf der anderen Seite.")
+                             .arg(parent->ClassIdx()));
+        parent = nullptr;
+    }
     if (parent && parent->HasFilters()) {
-        m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Filter!"));
+        refuse(Refusal::ParentHasFilters,
+               QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Filter!"));
         return nullptr;
     }
     const int row = NewClassRow(parent, y);
     if (row >= 4) {
-        m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich."));
+        refuse(Refusal::NoFurtherLevel,
+               QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich."));
         return nullptr;
     }
     const Arrangement::Column column = m_arrangement.NewClassColumn(parent, x);
     if (column.node < 0 && (column.x < -32768 || column.x > 32767))
         throw QoSError::overflow();
-    if (x || y)
-        growToHold(column.x, row);
+    // No box stands outside its page: a cell given beyond it, or a row below a small page.
+    growToHold(column.node < 0 ? column.x : 0, row);
 
     auto* c = static_cast<QoSClass*>(createObject(true, column, qint16(row)));
     if (classIdx == 0)
         classIdx = c->ClassIdx();
 
-    // A parent on the other page cannot take the class, and a bandwidth that does not fit
-    // cannot be set. The class is still made whole, with everything else the caller gave, so
-    // that nothing more than the one setting is lost; the caller hears of the first error at
-    // the end.
-    std::optional<QoSError> error;
+    // A bandwidth that does not fit cannot be set; the class gets everything else the caller
+    // gave, so that nothing more than the one setting is lost.
     const auto keep = [&error](const auto& set) {
         try {
             set();
@@ -222,13 +249,9 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
                 error = e;
         }
     };
-    if (parent && parent->GetObjectPage() != this) {
-        error = QoSError(QoSError::Kind::Tree,
-                         QStringLiteral("Die übergeordnete Klasse %1 steht auf der anderen Seite.").arg(parent->ClassIdx()));
-        parent = nullptr;
-    }
+    // As setting QoSParent to the parent's number, without looking the number up again.
     if (parent)
-        c->AddParentQoSObject(parent); // as setting QoSParent to parentIdx, without reading it again
+        c->AddParentQoSObject(parent);
     c->SetQoSDirection(direction);
 
     const auto line = [this, &direction] { return m_document->Common1()->LineBandwidth(direction); };
@@ -255,7 +278,8 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
     c->SetQoSPrio(prio);
     c->SetClassIdx(classIdx);
     c->SetDefaultClass(flag);
-    c->SetCaption(caption);
+    // Every box has a visible, distinct title from birth, as reading a file would name it.
+    c->SetCaption(caption.isEmpty() ? QStringLiteral("Class ") + QString::number(classIdx) : caption);
     // The cell was given at birth; MatrixX and MatrixY need not be set again.
     c->SetVisible(visible);
     if (error)
@@ -274,25 +298,45 @@ QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, con
         number = -1;
     }
     if (number == 0) {
-        m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"));
+        refuse(Refusal::NoClass,
+               QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"));
         return nullptr;
     }
     QoSClass* c = m_document->ClassByNumberText(classIdx);
-    if (!c || c->GetObjectPage() != this) {
-        m_document->prompt().Message(
-            QStringLiteral("Hinzufügen nicht möglich. Auf dieser Seite gibt es keine Klasse %1.").arg(classIdx));
+    if (!c) {
+        refuse(Refusal::ClassNotOnPage,
+               QStringLiteral("Hinzufügen nicht möglich. Auf dieser Seite gibt es keine Klasse %1.")
+                   .arg(classIdx));
+        return nullptr;
+    }
+    return AddFilter(c, ip, port, type, option, filterIdx, extra, x, y, visible);
+}
+
+QoSFilter* ObjectPage::AddFilter(QoSClass* c, const QString& ip, const QString& port, const QString& type,
+                                 const QString& option, int& filterIdx, const QString& extra,
+                                 std::optional<qint16> x, std::optional<qint16> y, bool visible)
+{
+    if (!c) {
+        refuse(Refusal::NoClass,
+               QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"));
+        return nullptr;
+    }
+    if (c->GetObjectPage() != this) {
+        refuse(Refusal::ClassNotOnPage,
+               QStringLiteral("Hinzufügen nicht möglich. Auf dieser Seite gibt es keine Klasse %1.")
+                   .arg(c->ClassIdx()));
         return nullptr;
     }
     if (c->HasChildClasses()) {
-        m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Klassen!"));
+        refuse(Refusal::ClassHasSubClasses,
+               QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Klassen!"));
         return nullptr;
     }
     const Arrangement::Column column = m_arrangement.NewFilterColumn(c, x);
     const int row = NewFilterRow(c, y);
     if (row > 32767)
         throw QoSError::overflow();
-    if (x)
-        growToHold(column.x, row);
+    growToHold(column.node < 0 ? column.x : 0, row);
 
     auto* f = static_cast<QoSFilter*>(createObject(false, column, qint16(row)));
     if (filterIdx == 0)

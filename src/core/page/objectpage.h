@@ -56,9 +56,17 @@ public:
 
     // Creates a class box. parentIdx is the parent's class number as text ("0" for a main
     // class), empty bandwidths choose defaults, classIdx 0 takes the creation counter and
-    // is written back. Refusals are shown to the user and give nothing. A given cell beyond
-    // the page makes the page grow to hold it.
+    // is written back, an empty caption becomes "Class " and the class number. Refusals are
+    // shown to the user (see LastRefusal) and give nothing. A given cell beyond the page makes
+    // the page grow to hold it; no box is ever left outside the page. A parent on the other
+    // page makes the class a main class of this page, and a QoSError of kind Tree follows once
+    // the class is whole.
     QoSClass* AddClass(const QString& parentIdx, const QString& minBandwidth, const QString& maxBandwidth,
+                       const QString& direction, const QString& prio, int& classIdx, bool flag,
+                       const QString& caption, std::optional<qint16> x = std::nullopt,
+                       std::optional<qint16> y = std::nullopt, bool visible = true);
+    // The same under a parent class the caller already holds; none makes a main class.
+    QoSClass* AddClass(QoSClass* parent, const QString& minBandwidth, const QString& maxBandwidth,
                        const QString& direction, const QString& prio, int& classIdx, bool flag,
                        const QString& caption, std::optional<qint16> x = std::nullopt,
                        std::optional<qint16> y = std::nullopt, bool visible = true);
@@ -67,6 +75,26 @@ public:
                          const QString& option, int& filterIdx, const QString& extra,
                          std::optional<qint16> x = std::nullopt, std::optional<qint16> y = std::nullopt,
                          bool visible = true);
+    // The same under a class the caller already holds.
+    QoSFilter* AddFilter(QoSClass* c, const QString& ip, const QString& port, const QString& type,
+                         const QString& option, int& filterIdx, const QString& extra,
+                         std::optional<qint16> x = std::nullopt, std::optional<qint16> y = std::nullopt,
+                         bool visible = true);
+
+    // Why the last AddClass or AddFilter that gave nothing refused. Outside the reading of a
+    // file each refusal is shown in a message box; while a file is read none is, and the
+    // reader collects them from here.
+    enum class Refusal {
+        None,
+        ParentHasFilters,
+        NoFurtherLevel,
+        NoClass,
+        ClassNotOnPage,
+        ClassHasSubClasses
+    };
+    Refusal LastRefusal() const { return m_lastRefusal; }
+    QString LastRefusalText() const { return m_lastRefusalText; }
+
     // Removes a box and its upper connector from the page and the document.
     void Remove(QoSObject* object);
 
@@ -133,6 +161,7 @@ private:
     // Grows the page so that a box read with this cell stands on it.
     void growToHold(int x, int y);
     void placeAll();
+    void refuse(Refusal refusal, const QString& text);
 
     Document* m_document;
     QString m_direction;
@@ -147,4 +176,6 @@ private:
     int m_posX = 0;
     int m_posY = 0;
     bool m_placing = false;
+    Refusal m_lastRefusal = Refusal::None;
+    QString m_lastRefusalText;
 };
