@@ -9,6 +9,7 @@
 #include "inputs/portfield.h"
 #include "model/qosclass.h"
 #include "model/qosfilter.h"
+#include "model/treedepth.h"
 #include "model/validationpass.h"
 #include "page/objectpage.h"
 
@@ -135,7 +136,7 @@ void checkPage(const ObjectPage& page, const QoSCommon& common, ValidationPass& 
         if (auto* c = qobject_cast<QoSClass*>(o)) {
             checkClass(page, *c, pass, report);
             // Cells in rows 0 to 3 do not make a tree shallow: a file may link deeper.
-            if (const int level = c->Level(); level >= 4)
+            if (const int level = c->Level(); level >= TreeDepth::ClassLevels)
                 report.problems << where(page, *c, QStringLiteral("Klasse")) +
                                        QStringLiteral(
                                            ": liegt in Ebene %1, erlaubt sind höchstens vier Ebenen")

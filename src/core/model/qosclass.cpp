@@ -175,7 +175,7 @@ int QoSClass::Level() const
     return level;
 }
 
-int QoSClass::SubtreeDepth() const
+int QoSClass::SubtreeDepth(const QoSClass* without) const
 {
     // Level by level, so that a deep chain costs no recursion.
     int depth = 0;
@@ -187,7 +187,7 @@ int QoSClass::SubtreeDepth() const
             if (!c->HasChildClasses())
                 continue;
             for (QoSObject* child : c->ChildQoSObjects())
-                if (auto* sub = qobject_cast<const QoSClass*>(child); sub && !seen.contains(sub)) {
+                if (auto* sub = qobject_cast<const QoSClass*>(child); sub && sub != without && !seen.contains(sub)) {
                     seen.insert(sub);
                     next << sub;
                 }

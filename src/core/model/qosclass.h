@@ -67,8 +67,9 @@ public:
     QoSClass* TopClass();
     // The class level by parent links: 0 for a main class, 1 for its sub classes and so on.
     int Level() const;
-    // How many class levels hang below the class: 0 without child classes.
-    int SubtreeDepth() const;
+    // How many class levels hang below the class: 0 without child classes. The branch of
+    // `without`, when it lies below, is left out.
+    int SubtreeDepth(const QoSClass* without = nullptr) const;
     bool HasChildClasses() const;
     bool HasFilters() const;
     bool IsInDownTree(const QoSObject* object) const;
