@@ -302,6 +302,7 @@ private slots:
         // The seventh 9 would make 7689999999, beyond 32 bits.
         QTest::keyClicks(number, QStringLiteral("9999999"));
         QCOMPARE(bandwidth.field()->Bandwidth(), QStringLiteral("768999999kbit"));
+        qDebug() << prompt.messages() << number->toolTip();
         QCOMPARE(prompt.messages().size(), 1);
         QVERIFY(prompt.messages().first().contains(QStringLiteral("Zahlenbereich")));
         QCOMPARE(number->text(), QStringLiteral("768999999"));

@@ -7,6 +7,7 @@
 #include "inputs/inputtype.h"
 #include "model/qosfilter.h"
 #include "page/objectpageview.h"
+#include "page/tittlebar.h"
 
 #include <QEvent>
 #include <QFocusEvent>
@@ -85,6 +86,7 @@ QoSFilter* QoSFilterBox::filter() const
 
 void QoSFilterBox::setPrompt(UserPrompt* prompt)
 {
+    m_title->setPrompt(prompt);
     m_txtIP->setPrompt(prompt);
     m_inputPort1->setPrompt(prompt);
 }
