@@ -13,6 +13,8 @@
 #include "page/objectpageview.h"
 
 #include <QAction>
+#include <QCheckBox>
+#include <QMenu>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
@@ -426,6 +428,72 @@ private slots:
         QVERIFY(e.w->isVisible());
         e.prompt.yesNoCancel << UserPrompt::Answer::No; // for the window going at the end
         edit->clear();
+    }
+
+    // The fields of the common page refuse a paste the writer could not write; the description
+    // takes line breaks and quotes, only its characters must fit the code page.
+    void commonPagePastes_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<bool>("taken");
+        QTest::newRow("device") << "txtQoSInternetDev" << "ppp1" << true;
+        QTest::newRow("device with a quote") << "txtQoSLocalNetDev" << "eth'0" << false;
+        QTest::newRow("description with lines and quotes") << "txtDescription" << "Büro's\nNetz" << true;
+        QTest::newRow("description outside the code page") << "txtDescription" << "Netz → LAN" << false;
+    }
+    void commonPagePastes()
+    {
+        QFETCH(QString, box);
+        QFETCH(QString, pasted);
+        QFETCH(bool, taken);
+        Editor e(config());
+        e.w->show();
+        QWidget* edit = e.child<QWidget>(box.toLatin1().constData());
+        edit->setFocus();
+        const QString before = e.doc().Common1()->QoSDescription() + e.doc().Common1()->QoSInternetDev() +
+                               e.doc().Common1()->QoSLocalNetDev();
+        QApplication::clipboard()->setText(pasted);
+        QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+        const QString after = e.doc().Common1()->QoSDescription() + e.doc().Common1()->QoSInternetDev() +
+                              e.doc().Common1()->QoSLocalNetDev();
+        QCOMPARE(after.contains(pasted), taken);
+        QCOMPARE(after == before, !taken);
+        QCOMPARE(e.prompt.log.size(), taken ? 0 : 1);
+        if (!taken)
+            QCOMPARE(e.prompt.log.first().icon, UserPrompt::Icon::Warning);
+        e.prompt.yesNoCancel << UserPrompt::Answer::No;
+    }
+
+    // The bandwidths of the common page and the calculator's new minimum keep their unit menu
+    // and show no lock box.
+    void unitMenusOutsideTheBoxes_data()
+    {
+        QTest::addColumn<QString>("field");
+        QTest::newRow("common page") << "txtQoSInternetBandDown";
+        QTest::newRow("calculator") << "txtNewMin";
+    }
+    void unitMenusOutsideTheBoxes()
+    {
+        QFETCH(QString, field);
+        Editor e(config());
+        e.w->resize(1200, 900);
+        e.w->show();
+        QVERIFY(QTest::qWaitForWindowExposed(e.w.get()));
+        QWidget* bandwidth = e.child<QWidget>(field.toLatin1().constData());
+        if (field == u"txtNewMin") {
+            QVERIFY(!bandwidth->isEnabled()); // no class, no menu
+            trigger(e, "optDown");
+            trigger(e, "NewMainClass");
+            e.prompt.yesNoCancel << UserPrompt::Answer::No;
+        }
+        QVERIFY(!bandwidth->findChild<QCheckBox*>(QStringLiteral("chkLocked"))->isVisibleTo(bandwidth));
+        auto* unit = bandwidth->findChild<QLabel*>(QStringLiteral("lblMinUnit"));
+        const QPoint at = unit->mapTo(e.w.get(), unit->rect().center());
+        QTest::mousePress(e.w->windowHandle(), Qt::RightButton, {}, at);
+        QTest::mouseRelease(e.w->windowHandle(), Qt::RightButton, {}, at);
+        QCOMPARE(QApplication::activePopupWidget(), bandwidth->findChild<QMenu*>(QStringLiteral("mnuUnits")));
+        QApplication::activePopupWidget()->close();
     }
 
     void everyControlIsNamed()

@@ -433,7 +433,7 @@ void frmMain::closeEvent(QCloseEvent* event)
 
 bool frmMain::focusedFieldLetsGo() const
 {
-    return LeaveCheck::FocusedFieldLetsGo();
+    return LeaveCheck::FocusedFieldLetsGo(this);
 }
 
 bool frmMain::switchesPage(QObject* watched, QEvent* event) const

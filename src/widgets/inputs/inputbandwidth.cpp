@@ -213,7 +213,8 @@ void InputBandwidth::showUnitFocus(bool focused)
 
 void InputBandwidth::openUnitMenu(const QPoint& globalPos)
 {
-    if (m_field->UnitMenuAllowed())
+    // The filter sees the events of a disabled label too (the calculator without a class).
+    if (m_field->UnitMenuAllowed() && isEnabled())
         m_mnuUnits->popup(globalPos);
 }
 
