@@ -66,11 +66,13 @@ private slots:
         const QString lineBreak =
             QStringLiteral("enthält einen Zeilenumbruch; so lässt sich der Wert nicht in qos.txt schreiben.");
         const QString emoji = QStringLiteral("enthält das Zeichen \"😀\", das qos.txt nicht kennt.");
+        // clang-format off
         QTest::newRow("quote") << "Bob's" << written.arg(QStringLiteral("Bob's"), quote) << pasted.arg(quote);
         QTest::newRow("line break") << "a\r\nb" << written.arg(QStringLiteral("a\r\nb"), lineBreak)
                                     << pasted.arg(lineBreak);
         QTest::newRow("pair of surrogates named whole") << "x😀" << written.arg(QStringLiteral("x😀"), emoji)
                                                         << pasted.arg(emoji);
+        // clang-format on
     }
     void writerAndPasteGiveTheSameReason()
     {

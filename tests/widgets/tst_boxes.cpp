@@ -256,9 +256,11 @@ private slots:
     {
         QTest::addColumn<QString>("how");
         QTest::addColumn<bool>("locked");
+        // clang-format off
         QTest::newRow("right click") << "right click" << false;
         QTest::newRow("menu key") << "menu key" << false;
         QTest::newRow("right click on a locked field") << "right click" << true;
+        // clang-format on
     }
     void theUnitMenuOfAClassBox()
     {
@@ -318,9 +320,11 @@ private slots:
     {
         QTest::addColumn<QString>("pasted");
         QTest::addColumn<QString>("caption");
+        // clang-format off
         QTest::newRow("fits") << "Telefon" << "Telefon";
         QTest::newRow("quote") << "Bob's" << "alt";
         QTest::newRow("line break") << "Tele\nfon" << "alt";
+        // clang-format on
     }
     void aPastedCaptionIsChecked()
     {

@@ -183,7 +183,7 @@ private slots:
         QCOMPARE(QApplication::activePopupWidget(), child<QMenu>(&w, "mnuUnits"));
         child<QMenu>(&w, "mnuUnits")->close();
         // A context-menu event of the keyboard, as some desktops send one, opens it too.
-        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, unit->rect().center());
+        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, unit->rect().center(), unit->mapToGlobal(unit->rect().center()));
         QApplication::sendEvent(unit, &menuKey);
         QVERIFY(menuKey.isAccepted());
         QCOMPARE(QApplication::activePopupWidget(), child<QMenu>(&w, "mnuUnits"));
@@ -489,7 +489,7 @@ private slots:
         QClipboard* clipboard = QApplication::clipboard();
         if (route == u"menu") {
             clipboard->setText(text);
-            QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, edit->rect().center());
+            QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, edit->rect().center(), edit->mapToGlobal(edit->rect().center()));
             QApplication::sendEvent(edit, &menuKey);
             auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
             QVERIFY(menu);

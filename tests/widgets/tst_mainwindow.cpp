@@ -437,10 +437,12 @@ private slots:
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("pasted");
         QTest::addColumn<bool>("taken");
+        // clang-format off
         QTest::newRow("device") << "txtQoSInternetDev" << "ppp1" << true;
         QTest::newRow("device with a quote") << "txtQoSLocalNetDev" << "eth'0" << false;
         QTest::newRow("description with lines and quotes") << "txtDescription" << "Büro's\nNetz" << true;
         QTest::newRow("description outside the code page") << "txtDescription" << "Netz → LAN" << false;
+        // clang-format on
     }
     void commonPagePastes()
     {

@@ -236,9 +236,10 @@ void checkCommon(const QoSCommon& common)
     const WritableValue::Verdict verdict =
         WritableValue::Check(common.QoSDescription(), WritableValue::Place::Comment);
     if (!verdict.writable())
-        throw unwritable(QStringLiteral("Allgemein: die Beschreibung enthält das Zeichen \"%1\", das qos.txt nicht "
-                                        "kennt.")
-                             .arg(common.QoSDescription().mid(verdict.at, 1)));
+        throw unwritable(
+            QStringLiteral("Allgemein: die Beschreibung enthält das Zeichen \"%1\", das qos.txt nicht "
+                           "kennt.")
+                .arg(common.QoSDescription().mid(verdict.at, 1)));
 }
 
 struct Entry

@@ -22,9 +22,11 @@ QString WritableValue::Reason(QStringView value, const Verdict& verdict)
 {
     switch (verdict.flaw) {
     case Flaw::Quote:
-        return QStringLiteral("enthält ein Hochkomma ('); so lässt sich der Wert nicht in qos.txt schreiben.");
+        return QStringLiteral(
+            "enthält ein Hochkomma ('); so lässt sich der Wert nicht in qos.txt schreiben.");
     case Flaw::LineBreak:
-        return QStringLiteral("enthält einen Zeilenumbruch; so lässt sich der Wert nicht in qos.txt schreiben.");
+        return QStringLiteral(
+            "enthält einen Zeilenumbruch; so lässt sich der Wert nicht in qos.txt schreiben.");
     case Flaw::Unmappable: {
         // A character beyond the basic plane is named whole, not as half of its pair.
         const qsizetype length = value[verdict.at].isHighSurrogate() && verdict.at + 1 < value.size() ? 2 : 1;

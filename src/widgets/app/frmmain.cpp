@@ -122,55 +122,45 @@ QAction* frmMain::action(const QString& key, const QString& text, const QIcon& i
 
 void frmMain::buildActions()
 {
+    // The file commands act on the values: the field that holds the focus is asked first.
+    const auto fileCommand = [this](auto command) {
+        return [this, command] {
+            if (focusedFieldLetsGo())
+                (m_session.get()->*command)();
+        };
+    };
+
     // Toolbar1
     connect(action(QStringLiteral("New"), QStringLiteral("Neu"), themed("document-new", QStyle::SP_FileIcon),
                    QStringLiteral("Neue Konfiguration beginnen")),
-            &QAction::triggered, this, [this] {
-                if (focusedFieldLetsGo())
-                    m_session->New();
-            });
+            &QAction::triggered, this, fileCommand(&EditorSession::New));
     connect(action(QStringLiteral("Open"), QStringLiteral("Öffnen"),
                    themed("document-open", QStyle::SP_DialogOpenButton),
                    QStringLiteral("Konfiguration aus einer qos.txt öffnen")),
-            &QAction::triggered, this, [this] {
-                if (focusedFieldLetsGo())
-                    m_session->Open();
-            });
+            &QAction::triggered, this, fileCommand(&EditorSession::Open));
     // There is no save to the current file: every save asks for a name.
     connect(action(QStringLiteral("Save"), QStringLiteral("Speichern"),
                    themed("document-save-as", QStyle::SP_DialogSaveButton),
                    QStringLiteral("Konfiguration als qos.txt speichern")),
-            &QAction::triggered, this, [this] {
-                if (focusedFieldLetsGo())
-                    m_session->SaveAs();
-            });
+            &QAction::triggered, this, fileCommand(&EditorSession::SaveAs));
 
     // Menu items
     QAction* a =
         action(QStringLiteral("itmFileNew"), QStringLiteral("&Neu"),
                m_actions.value(QStringLiteral("New"))->icon(), QStringLiteral("Neue Konfiguration beginnen"));
     a->setShortcut(QKeySequence::New);
-    connect(a, &QAction::triggered, this, [this] {
-        if (focusedFieldLetsGo())
-            m_session->New();
-    });
+    connect(a, &QAction::triggered, this, fileCommand(&EditorSession::New));
     a = action(QStringLiteral("itmFileOpen"), QStringLiteral("Ö&ffnen..."),
                m_actions.value(QStringLiteral("Open"))->icon(),
                QStringLiteral("Konfiguration aus einer qos.txt öffnen"));
     a->setShortcut(QKeySequence::Open);
-    connect(a, &QAction::triggered, this, [this] {
-        if (focusedFieldLetsGo())
-            m_session->Open();
-    });
+    connect(a, &QAction::triggered, this, fileCommand(&EditorSession::Open));
     a = action(QStringLiteral("itmFileSaveAs"), QStringLiteral("Speichern &unter..."),
                m_actions.value(QStringLiteral("Save"))->icon(),
                QStringLiteral("Konfiguration als qos.txt speichern"));
     // Ctrl+S as well: every save asks for a name anyway.
     a->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), QKeySequence(Qt::CTRL | Qt::Key_S)});
-    connect(a, &QAction::triggered, this, [this] {
-        if (focusedFieldLetsGo())
-            m_session->SaveAs();
-    });
+    connect(a, &QAction::triggered, this, fileCommand(&EditorSession::SaveAs));
     a = action(QStringLiteral("itmFileExit"), QStringLiteral("&Beenden"),
                themed("application-exit", QStyle::SP_DialogCloseButton), QStringLiteral("Tarnwick beenden"));
     a->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));

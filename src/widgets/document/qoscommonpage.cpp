@@ -41,8 +41,7 @@ class DescriptionEdit final : public QPlainTextEdit
 public:
     DescriptionEdit(std::function<UserPrompt*()> prompt, QWidget* parent)
         : QPlainTextEdit(parent), m_prompt(std::move(prompt))
-    {
-    }
+    {}
 
 protected:
     void insertFromMimeData(const QMimeData* source) override
@@ -70,7 +69,8 @@ QoSCommonPage::QoSCommonPage(QoSCommon* common, QWidget* parent)
       m_txtQoSInternetBandUp(new InputBandwidth(common->BandUpField(), m_frame1)),
       m_txtQoSLocalNetDev(new QLineEdit(m_frame2)),
       m_txtQoSLocalBand(new InputBandwidth(common->LocalBandField(), m_frame2)),
-      m_txtDescription(new DescriptionEdit([this] { return m_prompt; }, m_frame3)), m_cboQoSVersion(new QComboBox(m_frame4))
+      m_txtDescription(new DescriptionEdit([this] { return m_prompt; }, m_frame3)),
+      m_cboQoSVersion(new QComboBox(m_frame4))
 {
     setObjectName(QStringLiteral("Common1"));
     m_frame1->setObjectName(QStringLiteral("Frame1"));
@@ -145,8 +145,9 @@ QoSCommonPage::QoSCommonPage(QoSCommon* common, QWidget* parent)
     column->addWidget(m_frame4);
 
     for (QLineEdit* device : {m_txtQoSInternetDev, m_txtQoSLocalNetDev})
-        new PasteGuard(device,
-                       [this, device](const QString& text) { PasteGuard::InsertWritable(device, text, m_prompt); });
+        new PasteGuard(device, [this, device](const QString& text) {
+            PasteGuard::InsertWritable(device, text, m_prompt);
+        });
     connect(m_txtQoSInternetDev, &QLineEdit::textEdited, this,
             [this](const QString& t) { m_common->SetQoSInternetDev(t); });
     connect(m_txtQoSLocalNetDev, &QLineEdit::textEdited, this,

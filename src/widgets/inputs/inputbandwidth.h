@@ -64,9 +64,9 @@ private:
     UserPrompt* m_prompt = nullptr;
     StatusLine* m_status = nullptr;
     bool m_lockAllowed = true;
-    bool m_pasting = false;   // the number arrives whole, not key by key
-    QString m_rangeNotice;    // the refusal the status line and the tooltip show
-    QString m_numberTip;      // the number box's tooltip before it
+    bool m_pasting = false; // the number arrives whole, not key by key
+    QString m_rangeNotice;  // the refusal the status line and the tooltip show
+    QString m_numberTip;    // the number box's tooltip before it
     QLineEdit* m_txtMin;
     QLabel* m_lblMinUnit;
     QCheckBox* m_chkLocked;

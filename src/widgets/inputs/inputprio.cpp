@@ -1,8 +1,8 @@
 #include "inputprio.h"
 
+#include "fieldbinding.h"
 #include "palettecolor.h"
 #include "pasteguard.h"
-#include "fieldbinding.h"
 #include "typedkey.h"
 
 #include <QHBoxLayout>

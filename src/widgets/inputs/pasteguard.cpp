@@ -39,7 +39,8 @@ bool isPasteEntry(const QAction* item)
     const QString caption = text.left(tab);
     const QString shortcut = tab < 0 ? QString() : text.mid(tab + 1);
     return caption == QCoreApplication::translate("QLineEdit", "&Paste") ||
-           (!shortcut.isEmpty() && shortcut == QKeySequence(QKeySequence::Paste).toString(QKeySequence::NativeText));
+           (!shortcut.isEmpty() &&
+            shortcut == QKeySequence(QKeySequence::Paste).toString(QKeySequence::NativeText));
 }
 
 } // namespace

@@ -62,8 +62,8 @@ BoxMetrics measure(const QFont& font)
     for (const QString& unit : UnitConversion::Units())
         unitWidth = std::max(unitWidth, advance(unit));
     // Number box, unit and lock box, as the bandwidth field lays them out.
-    const int bandwidth =
-        advance(QString(m.bandwidthDigits, u'0')) + editExtra + 4 + unitWidth + 6 + 4 + lock.sizeHint().width();
+    const int bandwidth = advance(QString(m.bandwidthDigits, u'0')) + editExtra + 4 + unitWidth + 6 + 4 +
+                          lock.sizeHint().width();
     const int classRow = m.labelWidth + m.gap + bandwidth + m.gap + m.buttonWidth;
     const int prioRow = m.labelWidth + m.gap + prio.sizeHint().width() + m.gap + m.directionWidth;
 
