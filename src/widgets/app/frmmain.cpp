@@ -428,6 +428,10 @@ bool frmMain::focusedFieldLetsGo() const
 
 bool frmMain::switchesPage(QObject* watched, QEvent* event) const
 {
+    // Only input turns a page; the tab strip is not asked about the events of its own end.
+    const QEvent::Type type = event->type();
+    if (type != QEvent::MouseButtonPress && type != QEvent::Wheel && type != QEvent::KeyPress)
+        return false;
     QTabBar* bar = m_tabStrip->tabBar();
     if (watched == bar) {
         if (event->type() == QEvent::Wheel)

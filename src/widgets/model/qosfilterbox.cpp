@@ -75,7 +75,8 @@ void QoSFilterBox::detach()
 
 void QoSFilterBox::keepTypePosition()
 {
-    if (m_view && m_object)
+    // A detached box (its view is going) asks nothing of the view.
+    if (m_object && m_view)
         m_view->setTypePosition(m_object->Name(), m_txtType->field()->Position());
 }
 
