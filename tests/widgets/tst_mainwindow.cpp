@@ -13,8 +13,6 @@
 #include "page/objectpageview.h"
 
 #include <QAction>
-#include <QCheckBox>
-#include <QMenu>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
@@ -465,37 +463,6 @@ private slots:
         if (!taken)
             QCOMPARE(e.prompt.log.first().icon, UserPrompt::Icon::Warning);
         e.prompt.yesNoCancel << UserPrompt::Answer::No;
-    }
-
-    // The bandwidths of the common page and the calculator's new minimum keep their unit menu
-    // and show no lock box.
-    void unitMenusOutsideTheBoxes_data()
-    {
-        QTest::addColumn<QString>("field");
-        QTest::newRow("common page") << "txtQoSInternetBandDown";
-        QTest::newRow("calculator") << "txtNewMin";
-    }
-    void unitMenusOutsideTheBoxes()
-    {
-        QFETCH(QString, field);
-        Editor e(config());
-        e.w->resize(1200, 900);
-        e.w->show();
-        QVERIFY(QTest::qWaitForWindowExposed(e.w.get()));
-        QWidget* bandwidth = e.child<QWidget>(field.toLatin1().constData());
-        if (field == u"txtNewMin") {
-            QVERIFY(!bandwidth->isEnabled()); // no class, no menu
-            trigger(e, "optDown");
-            trigger(e, "NewMainClass");
-            e.prompt.yesNoCancel << UserPrompt::Answer::No;
-        }
-        QVERIFY(!bandwidth->findChild<QCheckBox*>(QStringLiteral("chkLocked"))->isVisibleTo(bandwidth));
-        auto* unit = bandwidth->findChild<QLabel*>(QStringLiteral("lblMinUnit"));
-        const QPoint at = unit->mapTo(e.w.get(), unit->rect().center());
-        QTest::mousePress(e.w->windowHandle(), Qt::RightButton, {}, at);
-        QTest::mouseRelease(e.w->windowHandle(), Qt::RightButton, {}, at);
-        QCOMPARE(QApplication::activePopupWidget(), bandwidth->findChild<QMenu*>(QStringLiteral("mnuUnits")));
-        QApplication::activePopupWidget()->close();
     }
 
     void everyControlIsNamed()
