@@ -244,6 +244,27 @@ private slots:
         QCOMPARE(f.NumberBackground(), background);
     }
 
+    // A locked field keeps its value: a unit command from a menu opened before the lock
+    // changes nothing and asks nothing.
+    void lockedFieldKeepsItsValue()
+    {
+        BandwidthField f;
+        f.SetBandwidth(QStringLiteral("1000kbit"));
+        f.SetLocked(true);
+        QVERIFY(!f.TakesEdits());
+        QVERIFY(!f.UnitMenuAllowed());
+        ScriptedPrompt prompt;
+        QSignalSpy change(&f, &BandwidthField::Change);
+        QVERIFY(!f.ConvertTo(QStringLiteral("mbit"), prompt));
+        QVERIFY(!f.Relabel(QStringLiteral("mbit")));
+        QCOMPARE(f.Bandwidth(), QStringLiteral("1000kbit"));
+        QCOMPARE(change.count(), 0);
+        QVERIFY(prompt.log.isEmpty());
+        f.SetLocked(false);
+        QVERIFY(f.Relabel(QStringLiteral("mbit")));
+        QCOMPARE(f.Bandwidth(), QStringLiteral("1000mbit"));
+    }
+
     void colourAppliedOnlyByLockedOrValid()
     {
         BandwidthField f;

@@ -70,6 +70,60 @@ private slots:
         QCOMPARE(f.Value(), after);
     }
 
+    // A paste takes only what typing could, and changes the value once.
+    void pasted_data()
+    {
+        // clang-format off
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("after");
+        QTest::newRow("prio: letters after a digit dropped") << "prio" << "0" << "1hello" << "1";
+        QTest::newRow("prio: the last digit wins") << "prio" << "0" << "2 1" << "1";
+        QTest::newRow("prio: steps from what was typed before") << "prio" << "0" << "2+" << "3";
+        QTest::newRow("prio: a sign steps, then the digit replaces") << "prio" << "2" << "-1" << "1";
+        QTest::newRow("prio: nothing typable keeps the value") << "prio" << "2" << "7x'\n" << "2";
+        QTest::newRow("type: a choice") << "type" << "" << " server\n" << "server";
+        QTest::newRow("type: no choice") << "type" << "client" << "Server" << "client";
+        QTest::newRow("type: a choice and more") << "type" << "client" << "server'" << "client";
+        QTest::newRow("option: a choice") << "option" << "ACK" << "TOSMR" << "TOSMR";
+        QTest::newRow("option: two choices are none") << "option" << "ACK" << "ICMP,TOSMD" << "ACK";
+        // clang-format on
+    }
+    void pasted()
+    {
+        QFETCH(QString, field);
+        QFETCH(QString, value);
+        QFETCH(QString, text);
+        QFETCH(QString, after);
+        int changes = 0;
+        QString result;
+        if (field == u"prio") {
+            PrioField f;
+            f.SetValue(value);
+            QSignalSpy spy(&f, &PrioField::Change);
+            f.Paste(text);
+            changes = int(spy.count());
+            result = f.Value();
+        } else if (field == u"type") {
+            TypeField f;
+            f.SetText(value);
+            QSignalSpy spy(&f, &TypeField::Change);
+            f.Paste(text);
+            changes = int(spy.count());
+            result = f.Text();
+        } else {
+            OptionField f;
+            f.SetText(value);
+            QSignalSpy spy(&f, &OptionField::Change);
+            f.Paste(text);
+            changes = int(spy.count());
+            result = f.Text();
+        }
+        QCOMPARE(result, after);
+        QCOMPARE(changes, after == value ? 0 : 1);
+    }
+
     void prioClearKeys()
     {
         QVERIFY(PrioField::ClearsOnKey(Qt::Key_Delete));

@@ -7,12 +7,15 @@
 #include "pageviewfixture.h"
 
 #include <QAction>
+#include <QCheckBox>
+#include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QToolButton>
+#include <QWindow>
 
 // The class and filter boxes: the title bar, the box's keys and menu, edits that go through
 // the core, colours that stay true, and what a screen reader is told.
@@ -268,6 +271,98 @@ private slots:
         a->MinField()->SetIsValid(false);
         QTest::mouseClick(child<QToolButton>(f.box(a), "cmdCheck"), Qt::LeftButton);
         QVERIFY(a->MinField()->IsValid());
+    }
+
+    // The unit of a class bandwidth opens the unit menu, never the box's edit menu, whose
+    // first entry would cut the class. A locked bandwidth offers neither.
+    void theUnitMenuOfAClassBox_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<bool>("locked");
+        // clang-format off
+        QTest::newRow("right click") << "right click" << false;
+        QTest::newRow("menu key") << "menu key" << false;
+        QTest::newRow("right click on a locked field") << "right click" << true;
+        // clang-format on
+    }
+    void theUnitMenuOfAClassBox()
+    {
+        QFETCH(QString, how);
+        QFETCH(bool, locked);
+        PageViewFixture f(QStringLiteral("C"));
+        QoSObjectBox* box = f.box(f.cls(1));
+        QWidget* max = child<QWidget>(box, "txtMax");
+        auto* lock = child<QCheckBox>(max, "chkLocked");
+        QVERIFY(lock->isVisibleTo(box));
+        if (locked)
+            QTest::mouseClick(lock, Qt::LeftButton);
+        QCOMPARE(f.cls(1)->MaxField()->Locked(), locked);
+        auto* unit = child<QLabel>(max, "lblMinUnit");
+        if (how == u"right click") {
+            // Through the window, as a real click comes: the press brings a context-menu event.
+            QWindow* window = f.view->window()->windowHandle();
+            const QPoint at = unit->mapTo(f.view->window(), unit->rect().center());
+            QTest::mousePress(window, Qt::RightButton, {}, at);
+            QTest::mouseRelease(window, Qt::RightButton, {}, at);
+        } else {
+            unit->setFocus(Qt::TabFocusReason);
+            QTest::keyClick(unit, Qt::Key_Menu);
+        }
+        QWidget* popup = QApplication::activePopupWidget();
+        QCOMPARE(popup, locked ? nullptr : static_cast<QWidget*>(child<QMenu>(max, "mnuUnits")));
+        if (popup)
+            popup->close();
+        QCOMPARE(f.page->ObjectCount(), 1);
+    }
+
+    // The lock boxes make the class box wider; every field still fits its box, and every box
+    // its cell.
+    void boxesHoldTheirFields()
+    {
+        PageViewFixture f(QStringLiteral("C F1"));
+        for (QoSObject* object : f.page->ContainedObjects()) {
+            QoSObjectBox* box = f.box(object);
+            QVERIFY(box);
+            for (QWidget* field : box->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+                if (!field->isHidden())
+                    QVERIFY2(box->rect().contains(field->geometry()), qPrintable(field->objectName()));
+            QVERIFY(box->width() * 15 <= f.page->prop().ColWidth);
+            QVERIFY(box->height() * 15 <= f.page->prop().RowHeight);
+        }
+        QoSObjectBox* box = f.box(f.cls(1));
+        for (const char* name : {"txtMin", "txtMax"}) {
+            QWidget* bandwidth = child<QWidget>(box, name);
+            QVERIFY(bandwidth->sizeHint().width() <= bandwidth->width());
+            const QRect lock = child<QCheckBox>(bandwidth, "chkLocked")->geometry().translated(bandwidth->pos());
+            QVERIFY(lock.right() < child<QToolButton>(box, "cmdCheck")->x());
+        }
+    }
+
+    // A caption that could not be written is refused where it is pasted.
+    void aPastedCaptionIsChecked_data()
+    {
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<QString>("caption");
+        // clang-format off
+        QTest::newRow("fits") << "Telefon" << "Telefon";
+        QTest::newRow("quote") << "Bob's" << "alt";
+        QTest::newRow("line break") << "Tele\nfon" << "alt";
+        // clang-format on
+    }
+    void aPastedCaptionIsChecked()
+    {
+        QFETCH(QString, pasted);
+        PageViewFixture f(QStringLiteral("C"));
+        f.cls(1)->SetCaption(QStringLiteral("alt"));
+        TittleBar* title = f.box(f.cls(1))->titleBar();
+        title->Edit();
+        QApplication::clipboard()->setText(pasted);
+        QTest::keyClick(title->editor(), Qt::Key_Insert, Qt::ShiftModifier);
+        QTest::keyClick(title->editor(), Qt::Key_Return);
+        QTEST(f.cls(1)->Caption(), "caption");
+        QCOMPARE(f.prompt.log.size(), f.cls(1)->Caption() == u"alt" ? 1 : 0);
+        if (!f.prompt.log.isEmpty())
+            QCOMPARE(f.prompt.log.first().icon, UserPrompt::Icon::Warning);
     }
 
     void everyControlIsNamed_data()

@@ -12,14 +12,19 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QStatusBar>
 #include <QTest>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <functional>
 
 namespace {
 
@@ -155,15 +160,56 @@ private slots:
         QVERIFY(prompt.log.isEmpty());
     }
 
-    void lockedFieldShowsNoUnitMenu()
+    // A keyboard user tabs from the number to the unit and opens its menu there.
+    void unitMenuFromTheKeyboard_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("modifiers");
+        QTest::newRow("menu key") << int(Qt::Key_Menu) << int(Qt::NoModifier);
+        QTest::newRow("Shift+F10") << int(Qt::Key_F10) << int(Qt::ShiftModifier);
+    }
+    void unitMenuFromTheKeyboard()
+    {
+        QFETCH(int, key);
+        QFETCH(int, modifiers);
+        InputBandwidth w;
+        Host host(&w);
+        auto* number = child<QLineEdit>(&w, "txtMin");
+        number->setFocus();
+        QTest::keyClick(number, Qt::Key_Tab);
+        auto* unit = child<QLabel>(&w, "lblMinUnit");
+        QCOMPARE(QApplication::focusWidget(), unit);
+        QTest::keyClick(unit, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        QCOMPARE(QApplication::activePopupWidget(), child<QMenu>(&w, "mnuUnits"));
+        child<QMenu>(&w, "mnuUnits")->close();
+        // A context-menu event of the keyboard, as some desktops send one, opens it too.
+        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, unit->rect().center(), unit->mapToGlobal(unit->rect().center()));
+        QApplication::sendEvent(unit, &menuKey);
+        QVERIFY(menuKey.isAccepted());
+        QCOMPARE(QApplication::activePopupWidget(), child<QMenu>(&w, "mnuUnits"));
+        child<QMenu>(&w, "mnuUnits")->close();
+    }
+
+    // A locked field keeps its value: no edits, no paste, no unit menu, and Tab passes the unit.
+    void lockedFieldTakesNoEdits()
     {
         InputBandwidth w;
+        w.field()->SetBandwidth(QStringLiteral("768kbit"));
         Host host(&w);
         QTest::mouseClick(child<QCheckBox>(&w, "chkLocked"), Qt::LeftButton);
         QVERIFY(w.field()->Locked());
-        QTest::mouseRelease(child<QLabel>(&w, "lblMinUnit"), Qt::RightButton);
+        auto* unit = child<QLabel>(&w, "lblMinUnit");
+        QTest::mouseRelease(unit, Qt::RightButton);
+        QTest::keyClick(unit, Qt::Key_Menu);
         QVERIFY(!child<QMenu>(&w, "mnuUnits")->isVisible());
         auto* txtMin = child<QLineEdit>(&w, "txtMin");
+        txtMin->setFocus();
+        QTest::keyClicks(txtMin, QStringLiteral("12"));
+        QApplication::clipboard()->setText(QStringLiteral("5"));
+        QTest::keyClick(txtMin, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(w.field()->Bandwidth(), QStringLiteral("768kbit"));
+        QTest::keyClick(txtMin, Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), child<QCheckBox>(&w, "chkLocked"));
         QCOMPARE(txtMin->palette().color(QPalette::Base), QColor(192, 192, 192));
         w.field()->SetIsValid(false);
         QCOMPARE(txtMin->palette().color(QPalette::Base), QColor(255, 128, 128));
@@ -289,31 +335,195 @@ private slots:
             QCOMPARE(prompt.log.first().icon, UserPrompt::Icon::None);
     }
 
-    // A value that does not fit is refused where it is typed: the field keeps the old one.
-    void numbersThatDoNotFitAreRefusedWhileTyped()
+    // A number that does not fit is refused where it is typed: the field keeps the old one and
+    // says why in the status line and the tooltip, without a box in the middle of typing. The
+    // notice goes once the number is fine again; a number pasted whole still gets the box.
+    void bandwidthOutOfRange()
     {
         ScriptedPrompt prompt;
         RecordingStatus line;
         InputBandwidth bandwidth;
         bandwidth.setPrompt(&prompt);
+        bandwidth.setStatusLine(&line);
         bandwidth.field()->SetBandwidth(QStringLiteral("768kbit"));
+        Host host(&bandwidth);
         auto* number = child<QLineEdit>(&bandwidth, "txtMin");
         number->setFocus();
-        // The seventh 9 would make 7689999999, beyond 32 bits.
+        number->setCursorPosition(1);
+        // The seventh 9 would make 7999999968, beyond 32 bits; the caret stays where it was.
         QTest::keyClicks(number, QStringLiteral("9999999"));
-        QCOMPARE(bandwidth.field()->Bandwidth(), QStringLiteral("768999999kbit"));
+        QCOMPARE(bandwidth.field()->Bandwidth(), QStringLiteral("799999968kbit"));
+        QCOMPARE(number->text(), QStringLiteral("799999968"));
+        QCOMPARE(number->cursorPosition(), 7);
+        QVERIFY(prompt.log.isEmpty());
+        QCOMPARE(line.statusTexts.size(), 1);
+        QVERIFY(line.statusTexts.last().contains(QStringLiteral("Zahlenbereich")));
+        QCOMPARE(number->toolTip(), line.statusTexts.last());
+
+        QTest::keyClick(number, Qt::Key_Backspace);
+        QCOMPARE(line.statusTexts.last(), QString());
+        QCOMPARE(number->toolTip(), QString());
+
+        QApplication::clipboard()->setText(QStringLiteral("99999999999"));
+        number->selectAll();
+        QTest::keyClick(number, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(number->text(), QStringLiteral("79999968"));
         QCOMPARE(prompt.messages().size(), 1);
         QVERIFY(prompt.messages().first().contains(QStringLiteral("Zahlenbereich")));
-        QCOMPARE(number->text(), QStringLiteral("768999999"));
+        QCOMPARE(prompt.log.first().icon, UserPrompt::Icon::Warning);
+        QCOMPARE(line.statusTexts.last(), QString());
+    }
 
+    // A list beyond 32 bits of ports is refused as too many; the notice goes once the list
+    // fits again, but not when the status line has said something else since.
+    void tooManyPortsNotice_data()
+    {
+        QTest::addColumn<bool>("otherMessage");
+        QTest::newRow("fixed list clears the notice") << false;
+        QTest::newRow("a later message stays") << true;
+    }
+    void tooManyPortsNotice()
+    {
+        QFETCH(bool, otherMessage);
+        RecordingStatus line;
         InputPort port;
         port.setStatusLine(&line);
         port.field()->SetPort(QStringLiteral("1-2"));
+        Host host(&port);
         auto* ports = child<QLineEdit>(&port, "txtPort");
+        ports->setFocus();
         QTest::keyClicks(ports, QStringLiteral("0000000000"));
         QCOMPARE(port.field()->Port(), QStringLiteral("1-2000000000"));
-        QCOMPARE(ports->text(), QStringLiteral("1-2000000000"));
-        QVERIFY(line.statusTexts.contains(QStringLiteral("Zuviele Ports")));
+        QCOMPARE(line.statusTexts, QStringList{QStringLiteral("Zuviele Ports")});
+        if (otherMessage)
+            line.SetStatusText(QStringLiteral("Datei gespeichert."));
+        ports->selectAll();
+        QTest::keyClicks(ports, QStringLiteral("21"));
+        QCOMPARE(line.statusTexts.last(), otherMessage ? QStringLiteral("Datei gespeichert.") : QString());
+    }
+
+    // Every way of pasting goes through the field's rule: the priority takes what typing could,
+    // an address is split, and a text the writer would refuse is refused at once.
+    void pasteRoutes_data()
+    {
+        QTest::addColumn<QString>("widget");
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("route");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<bool>("refused");
+        const struct
+        {
+            const char* widget;
+            const char* box;
+            const char* text;
+            const char* value;
+            bool refused;
+        } cases[] = {
+            {"prio", "txtPrio", "1hello", "1", false},
+            {"ip", "txtIP", "9.9.9.9/16", "9.9.9.9/16", false},
+            {"ip", "txtMaskBits", "9.9.9.9/16", "9.9.9.9/16", false},
+            {"ip", "txtIP", "9.9.9.9\n", "", true},
+            {"port", "txtPort", "21,80", "21,80", false},
+            {"port", "txtPort", "21\n80", "", true},
+            {"bandwidth", "txtMin", "512", "512kbit", false},
+            {"bandwidth", "txtMin", "5'", "kbit", true},
+            {"type", "txtType", "server", "server", false},
+            {"option", "txtOption", "ICMP", "ICMP", false},
+        };
+        for (const auto& c : cases) {
+            for (const char* route : {"menu", "Ctrl+V", "Shift+Insert", "middle button", "drop"}) {
+                const QByteArray r(route);
+                // The mask box discards a typed Ctrl+V; the type's menu is its list of types.
+                if ((qstrcmp(c.box, "txtMaskBits") == 0 && r == "Ctrl+V") ||
+                    (qstrcmp(c.box, "txtType") == 0 && r == "menu"))
+                    continue;
+                QTest::addRow("%s %s: %s", c.box, c.refused ? "refused" : "taken", route)
+                    << c.widget << c.box << route << QString::fromUtf8(c.text)
+                    << c.value << c.refused;
+            }
+        }
+    }
+    void pasteRoutes()
+    {
+        QFETCH(QString, widget);
+        QFETCH(QString, box);
+        QFETCH(QString, route);
+        QFETCH(QString, text);
+        QFETCH(bool, refused);
+        ScriptedPrompt prompt;
+        QWidget* field = nullptr;
+        std::function<QString()> value;
+        if (widget == u"prio") {
+            auto* w = new InputPrio;
+            value = [w] { return w->field()->Value(); };
+            field = w;
+        } else if (widget == u"ip") {
+            auto* w = new InputIP;
+            w->setPrompt(&prompt);
+            value = [w] { return w->field()->Text(); };
+            field = w;
+        } else if (widget == u"port") {
+            auto* w = new InputPort;
+            w->setPrompt(&prompt);
+            value = [w] { return w->field()->Port(); };
+            field = w;
+        } else if (widget == u"bandwidth") {
+            auto* w = new InputBandwidth;
+            w->setPrompt(&prompt);
+            w->field()->SetValue(QString());
+            value = [w] { return w->field()->Bandwidth(); };
+            field = w;
+        } else if (widget == u"type") {
+            auto* w = new InputType;
+            value = [w] { return w->field()->Text(); };
+            field = w;
+        } else {
+            auto* w = new InputOption;
+            value = [w] { return w->field()->Text(); };
+            field = w;
+        }
+        Host host(field, true);
+        auto* edit = child<QLineEdit>(field, box.toLatin1().constData());
+        edit->setFocus();
+        QClipboard* clipboard = QApplication::clipboard();
+        if (route == u"menu") {
+            clipboard->setText(text);
+            QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, edit->rect().center(), edit->mapToGlobal(edit->rect().center()));
+            QApplication::sendEvent(edit, &menuKey);
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            QVERIFY(menu);
+            auto* paste = menu->findChild<QAction*>(QStringLiteral("itmEditPaste"));
+            QVERIFY(paste && paste->isEnabled());
+            paste->trigger();
+            menu->close();
+        } else if (route == u"Ctrl+V") {
+            clipboard->setText(text);
+            QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+        } else if (route == u"Shift+Insert") {
+            clipboard->setText(text);
+            QTest::keyClick(edit, Qt::Key_Insert, Qt::ShiftModifier);
+        } else if (route == u"middle button") {
+            if (!clipboard->supportsSelection())
+                QSKIP("no selection clipboard on this platform");
+            clipboard->setText(text, QClipboard::Selection);
+            QTest::mouseClick(edit, Qt::MiddleButton);
+        } else {
+            QMimeData data;
+            data.setText(text);
+            // A drop goes to the widget that took the drag when it entered.
+            QDragEnterEvent enter(edit->rect().center(), Qt::CopyAction, &data, Qt::LeftButton, {});
+            QApplication::sendEvent(edit, &enter);
+            QDropEvent drop(QPointF(edit->rect().center()), Qt::CopyAction, &data, Qt::LeftButton, {});
+            QApplication::sendEvent(edit, &drop);
+            QVERIFY(drop.isAccepted());
+        }
+        QTEST(value(), "value");
+        QCOMPARE(prompt.log.size(), refused ? 1 : 0);
+        if (refused) {
+            QVERIFY(prompt.log.first().text.startsWith(QStringLiteral("Der Text wird nicht eingefügt")));
+            QCOMPARE(prompt.log.first().icon, UserPrompt::Icon::Warning);
+        }
     }
 
     void portCountShown()

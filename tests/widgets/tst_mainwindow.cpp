@@ -8,7 +8,9 @@
 #include "model/classcalculator.h"
 #include "model/qosclass.h"
 #include "model/qosfilter.h"
+#include "model/qosobjectbox.h"
 #include "page/objectpage.h"
+#include "page/objectpageview.h"
 
 #include <QAction>
 #include <QApplication>
@@ -22,6 +24,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStandardPaths>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -89,6 +92,34 @@ class TestMainWindow : public QObject
         QFile f(path);
         QVERIFY(f.open(QIODevice::WriteOnly));
         f.write(bytes);
+    }
+
+    // Shows the window with a class and a filter on "Down" and types into the filter's box.
+    static QLineEdit* typeIntoFilter(const Editor& e, const char* box, const QString& typed)
+    {
+        e.w->resize(1200, 1000); // the filter's row in sight
+        e.w->show();
+        QApplication::setActiveWindow(e.w.get());
+        if (!QTest::qWaitForWindowActive(e.w.get()))
+            return nullptr;
+        trigger(e, "optDown");
+        trigger(e, "NewMainClass");
+        trigger(e, "NewFilter");
+        QCoreApplication::processEvents();
+        QoSObject* filter = nullptr;
+        for (QoSObject* o : e.doc().Down1()->ContainedObjects())
+            if (!o->IsClass())
+                filter = o;
+        auto* view = e.w->findChild<ObjectPageView*>(e.doc().Down1()->Name());
+        if (!filter || !view || !QTest::qWaitFor([&] { return view->box(filter->Name()) != nullptr; }))
+            return nullptr;
+        auto* edit = view->box(filter->Name())->findChild<QLineEdit*>(QString::fromLatin1(box));
+        if (!edit)
+            return nullptr;
+        edit->setFocus();
+        QTest::keyClicks(edit, typed);
+        QCoreApplication::processEvents();
+        return edit;
     }
 
     QTemporaryDir m_dir;
@@ -349,6 +380,143 @@ private slots:
         QVERIFY(e.w->geometry().width() > 100);
         QVERIFY(!e.w->isMaximized());
         QVERIFY(e.prompt.log.isEmpty()); // and nobody was asked anything
+    }
+
+    // Leaving a field by switching the page runs the field's check: the page stays while the
+    // check fails, the user is told once, and the focus is back in the field on screen.
+    void aPageSwitchRunsTheFieldsCheck_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QString>("status");
+        QTest::addColumn<QString>("way");
+        QStringList ports;
+        for (int p = 1; p <= 21; ++p)
+            ports << QString::number(p);
+        const struct
+        {
+            const char* name;
+            QString box, typed, message, status;
+        } fields[] = {
+            {"short address", QStringLiteral("txtIP"), QStringLiteral("10.1"),
+             QStringLiteral("Keine gültige IP!"), QString()},
+            {"port out of range", QStringLiteral("txtPort"), QStringLiteral("70000"),
+             QStringLiteral("Nur werte von 0 bis 65535 sind erlaubt!"), QString()},
+            {"21 ports", QStringLiteral("txtPort"), ports.join(u','), QString(), QStringLiteral("Zuviele Ports")},
+        };
+        for (const auto& f : fields)
+            for (const char* way : {"tab Allgemein", "tab Up", "optUp", "Ctrl+Tab"})
+                QTest::addRow("%s, %s", f.name, way) << f.box << f.typed << f.message << f.status << way;
+    }
+    void aPageSwitchRunsTheFieldsCheck()
+    {
+        QFETCH(QString, box);
+        QFETCH(QString, typed);
+        QFETCH(QString, message);
+        QFETCH(QString, status);
+        QFETCH(QString, way);
+        Editor e(config());
+        QLineEdit* edit = typeIntoFilter(e, box.toLatin1().constData(), typed);
+        QVERIFY(edit);
+        QTabBar* tabs = e.w->tabStrip()->tabBar();
+        const auto switchPage = [&] {
+            if (way == u"tab Allgemein")
+                QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(0).center());
+            else if (way == u"tab Up")
+                QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(2).center());
+            else if (way == u"optUp")
+                trigger(e, "optUp");
+            else
+                QTest::keyClick(edit, Qt::Key_Tab, Qt::ControlModifier);
+            QCoreApplication::processEvents();
+        };
+        switchPage();
+        QCOMPARE(e.w->tabStrip()->currentIndex(), 1);
+        QCOMPARE(QApplication::focusWidget(), edit);
+        QCOMPARE(e.prompt.messages().size(), message.isEmpty() ? 0 : 1);
+        if (!message.isEmpty())
+            QVERIFY(e.prompt.messages().first().startsWith(message));
+        if (!status.isEmpty())
+            QCOMPARE(e.status(), status);
+
+        // Put right, the field lets the page go.
+        edit->selectAll();
+        QTest::keyClick(edit, Qt::Key_Backspace);
+        switchPage();
+        QVERIFY(e.w->tabStrip()->currentIndex() != 1);
+        QCOMPARE(e.prompt.messages().size(), message.isEmpty() ? 0 : 1);
+    }
+
+    // A command of the window that would act on the value asks the field first, and does not
+    // run while its check fails.
+    void commandsAskTheFocusedField_data()
+    {
+        QTest::addColumn<QString>("command");
+        for (const char* command : {"Command2", "Save", "itmFileSaveAs", "New", "itmFileOpen", "NewMainClass",
+                                    "DeleteObject", "close"})
+            QTest::newRow(command) << QString::fromLatin1(command);
+    }
+    void commandsAskTheFocusedField()
+    {
+        QFETCH(QString, command);
+        Editor e(config());
+        QLineEdit* edit = typeIntoFilter(e, "txtIP", QStringLiteral("10.1"));
+        QVERIFY(edit);
+        QApplication::clipboard()->setText(QStringLiteral("vorher"));
+        const int objects = e.doc().Down1()->ObjectCount();
+        if (command == u"Command2")
+            QTest::mouseClick(e.child<QPushButton>("Command2"), Qt::LeftButton);
+        else if (command == u"close")
+            QVERIFY(!e.w->close());
+        else
+            QVERIFY(trigger(e, command.toLatin1().constData()));
+        QCoreApplication::processEvents();
+        QCOMPARE(e.prompt.log.size(), 1); // the address's message, no file dialog, no question
+        QVERIFY(e.prompt.log.first().text.startsWith(QStringLiteral("Keine gültige IP!")));
+        QCOMPARE(QApplication::focusWidget(), edit);
+        QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("vorher"));
+        QCOMPARE(e.doc().Down1()->ObjectCount(), objects);
+        QVERIFY(e.w->isVisible());
+        e.prompt.yesNoCancel << UserPrompt::Answer::No; // for the window going at the end
+        edit->clear();
+    }
+
+    // The fields of the common page refuse a paste the writer could not write; the description
+    // takes line breaks and quotes, only its characters must fit the code page.
+    void commonPagePastes_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<bool>("taken");
+        // clang-format off
+        QTest::newRow("device") << "txtQoSInternetDev" << "ppp1" << true;
+        QTest::newRow("device with a quote") << "txtQoSLocalNetDev" << "eth'0" << false;
+        QTest::newRow("description with lines and quotes") << "txtDescription" << "Büro's\nNetz" << true;
+        QTest::newRow("description outside the code page") << "txtDescription" << "Netz → LAN" << false;
+        // clang-format on
+    }
+    void commonPagePastes()
+    {
+        QFETCH(QString, box);
+        QFETCH(QString, pasted);
+        QFETCH(bool, taken);
+        Editor e(config());
+        e.w->show();
+        QWidget* edit = e.child<QWidget>(box.toLatin1().constData());
+        edit->setFocus();
+        const QString before = e.doc().Common1()->QoSDescription() + e.doc().Common1()->QoSInternetDev() +
+                               e.doc().Common1()->QoSLocalNetDev();
+        QApplication::clipboard()->setText(pasted);
+        QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+        const QString after = e.doc().Common1()->QoSDescription() + e.doc().Common1()->QoSInternetDev() +
+                              e.doc().Common1()->QoSLocalNetDev();
+        QCOMPARE(after.contains(pasted), taken);
+        QCOMPARE(after == before, !taken);
+        QCOMPARE(e.prompt.log.size(), taken ? 0 : 1);
+        if (!taken)
+            QCOMPARE(e.prompt.log.first().icon, UserPrompt::Icon::Warning);
+        e.prompt.yesNoCancel << UserPrompt::Answer::No;
     }
 
     void everyControlIsNamed()

@@ -9,6 +9,7 @@
 #include "qoscommon.h"
 #include "qoserror.h"
 #include "windows1252.h"
+#include "writablevalue.h"
 
 #include <QDate>
 #include <QRegularExpression>
@@ -179,27 +180,15 @@ QoSError unwritable(const QString& text)
     return QoSError(QoSError::Kind::File, text);
 }
 
-// A value stands between two single quotes on a line of its own, in the router's code page: a
-// quote or a line break would cut it when the file is read again, a character the code page
-// does not know would become "?". Such a value is refused rather than changed.
+// A value that would not read back as it is (a quote, a line break, a character the code page
+// lacks) is refused rather than changed.
 template <typename Owner>
 void checkValue(QStringView value, const Owner& owner, QStringView what)
 {
-    bool wide = false;
-    for (const QChar c : value) {
-        wide = wide || c.unicode() >= 0x80;
-        if (c == u'\'' || c == u'\r' || c == u'\n')
-            throw unwritable(QStringLiteral("%1: %2 \"%3\" enthält %4; so lässt sich der Wert nicht in qos.txt "
-                                            "schreiben.")
-                                 .arg(owner(), what.toString(), value.toString(),
-                                      c == u'\'' ? QStringLiteral("ein Hochkomma (')")
-                                                 : QStringLiteral("einen Zeilenumbruch")));
-    }
-    const qsizetype bad = wide ? Windows1252::FirstUnmappable(value) : -1;
-    if (bad >= 0)
-        throw unwritable(QStringLiteral("%1: %2 \"%3\" enthält das Zeichen \"%4\", das qos.txt nicht kennt.")
-                             .arg(owner(), what.toString(), value.toString(),
-                                  value.mid(bad, value[bad].isHighSurrogate() ? 2 : 1).toString()));
+    const WritableValue::Verdict verdict = WritableValue::Check(value);
+    if (!verdict.writable())
+        throw unwritable(QStringLiteral("%1: %2 \"%3\" ").arg(owner(), what.toString(), value.toString()) +
+                         WritableValue::Reason(value, verdict));
 }
 
 void checkClass(const QoSClass& c)
@@ -243,11 +232,13 @@ void checkCommon(const QoSCommon& common)
     checkValue(common.QoSLocalBand(), owner, u"die LAN-Bandbreite");
     checkValue(common.QoSVersion(), owner, u"die Version");
     // The description is written line by line: only its characters must fit.
-    const qsizetype bad = Windows1252::FirstUnmappable(common.QoSDescription());
-    if (bad >= 0)
-        throw unwritable(QStringLiteral("Allgemein: die Beschreibung enthält das Zeichen \"%1\", das qos.txt nicht "
-                                        "kennt.")
-                             .arg(common.QoSDescription().mid(bad, 1)));
+    const WritableValue::Verdict verdict =
+        WritableValue::Check(common.QoSDescription(), WritableValue::Place::Comment);
+    if (!verdict.writable())
+        throw unwritable(
+            QStringLiteral("Allgemein: die Beschreibung enthält das Zeichen \"%1\", das qos.txt nicht "
+                           "kennt.")
+                .arg(common.QoSDescription().mid(verdict.at, 1)));
 }
 
 struct Entry

@@ -44,6 +44,11 @@ class RecordingStatus : public StatusLine, public StatusWindow
 {
 public:
     void SetStatusText(const QString& text) override { statusTexts << text; }
+    void ClearStatusText(const QString& ifShowing) override
+    {
+        if (!statusTexts.isEmpty() && statusTexts.last() == ifShowing)
+            statusTexts << QString();
+    }
     void Show(const QString& caption, const QString& message) override;
     void SetCaption(const QString& caption) override { captions << caption; }
     void SetMessage(const QString& message) override { this->messages << message; }

@@ -32,6 +32,9 @@ class StatusLine
 public:
     virtual ~StatusLine() = default;
     virtual void SetStatusText(const QString& text) = 0;
+    // Empties the line, but only while it still says ifShowing: a notice that is no longer
+    // true goes, a later message stays.
+    virtual void ClearStatusText(const QString& ifShowing) = 0;
 };
 
 // The small progress window shown during long loops (reading a file, clearing).

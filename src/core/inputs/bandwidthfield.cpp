@@ -172,7 +172,8 @@ QString BandwidthField::PrecisionQuestion()
 
 bool BandwidthField::ConvertTo(const QString& unit, UserPrompt& prompt)
 {
-    if (unit.toLower() == m_unit.toLower())
+    // A menu opened before the field was locked may still offer its commands.
+    if (m_locked || unit.toLower() == m_unit.toLower())
         return false;
     qint32 result = 0;
     bool inexact = false;
@@ -202,7 +203,7 @@ bool BandwidthField::ConvertTo(const QString& unit, UserPrompt& prompt)
 
 bool BandwidthField::Relabel(const QString& unit)
 {
-    if (unit == m_unit)
+    if (m_locked || unit == m_unit)
         return false;
     SetUnit(unit);
     changed();

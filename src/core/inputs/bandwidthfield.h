@@ -68,14 +68,17 @@ public:
     // Setting one of the colours alone does not repaint; the next Locked or IsValid does.
     Colors::Rgb NumberBackground() const { return m_background; }
 
-    // Whether the unit menu may open (only while not locked).
+    // A locked field keeps its value: its number box takes no edits and its unit menu does
+    // not open. What else the lock means is the host's business.
+    bool TakesEdits() const { return !m_locked; }
     bool UnitMenuAllowed() const { return !m_locked; }
 
     // "Umwandeln zu...": converts the number into another unit. Asks before losing
     // precision; an overflow or a number part that is no number is reported and leaves
-    // the field as it was. Returns true when the field changed.
+    // the field as it was. Returns true when the field changed; a locked field never does.
     bool ConvertTo(const QString& unit, UserPrompt& prompt);
-    // Relabels the unit without touching the number. Returns true when it changed.
+    // Relabels the unit without touching the number. Returns true when it changed; a locked
+    // field never does.
     bool Relabel(const QString& unit);
 
     // Key filter of the number box: digits, backspace and Ctrl+C/V/X.

@@ -46,3 +46,10 @@ OptionField::KeyResult OptionField::KeyDown(int key, Qt::KeyboardModifiers modif
     Step(previous ? -1 : +1);
     return KeyResult::Stepped;
 }
+
+void OptionField::Paste(QStringView text)
+{
+    const QString choice = text.trimmed().toString();
+    if (Options().contains(choice))
+        Choose(choice);
+}

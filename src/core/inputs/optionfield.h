@@ -18,6 +18,9 @@ public:
     void SetText(const QString& text);
 
     void Choose(const QString& caption) { SetText(caption); }
+    // A choice, not free text: a pasted text is taken only when it names one of the menu's
+    // choices (blanks around it aside), and otherwise changes nothing.
+    void Paste(QStringView text);
 
     // Key-down in the box (a Qt::Key and the modifiers held). A digit, a letter or Delete
     // empties the box; an arrow opens the menu with Alt alone, does nothing with any other

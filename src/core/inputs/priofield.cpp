@@ -17,36 +17,50 @@ void PrioField::SetValue(const QString& value)
 
 void PrioField::Increment()
 {
-    step(+1);
+    SetValue(stepped(m_value, +1));
 }
 
 void PrioField::Decrement()
 {
-    step(-1);
+    SetValue(stepped(m_value, -1));
 }
 
-void PrioField::step(int delta)
+QString PrioField::stepped(const QString& value, int delta)
 {
     // A pasted or loaded text may hold any number. The step is done in doubles with fmod,
     // which is exact, so even 1e300 steps without overflow; a number beyond a double counts 0.
     double v = 0;
     try {
-        v = Numbers::LeadingValue(m_value);
+        v = Numbers::LeadingValue(value);
     } catch (const QoSError&) {
         v = 0;
     }
     const double r = std::fmod(std::nearbyint(v + 4 + delta), 4.0); // keeps the sign: -6 gives -1
-    SetValue(QString::number(int(r)));
+    return QString::number(int(r));
+}
+
+QString PrioField::typed(const QString& value, QChar c)
+{
+    if (c == u'+')
+        return stepped(value, +1);
+    if (c == u'-')
+        return stepped(value, -1);
+    if (c >= u'0' && c <= u'3')
+        return QString(c);
+    return value;
 }
 
 void PrioField::TypeCharacter(QChar c)
 {
-    if (c == u'+')
-        Increment();
-    else if (c == u'-')
-        Decrement();
-    else if (c >= u'0' && c <= u'3')
-        SetValue(QString(c));
+    SetValue(typed(m_value, c));
+}
+
+void PrioField::Paste(QStringView text)
+{
+    QString value = m_value;
+    for (const QChar c : text)
+        value = typed(value, c);
+    SetValue(value);
 }
 
 bool PrioField::ClearsOnKey(int key)

@@ -24,6 +24,9 @@ public:
     void Clear() { SetValue(QString()); }
     // A typed character: "+" and "-" step, "0" to "3" replace the text, anything else is dropped.
     void TypeCharacter(QChar c);
+    // A pasted text takes only what typing could: each character as if typed, in order, with
+    // one change at the end ("1hello" gives "1", "2+" gives "3").
+    void Paste(QStringView text);
     static bool ClearsOnKey(int key);
 
     Colors::Rgb BackColor() const { return m_backColor; }
@@ -40,7 +43,8 @@ signals:
     void appearanceChanged();
 
 private:
-    void step(int delta);
+    static QString stepped(const QString& value, int delta);
+    static QString typed(const QString& value, QChar c);
 
     QString m_value = QStringLiteral("0");
     Colors::Rgb m_backColor = Colors::WindowBackground;

@@ -27,3 +27,10 @@ void TypeField::Step()
     m_position = (m_position + 1) % Values().size();
     SetText(Values().at(m_position));
 }
+
+void TypeField::Paste(QStringView text)
+{
+    const QString choice = text.trimmed().toString();
+    if (MenuCaptions().contains(choice))
+        Choose(choice);
+}

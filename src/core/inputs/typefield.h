@@ -21,6 +21,9 @@ public:
     void Step();
     // The choices of the type menu.
     void Choose(const QString& caption) { SetText(caption); }
+    // A choice, not free text: a pasted text is taken only when it names one of the menu's
+    // choices (blanks around it aside), and otherwise changes nothing.
+    void Paste(QStringView text);
 
     int Position() const { return m_position; }
 

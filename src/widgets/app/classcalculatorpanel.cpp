@@ -144,6 +144,11 @@ void ClassCalculatorPanel::setPrompt(UserPrompt* prompt)
     m_txtNewMin->setPrompt(prompt);
 }
 
+void ClassCalculatorPanel::setStatusLine(StatusLine* line)
+{
+    m_txtNewMin->setStatusLine(line);
+}
+
 void ClassCalculatorPanel::showFigures()
 {
     const QoSClass* c = m_calc->CurrentClass();

@@ -9,6 +9,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QToolButton;
+class StatusLine;
 class UserPrompt;
 
 // The class calculator as a panel of the main window: shows the calculator's figures for
@@ -20,6 +21,7 @@ public:
     explicit ClassCalculatorPanel(ClassCalculator* calculator, QWidget* parent = nullptr);
 
     void setPrompt(UserPrompt* prompt);
+    void setStatusLine(StatusLine* line);
     ClassCalculator* calculator() const { return m_calc; }
 
 private:

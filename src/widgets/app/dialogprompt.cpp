@@ -27,6 +27,16 @@ QMessageBox::Icon boxIcon(UserPrompt::Icon icon)
 
 } // namespace
 
+void DialogPrompt::Tell(UserPrompt* prompt, QWidget* parent, const QString& text, Icon icon)
+{
+    if (prompt) {
+        prompt->Message(text, icon);
+        return;
+    }
+    DialogPrompt dialogs(parent);
+    dialogs.Message(text, icon);
+}
+
 QString DialogPrompt::Title()
 {
     const QString name = QGuiApplication::applicationDisplayName();

@@ -21,6 +21,9 @@ public:
     std::optional<QString> SaveFileName(const QString& title, const QString& initialName,
                                         const QString& filter) override;
 
+    // Tells the user through prompt, or with a dialog over parent when there is none.
+    static void Tell(UserPrompt* prompt, QWidget* parent, const QString& text, Icon icon);
+
     static QString Title();
     // "Text (*.txt)|*.txt|Alle Dateien|*.*" as Qt writes it; a Qt filter passes unchanged.
     static QString QtFilter(const QString& filter);

@@ -11,6 +11,7 @@
 #include "document/qoscommon.h"
 #include "document/qoscommonpage.h"
 #include "frmstatus.h"
+#include "inputs/leavecheck.h"
 #include "model/classcalculator.h"
 #include "model/qosclass.h"
 #include "page/objectpage.h"
@@ -27,6 +28,7 @@
 #include <QDir>
 #include <QDockWidget>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -35,6 +37,7 @@
 #include <QScrollArea>
 #include <QStatusBar>
 #include <QStyle>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QToolButton>
@@ -119,37 +122,45 @@ QAction* frmMain::action(const QString& key, const QString& text, const QIcon& i
 
 void frmMain::buildActions()
 {
+    // The file commands act on the values: the field that holds the focus is asked first.
+    const auto fileCommand = [this](auto command) {
+        return [this, command] {
+            if (focusedFieldLetsGo())
+                (m_session.get()->*command)();
+        };
+    };
+
     // Toolbar1
     connect(action(QStringLiteral("New"), QStringLiteral("Neu"), themed("document-new", QStyle::SP_FileIcon),
                    QStringLiteral("Neue Konfiguration beginnen")),
-            &QAction::triggered, this, [this] { m_session->New(); });
+            &QAction::triggered, this, fileCommand(&EditorSession::New));
     connect(action(QStringLiteral("Open"), QStringLiteral("Öffnen"),
                    themed("document-open", QStyle::SP_DialogOpenButton),
                    QStringLiteral("Konfiguration aus einer qos.txt öffnen")),
-            &QAction::triggered, this, [this] { m_session->Open(); });
+            &QAction::triggered, this, fileCommand(&EditorSession::Open));
     // There is no save to the current file: every save asks for a name.
     connect(action(QStringLiteral("Save"), QStringLiteral("Speichern"),
                    themed("document-save-as", QStyle::SP_DialogSaveButton),
                    QStringLiteral("Konfiguration als qos.txt speichern")),
-            &QAction::triggered, this, [this] { m_session->SaveAs(); });
+            &QAction::triggered, this, fileCommand(&EditorSession::SaveAs));
 
     // Menu items
     QAction* a =
         action(QStringLiteral("itmFileNew"), QStringLiteral("&Neu"),
                m_actions.value(QStringLiteral("New"))->icon(), QStringLiteral("Neue Konfiguration beginnen"));
     a->setShortcut(QKeySequence::New);
-    connect(a, &QAction::triggered, this, [this] { m_session->New(); });
+    connect(a, &QAction::triggered, this, fileCommand(&EditorSession::New));
     a = action(QStringLiteral("itmFileOpen"), QStringLiteral("Ö&ffnen..."),
                m_actions.value(QStringLiteral("Open"))->icon(),
                QStringLiteral("Konfiguration aus einer qos.txt öffnen"));
     a->setShortcut(QKeySequence::Open);
-    connect(a, &QAction::triggered, this, [this] { m_session->Open(); });
+    connect(a, &QAction::triggered, this, fileCommand(&EditorSession::Open));
     a = action(QStringLiteral("itmFileSaveAs"), QStringLiteral("Speichern &unter..."),
                m_actions.value(QStringLiteral("Save"))->icon(),
                QStringLiteral("Konfiguration als qos.txt speichern"));
     // Ctrl+S as well: every save asks for a name anyway.
     a->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), QKeySequence(Qt::CTRL | Qt::Key_S)});
-    connect(a, &QAction::triggered, this, [this] { m_session->SaveAs(); });
+    connect(a, &QAction::triggered, this, fileCommand(&EditorSession::SaveAs));
     a = action(QStringLiteral("itmFileExit"), QStringLiteral("&Beenden"),
                themed("application-exit", QStyle::SP_DialogCloseButton), QStringLiteral("Tarnwick beenden"));
     a->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
@@ -163,7 +174,7 @@ void frmMain::buildActions()
     a = action(QStringLiteral("itmPageSize"), QStringLiteral("Seiten&größe..."), QIcon(),
                QStringLiteral("Spalten und Zeilen der angezeigten Seite einstellen"));
     connect(a, &QAction::triggered, this, [this] {
-        if (ObjectPage* page = CurrentPage())
+        if (ObjectPage* page = CurrentPage(); page && focusedFieldLetsGo())
             page->PageSizeCommand();
     });
 
@@ -227,6 +238,7 @@ void frmMain::buildPages()
 
     m_common1 = new QoSCommonPage(m_document->Common1());
     m_common1->setPrompt(m_prompt);
+    m_common1->setStatusLine(m_statusLine.get());
     auto* scroll = new QScrollArea;
     scroll->setObjectName(QStringLiteral("scrCommon1"));
     scroll->setWidgetResizable(true);
@@ -236,9 +248,13 @@ void frmMain::buildPages()
     m_tabStrip->addTab(createPageView(m_document->Down1(), m_tabStrip), QStringLiteral("Down"));
     m_tabStrip->addTab(createPageView(m_document->Up1(), m_tabStrip), QStringLiteral("Up"));
     setCentralWidget(m_tabStrip);
+    // A page switch leaves the field that holds the focus: it is asked before the switch.
+    m_tabStrip->tabBar()->installEventFilter(this);
+    m_tabStrip->installEventFilter(this);
 
     m_calculatorPanel = new ClassCalculatorPanel(m_calculator.get());
     m_calculatorPanel->setPrompt(m_prompt);
+    m_calculatorPanel->setStatusLine(m_statusLine.get());
     m_calculatorDock = new QDockWidget(QStringLiteral("Klassenrechner"), this);
     m_calculatorDock->setObjectName(QStringLiteral("dockClassCalculator"));
     m_calculatorDock->setWidget(m_calculatorPanel);
@@ -305,6 +321,8 @@ void frmMain::buildToolbars()
                                      QStringLiteral("&Generieren"), m_toolbar1);
     generate->setObjectName(QStringLiteral("Command2"));
     generate->setToolTip(QStringLiteral("qos.txt erzeugen und in die Zwischenablage einfügen"));
+    // A click leaves the focus in the field, which is asked before the text is made.
+    generate->setFocusPolicy(Qt::TabFocus);
     connect(generate, &QPushButton::clicked, this, &frmMain::generate);
     m_toolbar1->addWidget(generate);
 
@@ -397,12 +415,51 @@ void frmMain::saveSettings()
 
 void frmMain::closeEvent(QCloseEvent* event)
 {
-    if (!m_session->QueryClose()) {
+    if (!focusedFieldLetsGo() || !m_session->QueryClose()) {
         event->ignore();
         return;
     }
     saveSettings();
     event->accept();
+}
+
+bool frmMain::focusedFieldLetsGo() const
+{
+    return LeaveCheck::FocusedFieldLetsGo(this);
+}
+
+bool frmMain::switchesPage(QObject* watched, QEvent* event) const
+{
+    // Only input turns a page; the tab strip is not asked about the events of its own end.
+    const QEvent::Type type = event->type();
+    if (type != QEvent::MouseButtonPress && type != QEvent::Wheel && type != QEvent::KeyPress)
+        return false;
+    QTabBar* bar = m_tabStrip->tabBar();
+    if (watched == bar) {
+        if (event->type() == QEvent::Wheel)
+            return true;
+        if (event->type() != QEvent::MouseButtonPress)
+            return false;
+        auto* mouse = static_cast<QMouseEvent*>(event);
+        const int tab = bar->tabAt(mouse->position().toPoint());
+        return mouse->button() == Qt::LeftButton && tab >= 0 && tab != bar->currentIndex();
+    }
+    if (watched == m_tabStrip && event->type() == QEvent::KeyPress) {
+        // The keys with which the tab strip turns its pages from anywhere inside it.
+        auto* key = static_cast<QKeyEvent*>(event);
+        const int k = key->key();
+        return (key->modifiers() & Qt::ControlModifier) &&
+               (k == Qt::Key_Tab || k == Qt::Key_Backtab || k == Qt::Key_PageUp || k == Qt::Key_PageDown);
+    }
+    return false;
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event)
+{
+    // The page stays while the field's check fails; the field has said why and has the focus.
+    if (switchesPage(watched, event) && !focusedFieldLetsGo())
+        return true;
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void frmMain::paintEvent(QPaintEvent* event)
@@ -459,6 +516,9 @@ void frmMain::updatePageTools()
 
 void frmMain::RunPageTool(const QString& key)
 {
+    // Showing the calculator or choosing the toolbar's buttons leaves every value as it is.
+    if (key != u"Calc" && key != u"Config" && !focusedFieldLetsGo())
+        return;
     ObjectPage* page = CurrentPage();
     if (key == u"NewObject")
         return RunPageTool(m_newObjectTag);
@@ -539,6 +599,8 @@ void frmMain::configurePageTools()
 
 void frmMain::generate()
 {
+    if (!focusedFieldLetsGo())
+        return;
     m_session->Generate([](const QString& text) {
         QClipboard* clipboard = QGuiApplication::clipboard();
         clipboard->clear();
@@ -569,7 +631,10 @@ void frmMain::updateRecentFiles()
         QAction* a =
             m_recentMenu->addAction(QStringLiteral("&%1 %2").arg(i + 1).arg(QDir::toNativeSeparators(path)));
         a->setObjectName(QStringLiteral("itmRecentFile%1").arg(i + 1));
-        connect(a, &QAction::triggered, this, [this, path] { m_session->OpenFile(path); });
+        connect(a, &QAction::triggered, this, [this, path] {
+            if (focusedFieldLetsGo())
+                m_session->OpenFile(path);
+        });
     }
     m_recentMenu->setEnabled(!files.isEmpty());
 }

@@ -52,6 +52,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 signals:
@@ -74,6 +75,10 @@ private:
     void chooseNewObject(const QString& selectKey);
     void configurePageTools();
     void generate();
+    // Whether the field that holds the focus may be left: its check on leaving (the address,
+    // the port list) holds for a page switch and for commands that act on the value too.
+    bool focusedFieldLetsGo() const;
+    bool switchesPage(QObject* watched, QEvent* event) const;
     void showAbout();
     QAction* action(const QString& key, const QString& text, const QIcon& icon, const QString& tip);
 

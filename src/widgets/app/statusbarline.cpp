@@ -18,3 +18,9 @@ void StatusBarLine::SetStatusText(const QString& text)
     m_panel->setText(text);
     m_panel->setAccessibleName(text.isEmpty() ? QStringLiteral("Statuszeile") : text);
 }
+
+void StatusBarLine::ClearStatusText(const QString& ifShowing)
+{
+    if (m_panel && m_panel->text() == ifShowing)
+        SetStatusText(QString());
+}

@@ -13,6 +13,7 @@ class StatusBarLine final : public StatusLine
 public:
     explicit StatusBarLine(QStatusBar* bar);
     void SetStatusText(const QString& text) override;
+    void ClearStatusText(const QString& ifShowing) override;
 
 private:
     QPointer<QLabel> m_panel;

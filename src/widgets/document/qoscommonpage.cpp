@@ -1,15 +1,21 @@
 #include "qoscommonpage.h"
 
+#include "app/dialogprompt.h"
 #include "document/qoscommon.h"
+#include "document/writablevalue.h"
 #include "inputs/inputbandwidth.h"
+#include "inputs/pasteguard.h"
 
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
+
+#include <functional>
 
 namespace {
 
@@ -28,6 +34,30 @@ QLabel* note(const QString& text, QWidget* parent)
     return l;
 }
 
+// The description is written as comment lines: it takes line breaks and quotes, and only a
+// character the code page lacks is refused. Every way of pasting comes here.
+class DescriptionEdit final : public QPlainTextEdit
+{
+public:
+    DescriptionEdit(std::function<UserPrompt*()> prompt, QWidget* parent)
+        : QPlainTextEdit(parent), m_prompt(std::move(prompt))
+    {}
+
+protected:
+    void insertFromMimeData(const QMimeData* source) override
+    {
+        const QString refusal = WritableValue::PasteRefusal(source->text(), WritableValue::Place::Comment);
+        if (!refusal.isEmpty()) {
+            DialogPrompt::Tell(m_prompt(), this, refusal, UserPrompt::Icon::Warning);
+            return;
+        }
+        QPlainTextEdit::insertFromMimeData(source);
+    }
+
+private:
+    std::function<UserPrompt*()> m_prompt; // the page's, which may be set later
+};
+
 } // namespace
 
 QoSCommonPage::QoSCommonPage(QoSCommon* common, QWidget* parent)
@@ -39,7 +69,8 @@ QoSCommonPage::QoSCommonPage(QoSCommon* common, QWidget* parent)
       m_txtQoSInternetBandUp(new InputBandwidth(common->BandUpField(), m_frame1)),
       m_txtQoSLocalNetDev(new QLineEdit(m_frame2)),
       m_txtQoSLocalBand(new InputBandwidth(common->LocalBandField(), m_frame2)),
-      m_txtDescription(new QPlainTextEdit(m_frame3)), m_cboQoSVersion(new QComboBox(m_frame4))
+      m_txtDescription(new DescriptionEdit([this] { return m_prompt; }, m_frame3)),
+      m_cboQoSVersion(new QComboBox(m_frame4))
 {
     setObjectName(QStringLiteral("Common1"));
     m_frame1->setObjectName(QStringLiteral("Frame1"));
@@ -113,6 +144,10 @@ QoSCommonPage::QoSCommonPage(QoSCommon* common, QWidget* parent)
     column->addWidget(m_frame3, 1); // the description takes what the window gives
     column->addWidget(m_frame4);
 
+    for (QLineEdit* device : {m_txtQoSInternetDev, m_txtQoSLocalNetDev})
+        new PasteGuard(device, [this, device](const QString& text) {
+            PasteGuard::InsertWritable(device, text, m_prompt);
+        });
     connect(m_txtQoSInternetDev, &QLineEdit::textEdited, this,
             [this](const QString& t) { m_common->SetQoSInternetDev(t); });
     connect(m_txtQoSLocalNetDev, &QLineEdit::textEdited, this,
@@ -135,8 +170,16 @@ QoSCommon* QoSCommonPage::common() const
     return m_common;
 }
 
+void QoSCommonPage::setStatusLine(StatusLine* line)
+{
+    m_txtQoSInternetBandDown->setStatusLine(line);
+    m_txtQoSInternetBandUp->setStatusLine(line);
+    m_txtQoSLocalBand->setStatusLine(line);
+}
+
 void QoSCommonPage::setPrompt(UserPrompt* prompt)
 {
+    m_prompt = prompt;
     m_txtQoSInternetBandDown->setPrompt(prompt);
     m_txtQoSInternetBandUp->setPrompt(prompt);
     m_txtQoSLocalBand->setPrompt(prompt);

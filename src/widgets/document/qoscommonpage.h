@@ -8,6 +8,7 @@ class QGroupBox;
 class QLineEdit;
 class QPlainTextEdit;
 class QoSCommon;
+class StatusLine;
 class UserPrompt;
 class InputBandwidth;
 
@@ -21,6 +22,7 @@ public:
     explicit QoSCommonPage(QoSCommon* common, QWidget* parent = nullptr);
 
     void setPrompt(UserPrompt* prompt);
+    void setStatusLine(StatusLine* line);
     QoSCommon* common() const;
 
 private:
@@ -28,6 +30,7 @@ private:
     void showVersions();
 
     QPointer<QoSCommon> m_common;
+    UserPrompt* m_prompt = nullptr;
     QGroupBox* m_frame1;
     QGroupBox* m_frame2;
     QGroupBox* m_frame3;

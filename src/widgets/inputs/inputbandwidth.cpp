@@ -3,11 +3,14 @@
 #include "app/dialogprompt.h"
 #include "document/qoserror.h"
 #include "document/unitconversion.h"
-#include "palettecolor.h"
 #include "fieldbinding.h"
+#include "palettecolor.h"
+#include "pasteguard.h"
+#include "statusnotice.h"
 #include "typedkey.h"
 
 #include <QCheckBox>
+#include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -33,6 +36,7 @@ InputBandwidth::InputBandwidth(BandwidthField* field, QWidget* parent)
     m_lblMinUnit->setAccessibleDescription(QStringLiteral("Einheit"));
     m_lblMinUnit->setToolTip(QStringLiteral("Rechtsklick: Einheit ändern"));
     m_lblMinUnit->installEventFilter(this);
+    m_lblMinUnit->setFocusPolicy(Qt::TabFocus);
     m_chkLocked->setObjectName(QStringLiteral("chkLocked"));
     m_chkLocked->setText(QStringLiteral("fest"));
     m_chkLocked->setToolTip(QStringLiteral("Wert festhalten"));
@@ -49,20 +53,8 @@ InputBandwidth::InputBandwidth(BandwidthField* field, QWidget* parent)
     // As wide as its three controls, not as wide as its host.
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 
-    connect(m_txtMin, &QLineEdit::textEdited, this, [this](const QString& text) {
-        try {
-            m_field->SetValue(text);
-        } catch (const QoSError& e) {
-            // A number beyond 32 bits is no bandwidth: the box goes back to the value it had.
-            showValue();
-            if (m_prompt) {
-                m_prompt->Message(e.message(), UserPrompt::Icon::Warning);
-            } else {
-                DialogPrompt dialogs(this);
-                dialogs.Message(e.message(), UserPrompt::Icon::Warning);
-            }
-        }
-    });
+    connect(m_txtMin, &QLineEdit::textEdited, this, &InputBandwidth::edited);
+    new PasteGuard(m_txtMin, [this](const QString& text) { pasteNumber(text); });
     connect(m_chkLocked, &QCheckBox::clicked, this, [this](bool checked) { m_field->SetLocked(checked); });
     setFocusProxy(m_txtMin);
     setField(field);
@@ -120,12 +112,14 @@ void InputBandwidth::setField(BandwidthField* field)
     connect(m_field, &BandwidthField::valueChanged, this, &InputBandwidth::showValue);
     connect(m_field, &BandwidthField::unitChanged, this, &InputBandwidth::showUnit);
     connect(m_field, &BandwidthField::lockedChanged, m_chkLocked, &QCheckBox::setChecked);
+    connect(m_field, &BandwidthField::lockedChanged, this, &InputBandwidth::showEditable);
     connect(m_field, &BandwidthField::showLockChanged, this, &InputBandwidth::showLock);
     connect(m_field, &BandwidthField::backgroundChanged, this, &InputBandwidth::showBackground);
     showValue();
     showUnit();
     m_chkLocked->setChecked(m_field->Locked());
     showLock();
+    showEditable();
     showBackground();
 }
 
@@ -133,6 +127,56 @@ void InputBandwidth::showValue()
 {
     if (m_txtMin->text() != m_field->Value())
         m_txtMin->setText(m_field->Value());
+    clearRangeNotice();
+}
+
+void InputBandwidth::showEditable()
+{
+    const bool editable = m_field->TakesEdits();
+    m_txtMin->setReadOnly(!editable);
+    // Tab stops at the unit only while it has a menu to offer.
+    m_lblMinUnit->setFocusPolicy(m_field->UnitMenuAllowed() ? Qt::TabFocus : Qt::NoFocus);
+}
+
+void InputBandwidth::edited(const QString& text)
+{
+    try {
+        m_field->SetValue(text);
+    } catch (const QoSError& e) {
+        // A number beyond 32 bits is no bandwidth: the box goes back to the value it had. A
+        // box in the middle of typing would take the keys that follow, so a typed number is
+        // refused in the status line and the tooltip; a pasted one still gets the box.
+        RevertEdit(m_txtMin, m_field->Value());
+        if (m_pasting) {
+            DialogPrompt::Tell(m_prompt, this, e.message(), UserPrompt::Icon::Warning);
+            return;
+        }
+        if (m_rangeNotice.isEmpty())
+            m_numberTip = m_txtMin->toolTip();
+        else
+            ClearNotice(m_status, this, m_rangeNotice);
+        m_rangeNotice = e.message();
+        m_txtMin->setToolTip(m_rangeNotice);
+        ShowNotice(m_status, this, m_rangeNotice);
+        return;
+    }
+    clearRangeNotice();
+}
+
+void InputBandwidth::clearRangeNotice()
+{
+    if (m_rangeNotice.isEmpty())
+        return;
+    ClearNotice(m_status, this, m_rangeNotice);
+    m_txtMin->setToolTip(m_numberTip);
+    m_rangeNotice.clear();
+}
+
+void InputBandwidth::pasteNumber(const QString& text)
+{
+    m_pasting = true;
+    PasteGuard::InsertWritable(m_txtMin, text, m_prompt);
+    m_pasting = false;
 }
 
 void InputBandwidth::showUnit()
@@ -159,18 +203,60 @@ void InputBandwidth::convertTo(const QString& unit)
     m_field->ConvertTo(unit, dialogs);
 }
 
+void InputBandwidth::showUnitFocus(bool focused)
+{
+    // A label draws no focus frame of its own: the unit shows the focus in the selection colours.
+    m_lblMinUnit->setAutoFillBackground(focused);
+    m_lblMinUnit->setBackgroundRole(focused ? QPalette::Highlight : QPalette::Window);
+    m_lblMinUnit->setForegroundRole(focused ? QPalette::HighlightedText : QPalette::WindowText);
+}
+
+void InputBandwidth::openUnitMenu(const QPoint& globalPos)
+{
+    // The filter sees the events of a disabled label too (the calculator without a class).
+    if (m_field->UnitMenuAllowed() && isEnabled())
+        m_mnuUnits->popup(globalPos);
+}
+
 bool InputBandwidth::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_txtMin && event->type() == QEvent::KeyPress) {
         const QChar c = TypedCharacter(static_cast<QKeyEvent*>(event));
         return !c.isNull() && !BandwidthField::AcceptsKey(c);
     }
-    if (watched == m_lblMinUnit && event->type() == QEvent::MouseButtonRelease) {
+    if (watched != m_lblMinUnit)
+        return QWidget::eventFilter(watched, event);
+    const QPoint below = m_lblMinUnit->mapToGlobal(QPoint(0, m_lblMinUnit->height()));
+    switch (event->type()) {
+    case QEvent::MouseButtonRelease: {
         auto* mouse = static_cast<QMouseEvent*>(event);
-        if (mouse->button() == Qt::RightButton && m_field->UnitMenuAllowed()) {
-            m_mnuUnits->popup(mouse->globalPosition().toPoint());
+        if (mouse->button() != Qt::RightButton)
+            break;
+        openUnitMenu(mouse->globalPosition().toPoint());
+        return true;
+    }
+    case QEvent::ContextMenu:
+        // Never passed on to the box, whose menu would offer "Ausschneiden" in its place. The
+        // mouse opens the unit menu on release; the keyboard opens it at once.
+        if (static_cast<QContextMenuEvent*>(event)->reason() != QContextMenuEvent::Mouse)
+            openUnitMenu(below);
+        return true;
+    case QEvent::KeyPress: {
+        auto* key = static_cast<QKeyEvent*>(event);
+        const Qt::KeyboardModifiers modifiers = key->modifiers() & ~Qt::KeypadModifier;
+        if ((key->key() == Qt::Key_Menu && modifiers == Qt::NoModifier) ||
+            (key->key() == Qt::Key_F10 && modifiers == Qt::ShiftModifier)) {
+            openUnitMenu(below);
             return true;
         }
+        break;
+    }
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        showUnitFocus(event->type() == QEvent::FocusIn);
+        break;
+    default:
+        break;
     }
     return QWidget::eventFilter(watched, event);
 }

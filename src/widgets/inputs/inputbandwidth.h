@@ -9,10 +9,14 @@ class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QMenu;
+class StatusLine;
 class UserPrompt;
 
 // A bandwidth: number box, unit label with its unit menu, and the lock check box.
 // Shows and edits a BandwidthField, its own or one that a class or the common page owns.
+//
+// The unit menu opens with a right click on the unit, or from the keyboard with the menu key
+// or Shift+F10 on the unit, which Tab reaches. A locked field takes no edits and has no menu.
 class InputBandwidth final : public QWidget
 {
     Q_OBJECT
@@ -25,6 +29,9 @@ public:
     void setField(BandwidthField* field);
     // Asks the precision question; without one the question comes as a dialog.
     void setPrompt(UserPrompt* prompt) { m_prompt = prompt; }
+    // Where a number refused while typing is explained; without one, in the status bar of the
+    // main window. The number box's tooltip says it too.
+    void setStatusLine(StatusLine* line) { m_status = line; }
     // The name a screen reader gives the number box, as the label beside the field says.
     void setLabel(const QString& label);
     // How many digits the number box shows without scrolling.
@@ -44,12 +51,22 @@ private:
     void showUnit();
     void showBackground();
     void showLock();
+    void showEditable();
+    void showUnitFocus(bool focused);
+    void openUnitMenu(const QPoint& globalPos);
+    void edited(const QString& text);
+    void pasteNumber(const QString& text);
+    void clearRangeNotice();
     void convertTo(const QString& unit);
 
     BandwidthField m_own;
     QPointer<BandwidthField> m_field;
     UserPrompt* m_prompt = nullptr;
+    StatusLine* m_status = nullptr;
     bool m_lockAllowed = true;
+    bool m_pasting = false; // the number arrives whole, not key by key
+    QString m_rangeNotice;  // the refusal the status line and the tooltip show
+    QString m_numberTip;    // the number box's tooltip before it
     QLineEdit* m_txtMin;
     QLabel* m_lblMinUnit;
     QCheckBox* m_chkLocked;

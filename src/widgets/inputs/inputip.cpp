@@ -2,7 +2,9 @@
 
 #include "app/dialogprompt.h"
 #include "document/qoserror.h"
+#include "document/writablevalue.h"
 #include "fieldbinding.h"
+#include "pasteguard.h"
 #include "typedkey.h"
 
 #include <QClipboard>
@@ -33,6 +35,9 @@ InputIP::InputIP(IpField* field, QWidget* parent)
     m_txtMaskBits->setMaximumWidth(m_txtMaskBits->fontMetrics().horizontalAdvance(QStringLiteral("0000")) +
                                    12);
     for (QLineEdit* box : {m_txtIP, m_txtMaskBits}) {
+        // Before the field's own filter, which runs first: the field keeps its menu and its
+        // Ctrl+V, which the mask box discards.
+        new PasteGuard(box, [this](const QString& text) { PasteText(text); });
         box->installEventFilter(this);
     }
     m_mnuEdit->setObjectName(QStringLiteral("mnuEdit"));
@@ -118,7 +123,17 @@ void InputIP::Cut()
 
 void InputIP::Paste()
 {
-    m_field->SetText(QGuiApplication::clipboard()->text());
+    PasteText(QGuiApplication::clipboard()->text());
+}
+
+void InputIP::PasteText(const QString& text)
+{
+    const QString refusal = WritableValue::PasteRefusal(text);
+    if (!refusal.isEmpty()) {
+        DialogPrompt::Tell(m_prompt, this, refusal, UserPrompt::Icon::Warning);
+        return;
+    }
+    m_field->SetText(text);
     m_txtIP->setFocus(Qt::OtherFocusReason);
 }
 
@@ -141,20 +156,19 @@ void InputIP::showMenu(QLineEdit* box, const QPoint& globalPos)
     m_mnuEdit->popup(globalPos);
 }
 
-void InputIP::checkAddress()
+bool InputIP::CheckLeave()
 {
-    if (m_complaining || IpField::IsValidAddress(m_txtIP->text()))
-        return;
+    // While the message is up, the field is not left either.
+    if (m_complaining)
+        return false;
+    if (IpField::IsValidAddress(m_txtIP->text()))
+        return true;
     m_complaining = true;
     m_txtIP->setFocus(Qt::OtherFocusReason);
-    if (m_prompt) {
-        m_prompt->Message(IpField::InvalidAddressMessage(), UserPrompt::Icon::Critical);
-    } else {
-        DialogPrompt dialogs(this);
-        dialogs.Message(IpField::InvalidAddressMessage(), UserPrompt::Icon::Critical);
-    }
+    DialogPrompt::Tell(m_prompt, this, IpField::InvalidAddressMessage(), UserPrompt::Icon::Critical);
     m_txtIP->setFocus(Qt::OtherFocusReason);
     m_complaining = false;
+    return false;
 }
 
 bool InputIP::eventFilter(QObject* watched, QEvent* event)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "inputs/ipfield.h"
+#include "leavecheck.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -10,8 +11,9 @@ class QMenu;
 class UserPrompt;
 
 // An IPv4 address with optional mask bits: the address box and the mask box side by side,
-// with an edit menu that copies and pastes both as one text ("10.0.0.0/8").
-class InputIP final : public QWidget
+// with an edit menu that copies and pastes both as one text ("10.0.0.0/8"). Every paste goes
+// through the menu's rule, so a pasted address is split into address and mask bits.
+class InputIP final : public QWidget, public LeaveCheck
 {
     Q_OBJECT
 public:
@@ -28,6 +30,12 @@ public:
     void Cut();
     void Paste();
     void Delete();
+    // The paste rule: a text the writer would refuse is refused with its reason; any other
+    // is split into address and mask bits, and the focus goes to the address.
+    void PasteText(const QString& text);
+
+    // The address check, as when the focus leaves the address box.
+    bool CheckLeave() override;
 
 signals:
     void Change();
@@ -39,7 +47,7 @@ private:
     void buildMenu();
     void showMenu(QLineEdit* box, const QPoint& globalPos);
     void showText();
-    void checkAddress();
+    void checkAddress() { CheckLeave(); }
     QString combinedText() const;
 
     IpField m_own;

@@ -1,6 +1,7 @@
 #include "inputoption.h"
 
 #include "fieldbinding.h"
+#include "pasteguard.h"
 #include "typedkey.h"
 
 #include <QHBoxLayout>
@@ -39,6 +40,8 @@ InputOption::InputOption(OptionField* field, QWidget* parent)
 
     connect(m_cmdOption, &QToolButton::clicked, this, &InputOption::OpenMenu);
     connect(m_txtOption, &QLineEdit::textEdited, this, [this](const QString& t) { m_field->SetText(t); });
+    // After the key filter, so that Ctrl+V pastes instead of emptying the box as a letter key.
+    new PasteGuard(m_txtOption, [this](const QString& text) { m_field->Paste(text); });
     setFocusProxy(m_txtOption);
     setField(field);
 }

@@ -2,14 +2,14 @@
 
 #include "app/dialogprompt.h"
 #include "fieldbinding.h"
+#include "pasteguard.h"
+#include "statusnotice.h"
 #include "typedkey.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMainWindow>
-#include <QStatusBar>
 #include <QTimer>
 
 InputPort::InputPort(QWidget* parent) : InputPort(nullptr, parent) {}
@@ -39,12 +39,14 @@ InputPort::InputPort(PortField* field, QWidget* parent)
     connect(m_txtPort, &QLineEdit::textEdited, this, [this](const QString& t) {
         // A list that stands for more ports than can be counted is refused as too many.
         if (!PortField::TryCount(t)) {
-            showPort();
+            RevertEdit(m_txtPort, m_field->Port());
             showTooManyPorts();
             return;
         }
         m_field->SetPort(t);
     });
+    new PasteGuard(m_txtPort,
+                   [this](const QString& text) { PasteGuard::InsertWritable(m_txtPort, text, m_prompt); });
     setFocusProxy(m_txtPort);
     setField(field);
 }
@@ -71,41 +73,41 @@ void InputPort::showPort()
     if (m_field->Look() == PortField::CountLook::Many)
         p.setColor(QPalette::WindowText, QColor(0xB0, 0x00, 0x00));
     m_lblFilterCount->setPalette(p);
+    if (m_field->CountFits() && m_field->count() <= PortField::MaxPorts)
+        clearTooManyPorts();
 }
 
 void InputPort::showTooManyPorts()
 {
-    if (m_status) {
-        m_status->SetStatusText(PortField::TooManyPortsText());
-    } else if (auto* main = qobject_cast<QMainWindow*>(window())) {
-        main->statusBar()->showMessage(PortField::TooManyPortsText());
-    }
+    ShowNotice(m_status, this, PortField::TooManyPortsText());
 }
 
-void InputPort::checkPorts()
+void InputPort::clearTooManyPorts()
 {
+    ClearNotice(m_status, this, PortField::TooManyPortsText());
+}
+
+bool InputPort::CheckLeave()
+{
+    // While the message is up, the field is not left either.
     if (m_complaining)
-        return;
+        return false;
     switch (m_field->CheckLeave()) {
     case PortField::LeaveResult::Ok:
-        return;
+        return true;
     case PortField::LeaveResult::TooManyPorts:
         m_txtPort->setFocus(Qt::OtherFocusReason);
         showTooManyPorts();
-        return;
+        return false;
     case PortField::LeaveResult::OutOfRange:
         m_complaining = true;
         m_txtPort->setFocus(Qt::OtherFocusReason);
-        if (m_prompt) {
-            m_prompt->Message(PortField::OutOfRangeText(), UserPrompt::Icon::None);
-        } else {
-            DialogPrompt dialogs(this);
-            dialogs.Message(PortField::OutOfRangeText(), UserPrompt::Icon::None);
-        }
+        DialogPrompt::Tell(m_prompt, this, PortField::OutOfRangeText(), UserPrompt::Icon::None);
         m_txtPort->setFocus(Qt::OtherFocusReason);
         m_complaining = false;
-        return;
+        return false;
     }
+    return true;
 }
 
 bool InputPort::eventFilter(QObject* watched, QEvent* event)

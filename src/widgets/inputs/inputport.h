@@ -1,6 +1,7 @@
 #pragma once
 
 #include "inputs/portfield.h"
+#include "leavecheck.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -11,7 +12,7 @@ class StatusLine;
 class UserPrompt;
 
 // A filter's port list with the count of single ports it stands for beside it.
-class InputPort final : public QWidget
+class InputPort final : public QWidget, public LeaveCheck
 {
     Q_OBJECT
 public:
@@ -25,6 +26,9 @@ public:
     // Shows the range message; without one it comes as a dialog.
     void setPrompt(UserPrompt* prompt) { m_prompt = prompt; }
 
+    // The check on leaving: too many ports, or a first port out of range.
+    bool CheckLeave() override;
+
 signals:
     void Change();
 
@@ -33,8 +37,9 @@ protected:
 
 private:
     void showPort();
-    void checkPorts();
+    void checkPorts() { CheckLeave(); }
     void showTooManyPorts();
+    void clearTooManyPorts();
 
     PortField m_own;
     QPointer<PortField> m_field;

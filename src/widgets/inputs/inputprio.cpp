@@ -1,7 +1,8 @@
 #include "inputprio.h"
 
-#include "palettecolor.h"
 #include "fieldbinding.h"
+#include "palettecolor.h"
+#include "pasteguard.h"
 #include "typedkey.h"
 
 #include <QHBoxLayout>
@@ -43,6 +44,8 @@ InputPrio::InputPrio(PrioField* field, QWidget* parent)
     connect(m_cmdPrioDec, &QToolButton::clicked, this, [this] { m_field->Decrement(); });
     connect(m_cmdPrioInc, &QToolButton::clicked, this, [this] { m_field->Increment(); });
     connect(m_txtPrio, &QLineEdit::textEdited, this, [this](const QString& t) { m_field->SetValue(t); });
+    // After the key filter, so that it sees Ctrl+V before the filter drops it as a character.
+    new PasteGuard(m_txtPrio, [this](const QString& text) { m_field->Paste(text); });
     setFocusProxy(m_txtPrio);
     setField(field);
 }

@@ -1,6 +1,7 @@
 #include "inputtype.h"
 
 #include "fieldbinding.h"
+#include "pasteguard.h"
 #include "typedkey.h"
 
 #include <QContextMenuEvent>
@@ -19,6 +20,8 @@ InputType::InputType(TypeField* field, QWidget* parent)
     m_txtType->setObjectName(QStringLiteral("txtType"));
     m_txtType->setAccessibleName(QStringLiteral("Typ"));
     m_txtType->setToolTip(QStringLiteral("Typ: leer, client oder server (Doppelklick wechselt)"));
+    // Before the field's own filter, which runs first and keeps the type menu.
+    new PasteGuard(m_txtType, [this](const QString& text) { m_field->Paste(text); });
     m_txtType->installEventFilter(this);
     m_cmdType->setObjectName(QStringLiteral("cmdType"));
     m_cmdType->setArrowType(Qt::DownArrow);

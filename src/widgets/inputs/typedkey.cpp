@@ -1,6 +1,7 @@
 #include "typedkey.h"
 
 #include <QKeyEvent>
+#include <QLineEdit>
 
 QChar TypedCharacter(const QKeyEvent* event)
 {
@@ -16,4 +17,11 @@ QChar TypedCharacter(const QKeyEvent* event)
     if (text.isEmpty() || !text.at(0).isPrint())
         return QChar();
     return text.at(0);
+}
+
+void RevertEdit(QLineEdit* edit, const QString& before)
+{
+    const qsizetype caret = edit->cursorPosition() - (edit->text().size() - before.size());
+    edit->setText(before);
+    edit->setCursorPosition(int(qBound(qsizetype(0), caret, before.size())));
 }

@@ -3,6 +3,7 @@
 #include "document/unitconversion.h"
 #include "inputs/inputprio.h"
 
+#include <QCheckBox>
 #include <QFontMetrics>
 #include <QHash>
 #include <QLineEdit>
@@ -45,9 +46,12 @@ BoxMetrics measure(const QFont& font)
     arrow.setArrowType(Qt::DownArrow);
     InputPrio prio;
     prio.setFont(font);
+    QCheckBox lock(QStringLiteral("fest"));
+    lock.setFont(font);
 
     m.titleHeight = fm.height() + 4;
-    m.rowHeight = std::max({edit.sizeHint().height(), button.sizeHint().height(), prio.sizeHint().height()});
+    m.rowHeight = std::max({edit.sizeHint().height(), button.sizeHint().height(), prio.sizeHint().height(),
+                            lock.sizeHint().height()});
     m.labelWidth = 4 + std::max({advance(QStringLiteral("Min")), advance(QStringLiteral("Max")),
                                  advance(QStringLiteral("Prio")), advance(QStringLiteral("IP")),
                                  advance(QStringLiteral("Port")), advance(QStringLiteral("Typ"))});
@@ -57,7 +61,9 @@ BoxMetrics measure(const QFont& font)
     int unitWidth = 0;
     for (const QString& unit : UnitConversion::Units())
         unitWidth = std::max(unitWidth, advance(unit));
-    const int bandwidth = advance(QString(m.bandwidthDigits, u'0')) + editExtra + 4 + unitWidth + 6;
+    // Number box, unit and lock box, as the bandwidth field lays them out.
+    const int bandwidth = advance(QString(m.bandwidthDigits, u'0')) + editExtra + 4 + unitWidth + 6 + 4 +
+                          lock.sizeHint().width();
     const int classRow = m.labelWidth + m.gap + bandwidth + m.gap + m.buttonWidth;
     const int prioRow = m.labelWidth + m.gap + prio.sizeHint().width() + m.gap + m.directionWidth;
 

@@ -7,6 +7,7 @@
 #include "inputs/inputbandwidth.h"
 #include "inputs/inputprio.h"
 #include "model/qosclass.h"
+#include "page/tittlebar.h"
 #include "plugbottom.h"
 
 #include <QFrame>
@@ -27,10 +28,8 @@ QoSClassBox::QoSClassBox(QoSClass* qosClass, ObjectPageView* view, QWidget* pare
     m_txtMin->setObjectName(QStringLiteral("txtMin"));
     m_txtMax->setObjectName(QStringLiteral("txtMax"));
     const int bandwidthWidth = m.fieldWidth() - m.gap - m.buttonWidth;
-    for (InputBandwidth* field : {m_txtMin, m_txtMax}) {
+    for (InputBandwidth* field : {m_txtMin, m_txtMax})
         field->setNumberDigits(m.bandwidthDigits);
-        field->setLockAllowed(false);
-    }
     m_txtMin->setLabel(QStringLiteral("Minimum"));
     m_txtMax->setLabel(QStringLiteral("Maximum"));
     m_txtMin->setGeometry(m.fieldLeft(), m.rowTop(0), bandwidthWidth, m.rowHeight);
@@ -96,8 +95,15 @@ QoSClass* QoSClassBox::qosClass() const
 
 void QoSClassBox::setPrompt(UserPrompt* prompt)
 {
+    m_title->setPrompt(prompt);
     m_txtMin->setPrompt(prompt);
     m_txtMax->setPrompt(prompt);
+}
+
+void QoSClassBox::setStatusLine(StatusLine* line)
+{
+    m_txtMin->setStatusLine(line);
+    m_txtMax->setStatusLine(line);
 }
 
 QStringList QoSClassBox::rowLabels() const

@@ -22,7 +22,7 @@ public:
 
     QoSClass* qosClass() const;
     void setPrompt(UserPrompt* prompt) override;
-    void setStatusLine(StatusLine*) override {}
+    void setStatusLine(StatusLine* line) override;
 
 protected:
     QString kindName() const override { return QStringLiteral("Klasse"); }

@@ -7,6 +7,7 @@
 #include "inputs/inputtype.h"
 #include "model/qosfilter.h"
 #include "page/objectpageview.h"
+#include "page/tittlebar.h"
 
 #include <QEvent>
 #include <QFocusEvent>
@@ -74,7 +75,8 @@ void QoSFilterBox::detach()
 
 void QoSFilterBox::keepTypePosition()
 {
-    if (m_view && m_object)
+    // A detached box (its view is going) asks nothing of the view.
+    if (m_object && m_view)
         m_view->setTypePosition(m_object->Name(), m_txtType->field()->Position());
 }
 
@@ -85,6 +87,7 @@ QoSFilter* QoSFilterBox::filter() const
 
 void QoSFilterBox::setPrompt(UserPrompt* prompt)
 {
+    m_title->setPrompt(prompt);
     m_txtIP->setPrompt(prompt);
     m_inputPort1->setPrompt(prompt);
 }

@@ -1,6 +1,7 @@
 #include "tittlebar.h"
 
 #include "inputs/palettecolor.h"
+#include "inputs/pasteguard.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -99,6 +100,10 @@ void TittleBar::Edit()
     // 30 twips narrower than the strip: two pixels.
     m_edit->setGeometry(0, 0, qMax(width() - 2, 1), height());
     m_edit->installEventFilter(this);
+    new PasteGuard(m_edit, [this](const QString& text) {
+        if (m_edit)
+            PasteGuard::InsertWritable(m_edit, text, m_prompt);
+    });
     m_edit->show();
     m_edit->setFocus(Qt::OtherFocusReason);
 }

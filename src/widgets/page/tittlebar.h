@@ -7,6 +7,7 @@
 #include <QWidget>
 
 class QLabel;
+class UserPrompt;
 
 // The title strip of a class or filter box: the caption in the colours of an active or an
 // inactive window caption, edited in place. Its mouse events are raised as its own and then
@@ -42,6 +43,8 @@ public:
     // cancels and raises nothing.
     void Edit();
     bool IsEditing() const { return m_edit != nullptr; }
+    // Refuses a pasted caption that could not be written; without one the refusal is a dialog.
+    void setPrompt(UserPrompt* prompt) { m_prompt = prompt; }
     QLineEdit* editor() const { return m_edit; }
 
     QSize sizeHint() const override;
@@ -71,6 +74,7 @@ private:
     QLabel* m_label; // Label2
     QPointer<QLineEdit> m_edit; // Text1, made only while editing
     QString m_caption;
+    UserPrompt* m_prompt = nullptr;
     Colors::Rgb m_activeBack = Colors::ActiveCaption;
     Colors::Rgb m_activeText = Colors::CaptionText;
     Colors::Rgb m_inactiveBack = Colors::InactiveCaption;

@@ -1,0 +1,112 @@
+#include "document/document.h"
+#include "document/qoscommon.h"
+#include "document/qoserror.h"
+#include "document/qoswriter.h"
+#include "document/scriptedprompt.h"
+#include "document/writablevalue.h"
+#include "model/qosclass.h"
+#include "page/objectpage.h"
+
+#include <QTest>
+
+using Flaw = WritableValue::Flaw;
+using Place = WritableValue::Place;
+Q_DECLARE_METATYPE(WritableValue::Flaw)
+Q_DECLARE_METATYPE(WritableValue::Place)
+
+// What may go into qos.txt as it is: the writer refuses the rest, and the fields refuse it where
+// it is pasted, with the same words.
+class TestWritableValue : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase() { qputenv("SOURCE_DATE_EPOCH", "1700000000"); }
+
+    void check_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<Place>("place");
+        QTest::addColumn<Flaw>("flaw");
+        QTest::addColumn<int>("at");
+        // clang-format off
+        QTest::newRow("plain") << "768kbit" << Place::Setting << Flaw::None << -1;
+        QTest::newRow("empty") << "" << Place::Setting << Flaw::None << -1;
+        QTest::newRow("umlaut and euro are in the code page") << "Büro €" << Place::Setting << Flaw::None << -1;
+        QTest::newRow("undefined byte read from a file writes back") << QString(QChar(0x81)) << Place::Setting << Flaw::None << -1;
+        QTest::newRow("quote") << "Bob's" << Place::Setting << Flaw::Quote << 3;
+        QTest::newRow("lone CR") << "21\r80" << Place::Setting << Flaw::LineBreak << 2;
+        QTest::newRow("lone LF") << "21\n80" << Place::Setting << Flaw::LineBreak << 2;
+        QTest::newRow("a quote is named before an earlier foreign character") << "Ω'" << Place::Setting << Flaw::Quote << 1;
+        QTest::newRow("foreign character") << "Ωmega" << Place::Setting << Flaw::Unmappable << 0;
+        QTest::newRow("character beyond the basic plane") << "a😀" << Place::Setting << Flaw::Unmappable << 1;
+        QTest::newRow("comment takes quotes and line breaks") << "Bob's\r\nNetz" << Place::Comment << Flaw::None << -1;
+        QTest::newRow("comment refuses a foreign character") << "a\n→" << Place::Comment << Flaw::Unmappable << 2;
+        // clang-format on
+    }
+    void check()
+    {
+        QFETCH(QString, value);
+        QFETCH(Place, place);
+        const WritableValue::Verdict v = WritableValue::Check(value, place);
+        QTEST(v.flaw, "flaw");
+        QTEST(int(v.at), "at");
+        QCOMPARE(v.writable(), v.flaw == Flaw::None);
+    }
+
+    // The writer's messages are those it always gave; the paste refusal gives the same reason.
+    void writerAndPasteGiveTheSameReason_data()
+    {
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<QString>("written");
+        QTest::addColumn<QString>("pasted");
+        const QString written = QStringLiteral("Die Klasse \"%1\" in Zelle 0,0 der Seite Down: der Titel \"%1\" %2");
+        const QString pasted = QStringLiteral("Der Text wird nicht eingefügt: er %1");
+        const QString quote =
+            QStringLiteral("enthält ein Hochkomma ('); so lässt sich der Wert nicht in qos.txt schreiben.");
+        const QString lineBreak =
+            QStringLiteral("enthält einen Zeilenumbruch; so lässt sich der Wert nicht in qos.txt schreiben.");
+        const QString emoji = QStringLiteral("enthält das Zeichen \"😀\", das qos.txt nicht kennt.");
+        // clang-format off
+        QTest::newRow("quote") << "Bob's" << written.arg(QStringLiteral("Bob's"), quote) << pasted.arg(quote);
+        QTest::newRow("line break") << "a\r\nb" << written.arg(QStringLiteral("a\r\nb"), lineBreak)
+                                    << pasted.arg(lineBreak);
+        QTest::newRow("pair of surrogates named whole") << "x😀" << written.arg(QStringLiteral("x😀"), emoji)
+                                                        << pasted.arg(emoji);
+        // clang-format on
+    }
+    void writerAndPasteGiveTheSameReason()
+    {
+        QFETCH(QString, caption);
+        QFETCH(QString, written);
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        int idx = 0;
+        doc.Down1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"), QStringLiteral("0"),
+                              idx, false, caption);
+        try {
+            ExportQoSBytes(doc);
+            QFAIL("written");
+        } catch (const QoSError& e) {
+            QCOMPARE(e.message(), written);
+        }
+        QTEST(WritableValue::PasteRefusal(caption), "pasted");
+    }
+
+    void descriptionKeepsItsMessage()
+    {
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        doc.Common1()->SetQoSDescription(QStringLiteral("Büro's\r\nNetz → LAN"));
+        try {
+            ExportQoSBytes(doc);
+            QFAIL("written");
+        } catch (const QoSError& e) {
+            QCOMPARE(e.message(),
+                     QStringLiteral("Allgemein: die Beschreibung enthält das Zeichen \"→\", das qos.txt nicht kennt."));
+        }
+        QCOMPARE(WritableValue::PasteRefusal(u"Büro's\r\nNetz", Place::Comment), QString());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestWritableValue)
+#include "tst_writablevalue.moc"
