@@ -40,9 +40,7 @@ QString pageLabel(const ObjectPage& page)
 QString where(const ObjectPage& page, const QoSObject& o, const QString& kind)
 {
     return QStringLiteral("%1: %2 \"%3\" in Zelle %4,%5")
-        .arg(pageLabel(page), kind, o.Caption())
-        .arg(o.MatrixX())
-        .arg(o.MatrixY());
+        .arg(pageLabel(page), kind, o.Caption(), QString::number(o.MatrixX()), QString::number(o.MatrixY()));
 }
 
 QString balance(std::optional<qint64> guaranteed, std::optional<qint64> available, const QString& of)
@@ -112,9 +110,8 @@ void checkFilter(const ObjectPage& page, const QoSFilter& f, CheckReport& report
         if (*to < *from)
             report.problems << at + QStringLiteral(": der Bereich \"%1\" läuft rückwärts und zählt %2 Ports, "
                                                    "steht aber für %3")
-                                        .arg(item.toString())
-                                        .arg(*from - *to - 1)
-                                        .arg(*from - *to + 1);
+                                        .arg(item.toString(), QString::number(*from - *to - 1),
+                                             QString::number(*from - *to + 1));
     }
     if (!IpField::IsValidAddress(f.IpInput()->Address()))
         report.problems << at + QStringLiteral(": ungültige IP-Adresse \"%1\"").arg(f.IpInput()->Address());

@@ -28,6 +28,25 @@ class TestClassCalculator : public QObject
     }
 
 private slots:
+    // A minimum the user locked keeps its value; the calculator says why it does not write it.
+    void aLockedMinimumIsNotWritten()
+    {
+        Document doc;
+        QoSClass* c = add(doc.Down1(), 0, QStringLiteral("300kbit"), QStringLiteral("700kbit"));
+        ClassCalculator calc;
+        calc.SetQoSClass(c);
+        c->MinField()->SetLocked(true);
+        QVERIFY(!calc.CanApply());
+        calc.NewMin()->SetBandwidth(QStringLiteral("500kbit"));
+        QVERIFY(!calc.Apply());
+        QCOMPARE(c->QoSMinBandWidth(), QStringLiteral("300kbit"));
+        QVERIFY(!calc.ErrorText().isEmpty());
+        c->MinField()->SetLocked(false);
+        QVERIFY(calc.CanApply());
+        QVERIFY(calc.Apply());
+        QCOMPARE(c->QoSMinBandWidthKBit(), 500);
+    }
+
     void figures_data()
     {
         QTest::addColumn<QString>("lineDown");

@@ -239,6 +239,7 @@ private slots:
         QTest::newRow("port list of more than 65536 entries") << "ports 1-100000"
                                                               << "65536";
         QTest::newRow("class below row 3") << "class row 5" << "Zeile 5";
+        QTest::newRow("a caption with a percent sign is named as it is") << "class row 5 50%1" << "\"50%1\" in Zelle 0,5 der Seite Down steht in Zeile 5";
         QTest::newRow("filter without class") << "cut filter" << "an keiner Klasse";
         QTest::newRow("quote in a caption") << "caption Bob's" << "Hochkomma";
         QTest::newRow("line break in a priority") << "prio 1\n2" << "Zeilenumbruch";
@@ -257,8 +258,10 @@ private slots:
             filter->SetQoSPort(value.section(u',', 0, 0));
             if (value.contains(u','))
                 addFilter(c, value.section(u',', 1), QString());
-        } else if (change == u"class row 5") {
+        } else if (change.startsWith(u"class row 5")) {
             c->SetMatrixY(5);
+            if (!change.section(u' ', 3).isEmpty())
+                c->SetCaption(change.section(u' ', 3));
         } else if (change == u"cut filter") {
             filter->LineTop()->EditCut();
         } else if (change.startsWith(u"caption")) {

@@ -76,6 +76,12 @@ void Document::SetStatusText(const QString& text)
     emit statusTextChanged(text);
 }
 
+void Document::ClearStatusText(const QString& ifShowing)
+{
+    if (m_statusText == ifShowing)
+        SetStatusText(QString());
+}
+
 QoSClass* Document::ClassByIdx(int n) const
 {
     QoSClass* first = nullptr;

@@ -57,6 +57,7 @@ public:
     // Panel 1 of the status bar. The document is the status line its views write to, so that it
     // always knows what the line says.
     void SetStatusText(const QString& text) override;
+    void ClearStatusText(const QString& ifShowing) override;
     QString StatusText() const { return m_statusText; }
 
     // Registry of classes and filters, in creation order.

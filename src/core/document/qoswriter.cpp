@@ -168,11 +168,10 @@ QString pageName(const QoSObject& o)
 
 QString describe(const QoSObject& o)
 {
+    // One arg() for all: a caption holding "%1" must not take the place of a later number.
     return QStringLiteral("%1 \"%2\" in Zelle %3,%4 der Seite %5")
-        .arg(o.IsClass() ? QStringLiteral("Die Klasse") : QStringLiteral("Der Filter"), o.Caption())
-        .arg(o.MatrixX())
-        .arg(o.MatrixY())
-        .arg(pageName(o));
+        .arg(o.IsClass() ? QStringLiteral("Die Klasse") : QStringLiteral("Der Filter"), o.Caption(),
+             QString::number(o.MatrixX()), QString::number(o.MatrixY()), pageName(o));
 }
 
 QoSError unwritable(const QString& text)
@@ -198,8 +197,7 @@ void checkClass(const QoSClass& c)
     if (c.MatrixY() >= 4)
         throw unwritable(QStringLiteral("%1 steht in Zeile %2; Klassen stehen in den Zeilen 0 bis 3, sonst lässt sich "
                                         "die Datei nicht wieder vollständig lesen.")
-                             .arg(owner())
-                             .arg(c.MatrixY()));
+                             .arg(owner(), QString::number(c.MatrixY())));
     checkValue(c.Caption(), owner, u"der Titel");
     checkValue(c.QoSMinBandWidth(), owner, u"das Minimum");
     checkValue(c.QoSMaxBandWidth(), owner, u"das Maximum");
@@ -279,8 +277,9 @@ public:
                 throw QoSError(QoSError::Kind::Overflow,
                                QStringLiteral("Der Filter \"%1\" mit den Ports '%2' steht für mehr als %3 "
                                               "Einträge; er wird nicht geschrieben.")
-                                   .arg(f->Caption(), f->QoSPort().size() > 60 ? f->QoSPort().left(60) + u'…' : f->QoSPort())
-                                   .arg(maxEntriesPerFilter));
+                                   .arg(f->Caption(),
+                                        f->QoSPort().size() > 60 ? f->QoSPort().left(60) + u'…' : f->QoSPort(),
+                                        QString::number(maxEntriesPerFilter)));
             // Entries are numbered without a 16-bit limit, so that every file that reads can be
             // written again; the filter's own 16-bit number keeps it only where it fits.
             e.first = filters + 1;

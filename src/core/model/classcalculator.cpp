@@ -132,6 +132,7 @@ void ClassCalculator::watch(QoSClass* c)
         show();
     });
     m_watches << connect(c, &QoSObject::propertyChanged, this, refresh);
+    m_watches << connect(c->MinField(), &BandwidthField::lockedChanged, this, &ClassCalculator::changed);
     m_watches << connect(c, &QoSObject::parentChanged, this, [this] {
         watch(m_class); // another parent to listen to
         if (!m_busy)
@@ -219,11 +220,21 @@ void ClassCalculator::CopyFreeMin()
     m_newMin.SetBandwidth(kbitText(m_freeMin));
 }
 
+bool ClassCalculator::CanApply() const
+{
+    return m_class && m_class->MinField()->TakesEdits();
+}
+
 bool ClassCalculator::Apply()
 {
     QoSClass* c = m_class;
     if (!c)
         return false;
+    if (!CanApply()) {
+        m_error = QStringLiteral("Das Minimum der Klasse ist festgehalten und wird nicht geändert.");
+        emit changed();
+        return false;
+    }
     qint32 newMin = 0;
     try {
         newMin = m_newMin.kbit();

@@ -53,7 +53,8 @@ public:
     bool AutoApply() const { return m_autoApply; } // chlAutoApply
     void SetAutoApply(bool on);
 
-    bool CanApply() const { return m_class != nullptr; }
+    // A minimum the user locked keeps its value: the calculator does not write it.
+    bool CanApply() const;
     bool CanMoveUp() const { return m_canUp; }
     bool CanMoveDown() const { return m_canDown; }
     bool CanMoveLeft() const { return m_canLeft; }

@@ -238,7 +238,7 @@ void frmMain::buildPages()
 
     m_common1 = new QoSCommonPage(m_document->Common1());
     m_common1->setPrompt(m_prompt);
-    m_common1->setStatusLine(m_statusLine.get());
+    m_common1->setStatusLine(m_document.get());
     auto* scroll = new QScrollArea;
     scroll->setObjectName(QStringLiteral("scrCommon1"));
     scroll->setWidgetResizable(true);
@@ -254,7 +254,7 @@ void frmMain::buildPages()
 
     m_calculatorPanel = new ClassCalculatorPanel(m_calculator.get());
     m_calculatorPanel->setPrompt(m_prompt);
-    m_calculatorPanel->setStatusLine(m_statusLine.get());
+    m_calculatorPanel->setStatusLine(m_document.get());
     m_calculatorDock = new QDockWidget(QStringLiteral("Klassenrechner"), this);
     m_calculatorDock->setObjectName(QStringLiteral("dockClassCalculator"));
     m_calculatorDock->setWidget(m_calculatorPanel);
