@@ -2,6 +2,7 @@
 #include "document/qoscommon.h"
 #include "document/qoserror.h"
 #include "document/qosreader.h"
+#include "document/qoswriter.h"
 #include "document/scriptedprompt.h"
 #include "inputs/bandwidthfield.h"
 #include "page/history.h"
@@ -278,6 +279,27 @@ private slots:
                 numbers.insert(c->ClassIdx());
         QCOMPARE(numbers.size(), 9);
         QCOMPARE(fresh->Caption(), QStringLiteral("Class %1").arg(fresh->ClassIdx()));
+    }
+
+    // Titles from an older numbering: after deleting the first of two new classes and saving,
+    // the file's class 1 is captioned "Class 2". The next new class takes neither that number
+    // nor that title.
+    void newClassesTakeNoTitleThatIsTaken()
+    {
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        doc.Down1()->NewClassCommand();
+        doc.Down1()->NewClassCommand();
+        cls(doc, 1)->EditDelete();
+        Document reopened(&prompt);
+        QVERIFY(ImportQoSBytes(reopened, ExportQoSBytes(doc)).complete);
+        QCOMPARE(reopened.Objects().first()->Caption(), QStringLiteral("Class 2"));
+        QStringList titles;
+        for (int i = 0; i < 3; ++i)
+            titles << reopened.Down1()->NewClassCommand()->Caption();
+        titles << reopened.Objects().first()->Caption();
+        titles.removeDuplicates();
+        QCOMPARE(titles.size(), 4);
     }
 
     void noLinkBelowOwnDescendant()

@@ -9,6 +9,8 @@
 #include "model/qosfilter.h"
 #include "qosconnector.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -131,6 +133,15 @@ void ObjectPage::placeAll()
     emit placed();
 }
 
+QSet<QString> ObjectPage::classCaptions() const
+{
+    QSet<QString> titles;
+    for (const QoSObject* o : m_document->Objects())
+        if (o->IsClass())
+            titles.insert(o->Caption());
+    return titles;
+}
+
 // --- creation --------------------------------------------------------------------------
 
 namespace {
@@ -236,8 +247,17 @@ QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, co
     growToHold(column.node < 0 ? column.x : 0, row);
 
     auto* c = static_cast<QoSClass*>(createObject(true, column, qint16(row)));
-    if (classIdx == 0)
+    if (classIdx == 0) {
         classIdx = c->ClassIdx();
+        // A class named after its number must not take the title of another: a file keeps the
+        // captions of an older numbering ("Class 2" may be class 1 now), so a number whose
+        // title is taken is passed over, as a number that is taken is.
+        if (caption.isEmpty()) {
+            const QSet<QString> titles = classCaptions();
+            while (titles.contains(QStringLiteral("Class ") + QString::number(classIdx)))
+                classIdx = m_document->NextClassCounter();
+        }
+    }
 
     // A bandwidth that does not fit cannot be set; the class gets everything else the caller
     // gave, so that nothing more than the one setting is lost.

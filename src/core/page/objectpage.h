@@ -8,6 +8,7 @@
 #include <QList>
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 #include <optional>
 
 class Document;
@@ -161,6 +162,7 @@ private:
     // Grows the page so that a box read with this cell stands on it.
     void growToHold(int x, int y);
     void placeAll();
+    QSet<QString> classCaptions() const;
     void refuse(Refusal refusal, const QString& text);
 
     Document* m_document;
