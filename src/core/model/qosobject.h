@@ -20,7 +20,8 @@ class QoSObject : public QObject
     Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
 public:
     // The result of letting a dragged box go.
-    struct DropResult {
+    struct DropResult
+    {
         bool moved = false;  // went to a free cell
         bool linked = false; // hung under the box it was dropped on
         QString message;     // the refusal shown to the user, if any
@@ -86,7 +87,8 @@ public:
     void EditCopy() {}
     void EditPaste() {}
 
-    // The drop of a drag: the box was let go with its top-left corner at (left, top).
+    // The drop of a drag: the box was let go with its top-left corner at (left, top). Carries
+    // out what DropPlan::For says such a drop does.
     DropResult MoveObject(double left, double top);
 
     // Used by the tree operations and the page.

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <compare>
 
 ObjectPage::ObjectPage(Document* document, const QString& name, const QString& direction)
     : QObject(document), m_document(document), m_direction(direction)
@@ -90,6 +91,43 @@ QList<QoSObject*> ObjectPage::ObjectsInWriteOrder()
     return out;
 }
 
+QoSObject* ObjectPage::NextInPictureOrder(const QoSObject* object, bool forward)
+{
+    m_arrangement.Materialize();
+    // Row, column and place among the page's boxes order the picture; one pass finds the
+    // neighbour, where sorting every box for each step would not be needed.
+    struct Key
+    {
+        int y;
+        int x;
+        qsizetype i;
+        auto operator<=>(const Key&) const = default;
+    };
+    const auto keyAt = [this](qsizetype i) {
+        const QoSObject* o = m_contained.at(i);
+        return Key{o->MatrixY(), o->MatrixX(), i};
+    };
+    std::optional<Key> from;
+    if (object) {
+        const qsizetype i = m_contained.indexOf(object);
+        if (i < 0)
+            return nullptr;
+        from = keyAt(i);
+    }
+    qsizetype best = -1;
+    Key bestKey{};
+    for (qsizetype i = 0; i < m_contained.size(); ++i) {
+        const Key k = keyAt(i);
+        if (from && (forward ? k <= *from : k >= *from))
+            continue;
+        if (best < 0 || (forward ? k < bestKey : k > bestKey)) {
+            best = i;
+            bestKey = k;
+        }
+    }
+    return best < 0 ? nullptr : m_contained.at(best);
+}
+
 void ObjectPage::CellChanged(QoSObject* object, int oldX, int oldY)
 {
     if (object->GetObjectPage() != this)
@@ -114,8 +152,10 @@ void ObjectPage::PlaceObject(QoSObject* object) const
 {
     if (IsDeferred())
         return; // every box is placed once when the import ends
-    const double left = object->MatrixX() * double(m_prop.ColWidth) + (m_prop.ColWidth - object->Width()) / 2.0;
-    const double top = object->MatrixY() * double(m_prop.RowHeight) + (m_prop.RowHeight - object->Height()) / 2.0;
+    const double left =
+        object->MatrixX() * double(m_prop.ColWidth) + (m_prop.ColWidth - object->Width()) / 2.0;
+    const double top =
+        object->MatrixY() * double(m_prop.RowHeight) + (m_prop.RowHeight - object->Height()) / 2.0;
     object->Move(left, top);
 }
 
@@ -183,20 +223,22 @@ QoSObject* ObjectPage::createObject(bool isClass, const Arrangement::Column& col
     return object;
 }
 
-QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandwidth, const QString& maxBandwidth,
-                               const QString& direction, const QString& prio, int& classIdx, bool flag,
-                               const QString& caption, std::optional<qint16> x, std::optional<qint16> y,
-                               bool visible)
+QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandwidth,
+                               const QString& maxBandwidth, const QString& direction, const QString& prio,
+                               int& classIdx, bool flag, const QString& caption, std::optional<qint16> x,
+                               std::optional<qint16> y, bool visible)
 {
     // A parent number that names no class makes a main class in every step.
     QoSClass* parent = m_document->ClassByNumberText(parentIdx);
     if (parent && parent->HasFilters()) {
-        m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Filter!"));
+        m_document->prompt().Message(
+            QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Filter!"));
         return nullptr;
     }
     const int row = NewClassRow(parent, y);
     if (row >= 4) {
-        m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich."));
+        m_document->prompt().Message(
+            QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich."));
         return nullptr;
     }
     const Arrangement::Column column = m_arrangement.NewClassColumn(parent, x);
@@ -224,7 +266,8 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
     };
     if (parent && parent->GetObjectPage() != this) {
         error = QoSError(QoSError::Kind::Tree,
-                         QStringLiteral("Die übergeordnete Klasse %1 steht auf der anderen Seite.").arg(parent->ClassIdx()));
+                         QStringLiteral("Die übergeordnete Klasse %1 steht auf der anderen Seite.")
+                             .arg(parent->ClassIdx()));
         parent = nullptr;
     }
     if (parent)
@@ -264,8 +307,9 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
 }
 
 QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, const QString& port,
-                                 const QString& type, const QString& option, int& filterIdx, const QString& extra,
-                                 std::optional<qint16> x, std::optional<qint16> y, bool visible)
+                                 const QString& type, const QString& option, int& filterIdx,
+                                 const QString& extra, std::optional<qint16> x, std::optional<qint16> y,
+                                 bool visible)
 {
     double number = 0;
     try {
@@ -274,17 +318,20 @@ QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, con
         number = -1;
     }
     if (number == 0) {
-        m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"));
+        m_document->prompt().Message(
+            QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"));
         return nullptr;
     }
     QoSClass* c = m_document->ClassByNumberText(classIdx);
     if (!c || c->GetObjectPage() != this) {
         m_document->prompt().Message(
-            QStringLiteral("Hinzufügen nicht möglich. Auf dieser Seite gibt es keine Klasse %1.").arg(classIdx));
+            QStringLiteral("Hinzufügen nicht möglich. Auf dieser Seite gibt es keine Klasse %1.")
+                .arg(classIdx));
         return nullptr;
     }
     if (c->HasChildClasses()) {
-        m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Klassen!"));
+        m_document->prompt().Message(
+            QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Klassen!"));
         return nullptr;
     }
     const Arrangement::Column column = m_arrangement.NewFilterColumn(c, x);
@@ -385,7 +432,8 @@ void ObjectPage::SetSelectedObject(QoSObject* object)
         m_selectedFilter = f;
         m_selectedClass = nullptr;
     } else {
-        qDebug("Fehler: Typename '%s' nicht bekannt in ObjectPage.SelectedObject", object->metaObject()->className());
+        qDebug("Fehler: Typename '%s' nicht bekannt in ObjectPage.SelectedObject",
+               object->metaObject()->className());
         return;
     }
     emit selectionChanged();
@@ -415,9 +463,11 @@ QoSFilter* ObjectPage::NewFilterCommand()
 
 bool ObjectPage::PageSizeCommand()
 {
-    const QString defaultText = QString::number(m_prop.Cols) + QStringLiteral(", ") + QString::number(m_prop.Rows);
+    const QString defaultText =
+        QString::number(m_prop.Cols) + QStringLiteral(", ") + QString::number(m_prop.Rows);
     for (;;) {
-        const QString answer = m_document->prompt().InputBox(QStringLiteral("Neue Breite, Höhe eingeben:"), defaultText);
+        const QString answer =
+            m_document->prompt().InputBox(QStringLiteral("Neue Breite, Höhe eingeben:"), defaultText);
         if (answer.isEmpty())
             return false;
         const QStringList parts = answer.split(u',');
