@@ -19,7 +19,10 @@ class TestPageView : public QObject
 {
     Q_OBJECT
 
-    static QString cell(const QoSObject* o) { return QStringLiteral("%1,%2").arg(o->MatrixX()).arg(o->MatrixY()); }
+    static QString cell(const QoSObject* o)
+    {
+        return QStringLiteral("%1,%2").arg(o->MatrixX()).arg(o->MatrixY());
+    }
     static QoSObject* named(PageViewFixture& f, const QString& shortName)
     {
         const int n = shortName.mid(1).toInt();
@@ -75,7 +78,8 @@ private slots:
         // Put back to the centre of its new cell, on screen as in the core.
         const ObjectPageProperties& p = f.page->prop();
         QCOMPARE(child->Left(), child->MatrixX() * double(p.ColWidth) + (p.ColWidth - child->Width()) / 2.0);
-        QCOMPARE(f.box(child)->geometry().topLeft(), QPoint(int(child->Left() / 15), int(child->Top() / 15)) - f.view->scrollPosition());
+        QCOMPARE(f.box(child)->geometry().topLeft(),
+                 QPoint(int(child->Left() / 15), int(child->Top() / 15)) - f.view->scrollPosition());
     }
 
     void aDraggedBoxStaysOnThePage()
@@ -128,9 +132,11 @@ private slots:
         f.drag(moving, f.cellCorner(onto->MatrixX(), onto->MatrixY()) + QPoint(4, 4));
         QCOMPARE(f.prompt.messages().join(u'|'), message);
         QCOMPARE(cell(moving), before); // every drop on a box puts the dragged box back
-        QCOMPARE(moving->ParentQoSObject() ? PageScript::shortName(moving->ParentQoSObject()) : QString(), parentAfter);
+        QCOMPARE(moving->ParentQoSObject() ? PageScript::shortName(moving->ParentQoSObject()) : QString(),
+                 parentAfter);
         QCOMPARE(bool(moving->LineTop()), !parentAfter.isEmpty());
-        QCOMPARE(bool(f.view->connectorView(QStringLiteral("LineTop") + moving->Name())), !parentAfter.isEmpty());
+        QCOMPARE(!f.view->lineOnPane(QStringLiteral("LineTop") + moving->Name()).isNull(),
+                 !parentAfter.isEmpty());
     }
 
     void aPlug_data()
@@ -181,20 +187,95 @@ private slots:
         QoSClass* child = f.cls(2);
         f.drag(child, f.cellCorner(2, 2) + QPoint(6, 6));
         f.drag(parent, f.cellCorner(4, 0) + QPoint(6, 6));
-        QoSConnectorView* line = f.view->connectorView(QStringLiteral("LineTop") + child->Name());
-        QVERIFY(line);
-        const QoSConnector* core = child->LineTop();
-        QCOMPARE(line->geometry(), QRect(core->Left() / 15, core->Top() / 15, core->Width() / 15, core->Height() / 15)
-                                       .translated(-f.view->scrollPosition()));
+        const QLine line = f.view->lineOnPane(QStringLiteral("LineTop") + child->Name());
+        QVERIFY(!line.isNull());
         // The line joins the middle of the parent's bottom edge and the middle of the child's top.
         const QRect top = f.box(parent)->geometry();
         const QRect bottom = f.box(child)->geometry();
-        const QPoint start = line->mapToParent(line->startPoint());
-        const QPoint end = line->mapToParent(line->endPoint());
-        QVERIFY2(qAbs(start.x() - top.center().x()) <= 1, qPrintable(QStringLiteral("%1 %2").arg(start.x()).arg(top.center().x())));
-        QCOMPARE(start.y(), top.bottom() + 1);
-        QVERIFY(qAbs(end.x() - bottom.center().x()) <= 1);
-        QCOMPARE(end.y(), bottom.top());
+        QVERIFY2(qAbs(line.p1().x() - top.center().x()) <= 1,
+                 qPrintable(QStringLiteral("%1 %2").arg(line.p1().x()).arg(top.center().x())));
+        QCOMPARE(line.p1().y(), top.bottom() + 1);
+        QVERIFY(qAbs(line.p2().x() - bottom.center().x()) <= 1);
+        QCOMPARE(line.p2().y(), bottom.top());
+        // And it is drawn there.
+        const QImage shown = f.view->pane()->grab().toImage();
+        const QPoint middle = line.center() * shown.devicePixelRatio();
+        QCOMPARE(shown.pixelColor(middle), f.view->palette().color(QPalette::WindowText));
+    }
+
+    // Two filters of one class: the line of the second runs down behind the first.
+    void whatAClickHits_data()
+    {
+        QTest::addColumn<QString>("where");
+        QTest::addColumn<QString>("selected"); // the box or line selected afterwards, "" for none
+        QTest::newRow("the gap below the class: the shorter of two lines on each other") << "below class"
+                                                                                         << "LineTopF1";
+        QTest::newRow("between the filters: the one line there") << "between filters"
+                                                                 << "LineTopF2";
+        QTest::newRow("a box over a line takes the click") << "on first filter"
+                                                           << "F1";
+        QTest::newRow("beside the lines the page clears the selection") << "beside"
+                                                                        << "";
+    }
+    void whatAClickHits()
+    {
+        QFETCH(QString, where);
+        QFETCH(QString, selected);
+        PageViewFixture f(QStringLiteral("C F1 F1"));
+        f.view->pressLine(f.flt(1)->LineTop()); // something to clear
+        const QLine first = f.view->lineOnPane(QStringLiteral("LineTopQoSFilter1"));
+        const QLine second = f.view->lineOnPane(QStringLiteral("LineTopQoSFilter2"));
+        QPoint at;
+        if (where == u"below class")
+            at = first.p1() + QPoint(0, 12);
+        else if (where == u"between filters")
+            at = QPoint(second.p2().x(), f.box(f.flt(1))->geometry().bottom() + 6);
+        else if (where == u"on first filter")
+            at = f.box(f.flt(1))->geometry().center() + QPoint(0, 20);
+        else
+            at = first.p1() + QPoint(30, 12);
+        QWidget* hit = f.view->pane()->childAt(at);
+        QTest::mouseClick(hit ? hit : f.view->pane(), Qt::LeftButton, {},
+                          hit ? hit->mapFrom(f.view->pane(), at) : at);
+        f.settle();
+        QStringList now;
+        if (QoSObject* o = f.page->SelectedObject(); o && o->Selected())
+            now << PageScript::shortName(o);
+        for (QoSObject* o : f.page->ContainedObjects())
+            if (o->LineTop() && o->LineTop()->Selected())
+                now << QStringLiteral("LineTop") + PageScript::shortName(o);
+        QCOMPARE(now.join(u' '), selected);
+        // The selected line has the keyboard, under its accessible name.
+        if (selected.startsWith(u"LineTop")) {
+            QWidget* focus = QApplication::focusWidget();
+            QVERIFY(focus);
+            QCOMPARE(focus->accessibleName(), QStringLiteral("Verbindung"));
+            // Named by the caption of the box below it, or by its control name without one.
+            QCOMPARE(focus->accessibleDescription(),
+                     QStringLiteral("Verbindung zu QoSFilter") + selected.back());
+        }
+        QCOMPARE(f.view->connectorWidgetCount(), selected.startsWith(u"LineTop") ? 1 : 0);
+    }
+
+    // The end marks of a selected line lie beside the box edges, where no box covers them.
+    void aSelectedLineShowsItsEndMarks()
+    {
+        PageViewFixture f(QStringLiteral("C S1"));
+        const QString name = QStringLiteral("LineTop") + f.cls(2)->Name();
+        const QLine line = f.view->lineOnPane(name);
+        const QImage before = f.view->grab().toImage();
+        f.view->pressLine(f.cls(2)->LineTop());
+        f.settle();
+        QVERIFY(f.cls(2)->LineTop()->Selected());
+        const QImage shown = f.view->grab().toImage();
+        const QColor highlight = f.view->palette().color(QPalette::Highlight);
+        for (const bool atStart : {true, false}) {
+            const QPointF mark = QoSConnectorView::markCentre(line, atStart) + QPointF(1, 0);
+            const QPoint at = (f.view->pane()->mapTo(f.view, mark.toPoint())) * shown.devicePixelRatio();
+            QCOMPARE(shown.pixelColor(at), highlight);
+            QVERIFY(before.pixelColor(at) != highlight);
+            QVERIFY(!f.view->pane()->childAt(mark.toPoint()));
+        }
     }
 
     void deletingALine_data()
@@ -204,7 +285,8 @@ private slots:
         QTest::addColumn<bool>("deletes");
         QTest::newRow("Delete") << int(Qt::Key_Delete) << int(Qt::NoModifier) << true;
         QTest::newRow("Ctrl+X") << int(Qt::Key_X) << int(Qt::ControlModifier) << true;
-        QTest::newRow("Ctrl+Shift+X is not cut") << int(Qt::Key_X) << int(Qt::ControlModifier | Qt::ShiftModifier) << false;
+        QTest::newRow("Ctrl+Shift+X is not cut")
+            << int(Qt::Key_X) << int(Qt::ControlModifier | Qt::ShiftModifier) << false;
     }
     void deletingALine()
     {
@@ -213,31 +295,47 @@ private slots:
         QFETCH(bool, deletes);
         PageViewFixture f(QStringLiteral("C F1"));
         const QString name = QStringLiteral("LineTop") + f.flt(1)->Name();
-        QoSConnectorView* line = f.view->connectorView(name);
-        QVERIFY(line);
-        line->setFocus();
+        const QLine line = f.view->lineOnPane(name);
+        QTest::mouseClick(f.view->pane(), Qt::LeftButton, {}, line.center());
         QVERIFY(f.flt(1)->LineTop()->Selected());
         QCOMPARE(f.page->SelectedConnector(), f.flt(1)->LineTop());
-        QTest::keyClick(line, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        QCOMPARE(QApplication::focusWidget(), f.view->connectorView(name));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
         f.settle();
         QCOMPARE(f.page->ObjectCount(), 2); // both boxes stay
         QCOMPARE(!f.flt(1)->LineTop(), deletes);
         QCOMPARE(f.flt(1)->ParentQoSObject() == nullptr, deletes);
         QCOMPARE(f.cls(1)->ChildQoSObjects().isEmpty(), deletes);
+        QCOMPARE(f.view->lineOnPane(name).isNull(), deletes);
         QCOMPARE(f.view->connectorView(name) == nullptr, deletes);
         if (deletes)
             QCOMPARE(QApplication::focusWidget(), f.view->pane());
+        // A click elsewhere deselects the line and takes its widget away.
+        QTest::mouseClick(f.view->pane(), Qt::LeftButton, {}, QPoint(f.view->pane()->width() - 5, 5));
+        f.settle();
+        QVERIFY(!f.flt(1)->LineTop() || !f.flt(1)->LineTop()->Selected());
+        QCOMPARE(f.view->connectorWidgetCount(), 0);
     }
 
     void theLineMenu()
     {
         PageViewFixture f(QStringLiteral("C F1"));
-        QoSConnectorView* line = f.view->connectorView(QStringLiteral("LineTop") + f.flt(1)->Name());
+        const QString name = QStringLiteral("LineTop") + f.flt(1)->Name();
+        QContextMenuEvent click(QContextMenuEvent::Mouse, f.view->lineOnPane(name).center());
+        QApplication::sendEvent(f.view->pane(), &click);
+        QVERIFY(f.flt(1)->LineTop()->Selected()); // the line's own menu, for the line
+        QMenu* shown = f.view->findChild<QMenu*>();
+        QVERIFY(shown);
+        QVERIFY(shown->findChild<QAction*>(QStringLiteral("itmEditDelete")));
+        shown->close();
+        QoSConnectorView* line = f.view->connectorView(name);
+        QVERIFY(line);
         std::unique_ptr<QMenu> menu(line->createContextMenu(nullptr));
         QStringList entries;
         for (QAction* group : menu->actions())
             for (QAction* item : group->menu()->actions())
-                entries << group->text() + u'/' + item->text().section(u'\t', 0, 0) + (item->isEnabled() ? "" : " (aus)");
+                entries << group->text() + u'/' + item->text().section(u'\t', 0, 0) +
+                               (item->isEnabled() ? "" : " (aus)");
         QCOMPARE(entries, QStringList({"&Bearbeiten/&Löschen", "&Bearbeiten/&Alle Löschen (aus)",
                                        "&Beziehung/&Eigenschaften (aus)"}));
         menu->findChild<QAction*>(QStringLiteral("itmEditDelete"))->trigger();
@@ -247,27 +345,31 @@ private slots:
     void theLineLightsUpUnderTheMouse()
     {
         PageViewFixture f(QStringLiteral("C S1"));
-        QoSConnectorView* line = f.view->connectorView(QStringLiteral("LineTop") + f.cls(2)->Name());
-        QVERIFY(!line->isHighlighted());
-        QMouseEvent move(QEvent::MouseMove, line->startPoint() + QPoint(0, 3), line->mapToGlobal(line->startPoint()),
-                         Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(line, &move);
-        QVERIFY(line->isHighlighted());
-        // Only a band along the line belongs to it: beside it the page is hit.
-        QVERIFY(line->mask().contains(line->startPoint() + QPoint(0, 3)));
-        QVERIFY(!line->mask().isEmpty());
+        const QString name = QStringLiteral("LineTop") + f.cls(2)->Name();
+        const QLine line = f.view->lineOnPane(name);
+        QVERIFY(!f.view->isLineHighlighted(name));
+        // Beside the line the page is hit, on it the line.
+        QTest::mouseMove(f.view->pane(), line.p1() + QPoint(12, 6));
+        QVERIFY(!f.view->isLineHighlighted(name));
+        QTest::mouseMove(f.view->pane(), line.p1() + QPoint(0, 6));
+        QVERIFY(f.view->isLineHighlighted(name));
+        // Its timer puts it back.
+        QTRY_VERIFY_WITH_TIMEOUT(!f.view->isLineHighlighted(name), 3000);
     }
 
     void theViewKeepsStepWithTheCore()
     {
         PageViewFixture f(QStringLiteral("C S1 F2 C F3"));
         QCOMPARE(f.view->boxWidgetCount(), 5);
-        QCOMPARE(f.view->connectorWidgetCount(), 3);
+        const QStringList lines{"LineTopQoSClass2", "LineTopQoSFilter1", "LineTopQoSFilter2"};
+        for (const QString& line : lines)
+            QVERIFY2(!f.view->lineOnPane(line).isNull(), qPrintable(line));
         f.doc.SetModified(false);
         QVERIFY(f.doc.ClearDocument());
         f.settle();
         QCOMPARE(f.view->boxWidgetCount(), 0);
-        QCOMPARE(f.view->connectorWidgetCount(), 0);
+        for (const QString& line : lines)
+            QVERIFY(f.view->lineOnPane(line).isNull());
         QCOMPARE(f.view->pane()->findChildren<QoSObjectBox*>().size(), 0);
         PageScript::run(f.page, QStringLiteral("C"));
         f.settle();
@@ -279,13 +381,15 @@ private slots:
         PageScript::run(f.page, QStringLiteral("S4"));
         f.settle();
         QoSObject* sub = f.page->ContainedObjects().last();
-        QVERIFY(f.view->connectorView(QStringLiteral("LineTop") + sub->Name()));
+        const QString subLine = QStringLiteral("LineTop") + sub->Name();
+        QVERIFY(!f.view->lineOnPane(subLine).isNull());
         sub->SetMatrixX(3);
         QCOMPARE(f.box(sub)->x(), int(sub->Left() / 15) - f.view->scrollPosition().x());
+        QVERIFY(qAbs(f.view->lineOnPane(subLine).p2().x() - f.box(sub)->geometry().center().x()) <= 1);
         sub->EditDelete();
         f.settle();
         QCOMPARE(f.view->boxWidgetCount(), 1);
-        QCOMPARE(f.view->connectorWidgetCount(), 0);
+        QVERIFY(f.view->lineOnPane(subLine).isNull());
     }
 
     void thePageMenu()
@@ -307,7 +411,8 @@ private slots:
         // A filter from the page's own menu never has a class.
         menu->actions().at(1)->trigger();
         f.settle();
-        QCOMPARE(f.prompt.messages(), QStringList{"Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"});
+        QCOMPARE(f.prompt.messages(),
+                 QStringList{"Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"});
     }
 
     void thePageSize()
@@ -319,7 +424,8 @@ private slots:
         QCOMPARE(PageScript::size(f.page), QStringLiteral("10x8"));
         const ObjectPageProperties& p = f.page->prop();
         QCOMPARE(f.view->pageSize(), QSize(10 * p.ColWidth / 15, 8 * p.RowHeight / 15));
-        QCOMPARE(f.view->horizontalScrollBar()->maximum(), std::max(0, f.view->pageSize().width() - f.view->pane()->width()));
+        QCOMPARE(f.view->horizontalScrollBar()->maximum(),
+                 std::max(0, f.view->pageSize().width() - f.view->pane()->width()));
     }
 
     // A page read as millions of columns wide is shown up to the last column a box can take,
@@ -330,8 +436,9 @@ private slots:
         qint32 cols = 2000000000, rows = 5;
         f.page->SetGridDimensions(cols, rows);
         int idx = 0;
-        QoSClass* far = f.page->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"), QString(),
-                                         idx, false, QStringLiteral("weit"), qint16(32767), qint16(0));
+        QoSClass* far =
+            f.page->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"), QString(),
+                             idx, false, QStringLiteral("weit"), qint16(32767), qint16(0));
         f.settle();
         const ObjectPageProperties& p = f.page->prop();
         QCOMPARE(f.view->pageSize().width(), int(32768LL * p.ColWidth / 15));
@@ -393,7 +500,8 @@ private slots:
         f.doc.setStatusWindow(&status);
         QByteArray file = "QOS_CLASS_N='200'\n";
         for (int n = 1; n <= 200; ++n)
-            file += "QOS_CLASS_" + QByteArray::number(n) + "_PARENT='" + QByteArray::number(n > 1 ? 1 : 0) + "'\n";
+            file += "QOS_CLASS_" + QByteArray::number(n) + "_PARENT='" + QByteArray::number(n > 1 ? 1 : 0) +
+                    "'\n";
         QVERIFY(ImportQoSBytes(f.doc, file).complete);
         QCOMPARE(status.most, 0);
         f.settle();
@@ -431,9 +539,11 @@ private slots:
             QCOMPARE(boxes.size(), 8);
             for (QoSObjectBox* b : boxes) {
                 const QoSObject* o = b->object();
-                const QRect cellRect(int(o->MatrixX() * p.ColWidth / 15.0), int(o->MatrixY() * p.RowHeight / 15.0),
-                                     p.ColWidth / 15, p.RowHeight / 15);
-                QVERIFY2(cellRect.contains(b->geometry().translated(f.view->scrollPosition())), qPrintable(o->Name()));
+                const QRect cellRect(int(o->MatrixX() * p.ColWidth / 15.0),
+                                     int(o->MatrixY() * p.RowHeight / 15.0), p.ColWidth / 15,
+                                     p.RowHeight / 15);
+                QVERIFY2(cellRect.contains(b->geometry().translated(f.view->scrollPosition())),
+                         qPrintable(o->Name()));
                 for (QoSObjectBox* other : boxes)
                     QVERIFY(other == b || !other->geometry().intersects(b->geometry()));
                 // Every field lies wholly inside its box, and no text is cut: each text box and
@@ -450,7 +560,8 @@ private slots:
                         QVERIFY2(edit->height() >= need.height() && text <= edit->contentsRect().width() - 4,
                                  qPrintable(what));
                     } else if (qobject_cast<QLabel*>(w) && w->objectName() != u"Label2") {
-                        QVERIFY2(w->height() >= need.height() && w->width() >= need.width(), qPrintable(what));
+                        QVERIFY2(w->height() >= need.height() && w->width() >= need.width(),
+                                 qPrintable(what));
                     }
                 }
             }

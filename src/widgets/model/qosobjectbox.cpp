@@ -7,6 +7,7 @@
 #include "page/tittlebar.h"
 #include "plugbottom.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -102,12 +103,13 @@ void QoSObjectBox::paintEvent(QPaintEvent*)
     p.setPen(palette().color(QPalette::WindowText));
     const QStringList labels = rowLabels();
     for (int row = 0; row < labels.size(); ++row)
-        p.drawText(QRect(m.titleOffset, m.rowTop(row), m.labelWidth, m.rowHeight), Qt::AlignLeft | Qt::AlignVCenter,
-                   labels.at(row));
+        p.drawText(QRect(m.titleOffset, m.rowTop(row), m.labelWidth, m.rowHeight),
+                   Qt::AlignLeft | Qt::AlignVCenter, labels.at(row));
     // The selected box carries a broad frame in the selection colour; the others a thin one.
     const bool selected = m_object && m_object->Selected();
     const int frame = selected ? 2 : 1;
-    const QColor frameColor = selected ? palette().color(QPalette::Highlight) : palette().color(QPalette::Mid);
+    const QColor frameColor =
+        selected ? palette().color(QPalette::Highlight) : palette().color(QPalette::Mid);
     p.setPen(Qt::NoPen);
     p.setBrush(frameColor);
     const QRect r = rect();
@@ -122,6 +124,44 @@ void QoSObjectBox::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         update();
+}
+
+// --- the keyboard: Tab through the fields, then on to the next box ----------------------------
+
+QList<QWidget*> QoSObjectBox::tabStops() const
+{
+    QList<QWidget*> stops{m_dummy};
+    // The order of the window's focus chain, which is the order the fields were made in.
+    for (QWidget* w = m_dummy->nextInFocusChain(); w && w != m_dummy; w = w->nextInFocusChain()) {
+        if (!isAncestorOf(w) || w->focusProxy() || !(w->focusPolicy() & Qt::TabFocus))
+            continue;
+        if (w->isVisibleTo(this) && w->isEnabled())
+            stops << w;
+    }
+    return stops;
+}
+
+bool QoSObjectBox::focusNextPrevChild(bool next)
+{
+    if (!m_view || !m_object)
+        return QWidget::focusNextPrevChild(next);
+    const QList<QWidget*> stops = tabStops();
+    QWidget* focus = QApplication::focusWidget();
+    qsizetype at = stops.indexOf(focus);
+    for (qsizetype i = 0; at < 0 && i < stops.size(); ++i)
+        if (stops.at(i)->isAncestorOf(focus))
+            at = i;
+    if (at < 0)
+        return QWidget::focusNextPrevChild(next);
+    const qsizetype to = at + (next ? 1 : -1);
+    if (to >= 0 && to < stops.size()) {
+        stops.at(to)->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+        return true;
+    }
+    // The view may drop this box once the focus has left it far behind; nothing of it is
+    // used after this call.
+    m_view->focusNextBox(m_object, next);
+    return true;
 }
 
 // --- mouse: the box, its surface label and its title bar drag the box ----------------------
@@ -243,8 +283,9 @@ bool QoSObjectBox::eventFilter(QObject* watched, QEvent* event)
             // The box's keys come before shortcuts of the window that use the same keys.
             auto* key = static_cast<QKeyEvent*>(event);
             const Qt::KeyboardModifiers modifiers = key->modifiers() & ~Qt::KeypadModifier;
-            const bool clipboardKey = modifiers == Qt::ControlModifier &&
-                                      (key->key() == Qt::Key_C || key->key() == Qt::Key_V || key->key() == Qt::Key_X);
+            const bool clipboardKey =
+                modifiers == Qt::ControlModifier &&
+                (key->key() == Qt::Key_C || key->key() == Qt::Key_V || key->key() == Qt::Key_X);
             if (clipboardKey || key->key() == Qt::Key_Delete || key->key() == Qt::Key_F2) {
                 event->accept();
                 return true;
@@ -273,8 +314,9 @@ namespace {
 
 QString plugData(const QMimeData* data)
 {
-    return data && data->hasFormat(PlugBottom::MimeType()) ? QString::fromUtf8(data->data(PlugBottom::MimeType()))
-                                                            : QString();
+    return data && data->hasFormat(PlugBottom::MimeType())
+               ? QString::fromUtf8(data->data(PlugBottom::MimeType()))
+               : QString();
 }
 
 } // namespace

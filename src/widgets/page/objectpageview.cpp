@@ -16,7 +16,9 @@
 #include <QApplication>
 #include <QGridLayout>
 #include <QMenu>
+#include <QPainter>
 #include <QScrollBar>
+#include <QTimerEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -33,12 +35,24 @@ int pixels(double twips)
     return int(std::floor(twips / 15.0));
 }
 
+// Dropped box widgets are deleted at once where that is safe; beyond this many still waiting
+// (a loop that scrolls and never returns to the event loop) they are deleted when it is.
+constexpr int DroppedBacklog = 64;
+
+// Nothing can be half-way through an event of a widget far out of sight, unless a dialog,
+// a menu or a drag runs its own loop inside such an event.
+bool safeToDeleteNow()
+{
+    return !QApplication::activeModalWidget() && !QApplication::activePopupWidget() &&
+           QGuiApplication::mouseButtons() == Qt::NoButton;
+}
+
 } // namespace
 
 ObjectPageView::ObjectPageView(ObjectPage* page, QWidget* parent)
-    : QWidget(parent), m_page(page), m_pane(new ObjectPane(this)), m_hscrPane(new QScrollBar(Qt::Horizontal, this)),
-      m_vscrPane(new QScrollBar(Qt::Vertical, this)), m_corner(new QWidget(this)), m_mover(new MoveObject(this)),
-      m_watcher(new ValidationWatcher(page, this))
+    : QWidget(parent), m_page(page), m_pane(new ObjectPane(this)),
+      m_hscrPane(new QScrollBar(Qt::Horizontal, this)), m_vscrPane(new QScrollBar(Qt::Vertical, this)),
+      m_corner(new QWidget(this)), m_mover(new MoveObject(this)), m_watcher(new ValidationWatcher(page, this))
 {
     setObjectName(page->Name());
     setAccessibleName(page->Direction() == u"up" ? QStringLiteral("Up") : QStringLiteral("Down"));
@@ -72,6 +86,7 @@ ObjectPageView::ObjectPageView(ObjectPage* page, QWidget* parent)
         for (const QString& name : m_lines.keys())
             removeLine(name);
         m_typePositions.clear();
+        m_highlighted.clear();
     });
     connect(qApp, &QApplication::focusChanged, this, &ObjectPageView::focusChanged);
 
@@ -86,13 +101,20 @@ ObjectPageView::ObjectPageView(ObjectPage* page, QWidget* parent)
 
 ObjectPageView::~ObjectPageView()
 {
-    // The boxes go with the pane; they must not talk to their objects on the way.
-    for (BoxRecord& record : m_boxes)
-        if (record.widget)
-            record.widget->detach();
-    for (LineRecord& record : m_lines)
-        if (record.widget)
-            record.widget->detach();
+    // The focus moving while the boxes go must not reach a view half taken apart.
+    disconnect(qApp, &QApplication::focusChanged, this, &ObjectPageView::focusChanged);
+    // The boxes go with the pane; they must not talk to their objects on the way. The pane
+    // goes first, while the boxes' view is still whole.
+    for (BoxRecord* record : std::as_const(m_boxes))
+        if (record->widget)
+            record->widget->detach();
+    for (LineRecord* record : std::as_const(m_lines))
+        if (record->widget)
+            record->widget->detach();
+    delete m_pane;
+    m_pane = nullptr;
+    qDeleteAll(m_boxes);
+    qDeleteAll(m_lines);
 }
 
 void ObjectPageView::fitCells()
@@ -110,17 +132,17 @@ void ObjectPageView::fitCells()
 void ObjectPageView::setPrompt(UserPrompt* prompt)
 {
     m_prompt = prompt;
-    for (const BoxRecord& record : std::as_const(m_boxes))
-        if (record.widget)
-            record.widget->setPrompt(prompt);
+    for (BoxRecord* record : std::as_const(m_realized))
+        if (record->widget)
+            record->widget->setPrompt(prompt);
 }
 
 void ObjectPageView::setStatusLine(StatusLine* line)
 {
     m_statusLine = line;
-    for (const BoxRecord& record : std::as_const(m_boxes))
-        if (record.widget)
-            record.widget->setStatusLine(line);
+    for (BoxRecord* record : std::as_const(m_realized))
+        if (record->widget)
+            record->widget->setStatusLine(line);
 }
 
 // --- records of boxes and lines ------------------------------------------------------------
@@ -145,16 +167,18 @@ void ObjectPageView::changeEvent(QEvent* event)
         focused = box->object();
     m_pane->setFocus(Qt::OtherFocusReason);
     fitCells();
-    for (BoxRecord& record : m_boxes) {
-        if (!record.object)
-            continue;
-        sizeBox(record.object);
-        if (record.widget) {
-            record.widget->detach();
-            dropWidget(record.widget);
-            record.widget = nullptr;
+    for (BoxRecord* record : std::as_const(m_boxes))
+        if (record->object)
+            sizeBox(record->object);
+    // The application is still telling its widgets about the font: these go later.
+    for (BoxRecord* record : std::as_const(m_realized)) {
+        if (record->widget) {
+            record->widget->detach();
+            dropWidget(record->widget);
+            record->widget = nullptr;
         }
     }
+    m_realized.clear();
     m_pinned.clear();
     realize();
     if (focused)
@@ -165,16 +189,19 @@ void ObjectPageView::adopt(QoSObject* object)
 {
     if (!object || m_boxes.contains(object->Name()))
         return;
-    m_boxes.insert(object->Name(), BoxRecord{object, nullptr});
+    auto* record = new BoxRecord{object, nullptr, {}};
+    m_boxes.insert(object->Name(), record);
     sizeBox(object);
-    const QRect r = boxRect(object);
+    record->rect = boxRect(object);
+    m_boxIndex.insert(record, record->rect);
     connect(object, &QoSObject::geometryChanged, this, [this, object] { objectMoved(object); });
     connect(object, &QoSObject::visibleChanged, this, [this, object] { objectMoved(object); });
-    connect(object, &QoSObject::selectedChanged, this, [this, object](bool selected) { objectSelected(object, selected); });
+    connect(object, &QoSObject::selectedChanged, this,
+            [this, object](bool selected) { objectSelected(object, selected); });
     if (QoSConnector* line = object->LineTop())
         adoptConnector(line);
     // A file read box by box adds most boxes far out of sight: they wait for the scroll bars.
-    if (r.intersects(makeArea()))
+    if (record->rect.intersects(makeArea()))
         scheduleRealize();
 }
 
@@ -182,10 +209,17 @@ void ObjectPageView::adoptConnector(QoSConnector* connector)
 {
     if (!connector || connector->GetObjectPage() != m_page || m_lines.contains(connector->Name()))
         return;
-    m_lines.insert(connector->Name(), LineRecord{connector, nullptr});
-    connect(connector, &QoSConnector::geometryChanged, this, [this, connector] { connectorMoved(connector); });
-    if (lineRect(connector).intersects(makeArea()))
-        scheduleRealize();
+    auto* record = new LineRecord{connector, nullptr, lineRect(connector), lineOf(connector)};
+    m_lines.insert(connector->Name(), record);
+    m_lineIndex.insert(record, record->rect);
+    connect(connector, &QoSConnector::geometryChanged, this,
+            [this, connector] { connectorMoved(connector); });
+    connect(connector, &QoSConnector::selectedChanged, this,
+            [this, record](bool selected) { lineSelected(record, selected); });
+    if (!m_page->ConnectorsWait())
+        updatePageRect(record->rect);
+    if (connector->Selected())
+        lineSelected(record, true);
 }
 
 void ObjectPageView::removeBox(const QString& name)
@@ -193,12 +227,15 @@ void ObjectPageView::removeBox(const QString& name)
     const auto it = m_boxes.find(name);
     if (it == m_boxes.end())
         return;
-    QPointer<QoSObjectBox> widget = it->widget;
+    BoxRecord* record = *it;
     m_boxes.erase(it);
-    if (widget) {
+    m_boxIndex.remove(record);
+    m_realized.remove(record);
+    if (QPointer<QoSObjectBox> widget = record->widget) {
         widget->detach();
         dropWidget(widget);
     }
+    delete record;
 }
 
 void ObjectPageView::removeLine(const QString& name)
@@ -206,12 +243,18 @@ void ObjectPageView::removeLine(const QString& name)
     const auto it = m_lines.find(name);
     if (it == m_lines.end())
         return;
-    QPointer<QoSConnectorView> widget = it->widget;
+    LineRecord* record = *it;
     m_lines.erase(it);
-    if (widget) {
+    m_lineIndex.remove(record);
+    if (record->connector)
+        disconnect(record->connector, nullptr, this, nullptr);
+    m_highlighted.remove(name);
+    updatePageRect(record->rect);
+    if (QPointer<QoSConnectorView> widget = record->widget) {
         widget->detach();
         dropWidget(widget);
     }
+    delete record;
 }
 
 void ObjectPageView::dropWidget(QWidget* widget)
@@ -220,10 +263,56 @@ void ObjectPageView::dropWidget(QWidget* widget)
     // object), so it goes later. The focus moves to the page first: it must not wander on to
     // the next box, which would select it, and a second Delete would then delete that too.
     m_pinned.remove(widget);
-    if (QWidget* focus = QApplication::focusWidget(); focus && (focus == widget || widget->isAncestorOf(focus)))
+    if (QWidget* focus = QApplication::focusWidget();
+        focus && (focus == widget || widget->isAncestorOf(focus)))
         m_pane->setFocus(Qt::OtherFocusReason);
     widget->hide();
     widget->deleteLater();
+}
+
+void ObjectPageView::retireBox(BoxRecord* record)
+{
+    // A box scrolled far out of sight, without the focus and not dragged: none of its events
+    // can be running, unless inside a loop of a dialog, menu or drag. Deleted at once, box
+    // widgets cannot pile up while a long loop keeps the event loop from deleting them.
+    QoSObjectBox* widget = record->widget;
+    record->widget = nullptr;
+    widget->detach();
+    m_pinned.remove(widget);
+    widget->hide();
+    m_dropped.append(widget);
+    if (safeToDeleteNow() || m_dropped.size() > DroppedBacklog)
+        purgeDropped();
+    else if (!m_purgeScheduled) {
+        m_purgeScheduled = true;
+        QMetaObject::invokeMethod(this, &ObjectPageView::purgeDropped, Qt::QueuedConnection);
+    }
+}
+
+void ObjectPageView::purgeDropped()
+{
+    m_purgeScheduled = false;
+    if (!safeToDeleteNow()) {
+        // Within a dialog's loop the widgets wait for the event loop the Qt way; they are
+        // few, as nothing scrolls the page far while a dialog is up.
+        for (const QPointer<QWidget>& widget : std::as_const(m_dropped))
+            if (widget)
+                widget->deleteLater();
+        m_dropped.clear();
+        return;
+    }
+    const QList<QPointer<QWidget>> dropped = std::exchange(m_dropped, {});
+    for (const QPointer<QWidget>& widget : dropped)
+        delete widget.data();
+}
+
+int ObjectPageView::droppedWidgetCount() const
+{
+    int count = 0;
+    for (QObject* child : m_pane->children())
+        if (auto* widget = qobject_cast<QoSObjectBox*>(child); widget && !widget->object())
+            ++count;
+    return count;
 }
 
 void ObjectPageView::objectMoved(QoSObject* object)
@@ -231,12 +320,17 @@ void ObjectPageView::objectMoved(QoSObject* object)
     const auto it = m_boxes.constFind(object->Name());
     if (it == m_boxes.cend())
         return;
+    BoxRecord* record = *it;
+    const QRect r = boxRect(object);
+    if (r != record->rect) {
+        record->rect = r;
+        m_boxIndex.insert(record, r);
+    }
     // Only a box coming near the visible part, or one with a widget leaving it, needs a look
     // at the others; a drag within sight or boxes moving far away do not.
-    const QRect r = boxRect(object);
-    if (it->widget) {
-        it->widget->setGeometry(r.translated(-m_offset));
-        it->widget->setVisible(object->Visible());
+    if (record->widget) {
+        record->widget->setGeometry(r.translated(-m_offset));
+        record->widget->setVisible(object->Visible());
         if (!r.intersects(keepArea()))
             scheduleRealize();
     } else if (r.intersects(makeArea())) {
@@ -246,18 +340,31 @@ void ObjectPageView::objectMoved(QoSObject* object)
 
 void ObjectPageView::connectorMoved(QoSConnector* connector)
 {
-    const auto it = m_lines.constFind(connector->Name());
-    if (it == m_lines.cend())
+    LineRecord* record = lineRecord(connector);
+    if (!record)
         return;
     const QRect r = lineRect(connector);
-    if (it->widget) {
-        it->widget->setGeometry(r.translated(-m_offset));
-        it->widget->layoutFromConnector();
-        if (!r.intersects(keepArea()))
-            scheduleRealize();
-    } else if (r.intersects(makeArea())) {
-        scheduleRealize();
-    }
+    const QLine line = lineOf(connector);
+    if (r == record->rect && line == record->line)
+        return;
+    updatePageRect(record->rect);
+    record->rect = r;
+    record->line = line;
+    m_lineIndex.insert(record, r);
+    updatePageRect(r);
+    updateLineWidget(record);
+}
+
+void ObjectPageView::updatePageRect(const QRect& rect)
+{
+    const QRect shown = rect.translated(-m_offset).intersected(m_pane->rect());
+    if (!shown.isEmpty())
+        m_pane->update(shown);
+}
+
+ObjectPageView::LineRecord* ObjectPageView::lineRecord(const QoSConnector* connector) const
+{
+    return connector ? m_lines.value(connector->Name()) : nullptr;
 }
 
 void ObjectPageView::objectSelected(QoSObject* object, bool selected)
@@ -309,6 +416,13 @@ QRect ObjectPageView::lineRect(const QoSConnector* connector) const
 {
     return QRect(pixels(connector->Left()), pixels(connector->Top()), connector->Width() / 15,
                  connector->Height() / 15);
+}
+
+QLine ObjectPageView::lineOf(const QoSConnector* connector)
+{
+    // The end points are snapped to whole pixels already.
+    return QLine(pixels(connector->x1()), pixels(connector->y1()), pixels(connector->x2()),
+                 pixels(connector->y2()));
 }
 
 QRect ObjectPageView::visibleRect() const
@@ -375,6 +489,9 @@ void ObjectPageView::scrollBarMoved()
     m_offset = offset;
     // Moves the children and the pixels already drawn; only what comes into view is painted.
     m_pane->scroll(delta.x(), delta.y());
+    for (LineRecord* record : std::as_const(m_lines))
+        if (record->widget)
+            updateLineWidget(record);
     realize();
 }
 
@@ -436,15 +553,322 @@ void ObjectPageView::ensureVisible(const QoSObject* object)
     setScrollPosition(position);
 }
 
-void ObjectPageView::focusObject(QoSObject* object)
+void ObjectPageView::focusObject(QoSObject* object, bool lastField)
 {
     if (!object || !m_boxes.contains(object->Name()))
         return;
     ensureVisible(object);
     realize();
-    object->SetSelected(true);
-    if (QoSObjectBox* widget = box(object->Name()))
-        widget->focusControl()->setFocus(Qt::OtherFocusReason);
+    QoSObjectBox* widget = box(object->Name());
+    if (!widget) {
+        object->SetSelected(true);
+        return;
+    }
+    const QList<QWidget*> stops = widget->tabStops();
+    if (lastField && !stops.isEmpty())
+        stops.last()->setFocus(Qt::BacktabFocusReason);
+    else
+        widget->focusControl()->setFocus(lastField ? Qt::BacktabFocusReason : Qt::TabFocusReason);
+    // The focus selects the box; a box that cannot take it (a hidden window) is selected all
+    // the same.
+    if (!object->Selected())
+        object->SetSelected(true);
+}
+
+// --- the keyboard through the picture -------------------------------------------------------
+
+void ObjectPageView::focusNextBox(const QoSObject* from, bool forward)
+{
+    if (QoSObject* next = m_page->NextInPictureOrder(from, forward)) {
+        focusObject(next, !forward);
+        return;
+    }
+    if (from && !forward) {
+        // Before the first box lies the page itself.
+        m_pane->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    leavePage(forward);
+}
+
+void ObjectPageView::leavePage(bool forward)
+{
+    // The widgets of the boxes stand anywhere in the window's focus chain (they come and go
+    // as the page scrolls): the way out skips everything inside the page.
+    for (QWidget* w = forward ? nextInFocusChain() : previousInFocusChain(); w && w != this;
+         w = forward ? w->nextInFocusChain() : w->previousInFocusChain()) {
+        if (isAncestorOf(w) || w->window() != window() || w->focusProxy())
+            continue;
+        if ((w->focusPolicy() & Qt::TabFocus) && w->isVisible() && w->isEnabled()) {
+            w->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return;
+        }
+    }
+    // Nothing else in the window takes the keyboard: round the page again.
+    if (forward)
+        m_pane->setFocus(Qt::OtherFocusReason);
+    else if (QoSObject* last = m_page->NextInPictureOrder(nullptr, false))
+        focusObject(last, true);
+}
+
+// --- lines --------------------------------------------------------------------------------------
+
+QoSConnector* ObjectPageView::connectorAt(const QPoint& panePos) const
+{
+    if (m_page->ConnectorsWait())
+        return nullptr;
+    const QPoint at = panePos + m_offset;
+    const int reach = QoSConnectorView::HitRadius + QoSConnectorView::MarkSize;
+    QoSConnector* best = nullptr;
+    double bestDistance = 0;
+    double bestLength = 0;
+    for (LineRecord* record : m_lineIndex.findIn(QRect(at, at).adjusted(-reach, -reach, reach, reach))) {
+        QoSConnector* c = record->connector;
+        if (!c)
+            continue;
+        const double d = QoSConnectorView::distance(record->line, c->Selected(), at);
+        if (d > QoSConnectorView::HitRadius)
+            continue;
+        // The selected line first; then the nearest, and of lines that lie on each other
+        // (the filters of one class) the shortest, whose box is the nearest.
+        const double length = QLineF(record->line).length();
+        const bool better = !best || (c->Selected() && !best->Selected()) ||
+                            (c->Selected() == best->Selected() &&
+                             (d < bestDistance || (d == bestDistance && length < bestLength)));
+        if (better) {
+            best = c;
+            bestDistance = d;
+            bestLength = length;
+        }
+    }
+    return best;
+}
+
+QLine ObjectPageView::lineOnPane(const QString& name) const
+{
+    const LineRecord* record = m_lines.value(name);
+    return record ? record->line.translated(-m_offset) : QLine();
+}
+
+bool ObjectPageView::isLineHighlighted(const QString& name) const
+{
+    return m_highlighted.contains(name);
+}
+
+void ObjectPageView::hoverLine(QoSConnector* connector)
+{
+    LineRecord* record = lineRecord(connector);
+    if (!record || m_highlighted.contains(connector->Name()))
+        return;
+    m_highlighted.insert(connector->Name(), QDeadlineTimer(QoSConnectorView::HoverMilliseconds));
+    updatePageRect(record->rect);
+    if (!m_hoverTimer.isActive())
+        m_hoverTimer.start(QoSConnectorView::HoverMilliseconds, this);
+}
+
+void ObjectPageView::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_hoverTimer.timerId()) {
+        QWidget::timerEvent(event);
+        return;
+    }
+    // Each lit line goes back to its normal look when its own time is up.
+    m_hoverTimer.stop();
+    qint64 next = -1;
+    for (auto it = m_highlighted.begin(); it != m_highlighted.end();) {
+        const qint64 left = it->remainingTime();
+        if (left <= 0) {
+            if (const LineRecord* record = m_lines.value(it.key()))
+                updatePageRect(record->rect);
+            it = m_highlighted.erase(it);
+        } else {
+            next = next < 0 ? left : std::min(next, left);
+            ++it;
+        }
+    }
+    if (next >= 0)
+        m_hoverTimer.start(int(next), this);
+}
+
+void ObjectPageView::pressLine(QoSConnector* connector)
+{
+    LineRecord* record = lineRecord(connector);
+    if (!record)
+        return;
+    // The focus selects the line, as a click on a control would.
+    lineWidget(record)->setFocus(Qt::MouseFocusReason);
+    if (!connector->Selected())
+        connector->SetSelected(true);
+}
+
+void ObjectPageView::lineMenu(QoSConnector* connector, const QPoint& globalPos)
+{
+    LineRecord* record = lineRecord(connector);
+    if (!record)
+        return;
+    pressLine(connector);
+    if (record->widget)
+        record->widget->showContextMenu(globalPos);
+}
+
+QoSConnectorView* ObjectPageView::lineWidget(LineRecord* record)
+{
+    if (!record->widget) {
+        record->widget = new QoSConnectorView(record->connector, this, m_pane);
+        updateLineWidget(record);
+        record->widget->lower();
+        record->widget->show();
+    }
+    return record->widget;
+}
+
+void ObjectPageView::updateLineWidget(LineRecord* record)
+{
+    // Where the line is, for whoever shows the focus; the mouse goes through to the pane.
+    if (record->widget)
+        record->widget->setGeometry(record->rect.translated(-m_offset));
+}
+
+void ObjectPageView::lineSelected(LineRecord* record, bool selected)
+{
+    updatePageRect(record->rect);
+    if (selected) {
+        lineWidget(record);
+    } else if (record->widget && !record->widget->hasFocus()) {
+        record->widget->detach();
+        dropWidget(record->widget);
+        record->widget = nullptr;
+    }
+}
+
+void ObjectPageView::paintLines(QPainter& painter, const QRect& exposed) const
+{
+    if (m_page->ConnectorsWait())
+        return; // the lines have no places until the import ends
+    const QRect area = exposed.translated(m_offset).adjusted(-8, -8, 8, 8);
+    const QList<LineRecord*> found = m_lineIndex.findIn(area);
+    if (found.isEmpty())
+        return;
+    // Lines that cover the same pixels of the exposed part (the filters of one class, all
+    // down the same column) are drawn once.
+    QList<QLine> plain;
+    QList<const LineRecord*> marked;
+    QSet<std::pair<quint64, quint64>> seen;
+    for (const LineRecord* record : found) {
+        const QoSConnector* c = record->connector;
+        if (!c)
+            continue;
+        if (c->Selected() || m_highlighted.contains(c->Name())) {
+            marked << record;
+            continue;
+        }
+        const QLineF clipped = QoSConnectorView::clip(record->line, area);
+        if (clipped.isNull())
+            continue;
+        const auto point = [](double x, double y) {
+            return (quint64(quint32(qRound(x))) << 32) | quint32(qRound(y));
+        };
+        const std::pair<quint64, quint64> key{point(clipped.x1(), clipped.y1()),
+                                              point(clipped.x2(), clipped.y2())};
+        if (!seen.contains(key)) {
+            seen.insert(key);
+            plain << record->line;
+        }
+    }
+    painter.save();
+    painter.translate(-m_offset);
+    QoSConnectorView::paintLines(painter, plain, palette());
+    // Lit and selected lines over the others, the selected one last.
+    std::stable_sort(marked.begin(), marked.end(), [](const LineRecord* a, const LineRecord* b) {
+        return !a->connector->Selected() && b->connector->Selected();
+    });
+    for (const LineRecord* record : std::as_const(marked))
+        QoSConnectorView::paintLine(painter, record->line, record->connector->Selected(),
+                                    m_highlighted.contains(record->connector->Name()), palette());
+    painter.restore();
+}
+
+// --- the cell a dragged box would land in ---------------------------------------------------------
+
+void ObjectPageView::showDropTarget(const DropPlan& plan)
+{
+    QRect rect;
+    DropLook look = DropLook::None;
+    const ObjectPageProperties& prop = m_page->prop();
+    if (plan.hasCell && plan.x >= 0 && plan.y >= 0 && plan.x < MaxCells && plan.y < MaxCells) {
+        const int left = int(std::floor(plan.x * (prop.ColWidth / 15.0)));
+        const int top = int(std::floor(plan.y * (prop.RowHeight / 15.0)));
+        const int right = int(std::floor((plan.x + 1) * (prop.ColWidth / 15.0)));
+        const int bottom = int(std::floor((plan.y + 1) * (prop.RowHeight / 15.0)));
+        rect = QRect(QPoint(left, top), QPoint(right, bottom));
+        switch (plan.outcome) {
+        case DropPlan::Outcome::Stay:
+        case DropPlan::Outcome::Move:
+            look = DropLook::Lands;
+            break;
+        case DropPlan::Outcome::Link:
+            look = DropLook::Links;
+            break;
+        case DropPlan::Outcome::Refused:
+            look = DropLook::Refused;
+            break;
+        }
+    }
+    if (rect == m_dropRect && look == m_dropLook)
+        return;
+    updatePageRect(m_dropRect);
+    m_dropRect = rect;
+    m_dropLook = look;
+    updatePageRect(m_dropRect);
+}
+
+void ObjectPageView::hideDropTarget()
+{
+    updatePageRect(m_dropRect);
+    m_dropRect = QRect();
+    m_dropLook = DropLook::None;
+}
+
+void ObjectPageView::paintDropTarget(QPainter& painter, const QRect& exposed) const
+{
+    if (m_dropLook == DropLook::None)
+        return;
+    const QRect cell = m_dropRect.translated(-m_offset);
+    if (!cell.intersects(exposed))
+        return;
+    // The outline lies in the margin of the cell that its box leaves free.
+    const QColor highlight = palette().color(QPalette::Highlight);
+    QColor color = highlight;
+    Qt::PenStyle style = Qt::SolidLine;
+    int width = 2;
+    int fill = 40;
+    switch (m_dropLook) {
+    case DropLook::Lands:
+        break;
+    case DropLook::Links:
+        // Hung under the box that stands there: a broader frame around it.
+        width = 4;
+        fill = 70;
+        break;
+    case DropLook::Refused:
+        color = QColor(200, 30, 30);
+        style = Qt::DashLine;
+        fill = 30;
+        break;
+    case DropLook::None:
+        return;
+    }
+    painter.save();
+    QColor background = color;
+    background.setAlpha(fill);
+    painter.fillRect(cell, background);
+    QPen pen(color, width, style);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    const int inset = width / 2;
+    painter.drawRect(cell.adjusted(inset, inset, -inset - 1, -inset - 1));
+    painter.restore();
 }
 
 // --- making and dropping widgets --------------------------------------------------------------
@@ -465,7 +889,8 @@ void ObjectPageView::realize()
 
 void ObjectPageView::realizeAll()
 {
-    const QRect everything(QPoint(-int(MaxPixels / 2), -int(MaxPixels / 2)), QPoint(int(MaxPixels), int(MaxPixels)));
+    const QRect everything(QPoint(-int(MaxPixels / 2), -int(MaxPixels / 2)),
+                           QPoint(int(MaxPixels), int(MaxPixels)));
     realizeIn(everything, everything);
 }
 
@@ -474,30 +899,24 @@ void ObjectPageView::realizeIn(const QRect& makeArea, const QRect& keepArea)
     // While a file is read the new boxes have no places yet; widgets are made once they do.
     if (m_page->IsDeferred())
         return;
-    for (BoxRecord& record : m_boxes) {
-        QoSObject* object = record.object;
-        if (!object)
-            continue;
-        const QRect r = boxRect(object);
-        if (!record.widget && object->Visible() && makeArea.intersects(r)) {
-            record.widget = makeBox(object);
-        } else if (record.widget && !keepArea.intersects(r) && !isPinned(record.widget)) {
-            record.widget->detach();
-            dropWidget(record.widget);
-            record.widget = nullptr;
+    // Only the boxes that have widgets are looked at for dropping, and only those found in
+    // the area for making: neither grows with the page.
+    for (auto it = m_realized.begin(); it != m_realized.end();) {
+        BoxRecord* record = *it;
+        if (!record->widget) {
+            it = m_realized.erase(it);
+        } else if (!keepArea.intersects(record->rect) && !isPinned(record->widget)) {
+            retireBox(record);
+            it = m_realized.erase(it);
+        } else {
+            ++it;
         }
     }
-    for (LineRecord& record : m_lines) {
-        QoSConnector* connector = record.connector;
-        if (!connector)
-            continue;
-        const QRect r = lineRect(connector);
-        if (!record.widget && makeArea.intersects(r)) {
-            record.widget = makeLine(connector);
-        } else if (record.widget && !keepArea.intersects(r) && !isPinned(record.widget)) {
-            record.widget->detach();
-            dropWidget(record.widget);
-            record.widget = nullptr;
+    for (BoxRecord* record : m_boxIndex.findIn(makeArea)) {
+        QoSObject* object = record->object;
+        if (!record->widget && object && object->Visible()) {
+            record->widget = makeBox(object);
+            m_realized.insert(record);
         }
     }
 }
@@ -516,16 +935,6 @@ QoSObjectBox* ObjectPageView::makeBox(QoSObject* object)
     return widget;
 }
 
-QoSConnectorView* ObjectPageView::makeLine(QoSConnector* connector)
-{
-    auto* widget = new QoSConnectorView(connector, this, m_pane);
-    widget->setGeometry(lineRect(connector).translated(-m_offset));
-    widget->layoutFromConnector();
-    widget->show();
-    stackLine(widget, connector->Selected());
-    return widget;
-}
-
 bool ObjectPageView::isPinned(QWidget* widget) const
 {
     // A widget with the focus (or its menu open, or being dragged) stays.
@@ -533,21 +942,6 @@ bool ObjectPageView::isPinned(QWidget* widget) const
         return true;
     QWidget* focus = QApplication::focusWidget();
     return focus && (focus == widget || widget->isAncestorOf(focus));
-}
-
-void ObjectPageView::stackLine(QWidget* line, bool selected)
-{
-    if (!selected) {
-        line->lower();
-        return;
-    }
-    // The pane's children are in stacking order, the lowest first.
-    for (QObject* child : m_pane->children())
-        if (auto* box = qobject_cast<QoSObjectBox*>(child); box && box->isVisibleTo(m_pane)) {
-            line->stackUnder(box);
-            return;
-        }
-    line->raise();
 }
 
 void ObjectPageView::setPinned(QWidget* widget, bool pinned)
@@ -560,24 +954,26 @@ void ObjectPageView::setPinned(QWidget* widget, bool pinned)
 
 QoSObjectBox* ObjectPageView::box(const QString& name) const
 {
-    const auto it = m_boxes.constFind(name);
-    return it == m_boxes.cend() ? nullptr : it->widget.data();
+    const BoxRecord* record = m_boxes.value(name);
+    return record ? record->widget.data() : nullptr;
 }
 
 QoSConnectorView* ObjectPageView::connectorView(const QString& name) const
 {
-    const auto it = m_lines.constFind(name);
-    return it == m_lines.cend() ? nullptr : it->widget.data();
+    const LineRecord* record = m_lines.value(name);
+    return record ? record->widget.data() : nullptr;
 }
 
 int ObjectPageView::boxWidgetCount() const
 {
-    return int(std::count_if(m_boxes.cbegin(), m_boxes.cend(), [](const BoxRecord& r) { return !r.widget.isNull(); }));
+    return int(std::count_if(m_realized.cbegin(), m_realized.cend(),
+                             [](const BoxRecord* r) { return !r->widget.isNull(); }));
 }
 
 int ObjectPageView::connectorWidgetCount() const
 {
-    return int(std::count_if(m_lines.cbegin(), m_lines.cend(), [](const LineRecord& r) { return !r.widget.isNull(); }));
+    return int(std::count_if(m_lines.cbegin(), m_lines.cend(),
+                             [](const LineRecord* r) { return !r->widget.isNull(); }));
 }
 
 // --- the page's own commands ------------------------------------------------------------------
@@ -590,12 +986,15 @@ QMenu* ObjectPageView::createPageMenu(QWidget* parent)
     auto add = [this, menu](const QString& name, const QString& caption, void (ObjectPageView::*command)()) {
         QAction* item = menu->addAction(caption);
         item->setObjectName(name);
-        connect(item, &QAction::triggered, this, [this, command] { QMetaObject::invokeMethod(this, command, Qt::QueuedConnection); });
+        connect(item, &QAction::triggered, this,
+                [this, command] { QMetaObject::invokeMethod(this, command, Qt::QueuedConnection); });
     };
     add(QStringLiteral("itmEditNewClass"), QStringLiteral("Neue &Klasse"), &ObjectPageView::NewClassCommand);
-    add(QStringLiteral("itmEditNewFilter"), QStringLiteral("Neuer &Filter"), &ObjectPageView::NewFilterCommand);
+    add(QStringLiteral("itmEditNewFilter"), QStringLiteral("Neuer &Filter"),
+        &ObjectPageView::NewFilterCommand);
     menu->addSeparator();
-    add(QStringLiteral("itmObjectPageProperties"), QStringLiteral("&Seitengröße..."), &ObjectPageView::PageSizeCommand);
+    add(QStringLiteral("itmObjectPageProperties"), QStringLiteral("&Seitengröße..."),
+        &ObjectPageView::PageSizeCommand);
     return menu;
 }
 
