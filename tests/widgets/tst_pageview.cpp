@@ -13,6 +13,8 @@
 #include <QMimeData>
 #include <QScrollBar>
 
+#include <algorithm>
+
 // The page on screen: selection by focus, dragging and dropping, plugs, lines, the page's
 // own commands, and the view keeping step with the core.
 class TestPageView : public QObject
@@ -567,6 +569,115 @@ private slots:
             }
         }
         QApplication::setFont(before);
+    }
+
+    void theDragShowsWhereTheBoxLands_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("dragged");
+        QTest::addColumn<QPoint>("cell"); // where the box's top-left corner is let go
+        QTest::addColumn<int>("look");
+        using Look = ObjectPageView::DropLook;
+        // clang-format off
+        QTest::newRow("a free cell") << "C C" << "C2" << QPoint(4, 2) << int(Look::Lands);
+        QTest::newRow("its own cell") << "C C" << "C2" << QPoint(1, 0) << int(Look::Lands);
+        QTest::newRow("a class it would hang under") << "C C" << "C2" << QPoint(0, 0) << int(Look::Links);
+        QTest::newRow("a filter on a filter is refused") << "C C F1 F2" << "F1" << QPoint(1, 4) << int(Look::Refused);
+        QTest::newRow("a class in a filter row is refused") << "C C" << "C2" << QPoint(3, 4) << int(Look::Refused);
+        QTest::newRow("a class on a filter goes back") << "C C F1" << "C2" << QPoint(0, 4) << int(Look::Refused);
+        // clang-format on
+    }
+    void theDragShowsWhereTheBoxLands()
+    {
+        QFETCH(QString, script);
+        QFETCH(QString, dragged);
+        QFETCH(QPoint, cell);
+        QFETCH(int, look);
+        PageViewFixture f(script);
+        QoSObjectBox* b = f.box(named(f, dragged));
+        TittleBar* title = b->titleBar();
+        const QPoint grab = title->pos() + QPoint(8, 4);
+        QTest::mousePress(title, Qt::LeftButton, {}, grab - title->pos());
+        QCOMPARE(int(f.view->dropTargetLook()), int(ObjectPageView::DropLook::None));
+        const QPoint from = b->mapToGlobal(grab);
+        const QPoint to = f.view->pane()->mapToGlobal(f.cellCorner(cell.x(), cell.y()) + QPoint(4, 4) + grab);
+        for (int i = 1; i <= 4; ++i)
+            QTest::mouseMove(b, b->mapFromGlobal(from + (to - from) * i / 4));
+        QCOMPARE(int(f.view->dropTargetLook()), look);
+        const QPoint corner = f.cellCorner(cell.x(), cell.y());
+        QCOMPARE(f.view->dropTargetRect().topLeft(), corner);
+        QCOMPARE(f.view->dropTargetRect().bottomRight(), f.cellCorner(cell.x() + 1, cell.y() + 1));
+        // Drawn around the cell, in the margin its box leaves free.
+        const QImage shown = f.view->pane()->grab().toImage();
+        const QPoint edge = (corner - f.view->scrollPosition() + QPoint(f.page->prop().ColWidth / 30, 1)) *
+                            shown.devicePixelRatio();
+        QVERIFY(shown.pixelColor(edge) != f.view->pane()->palette().color(QPalette::Base));
+        QTest::mouseRelease(b, Qt::LeftButton, {}, b->mapFromGlobal(to));
+        f.settle();
+        QCOMPARE(int(f.view->dropTargetLook()), int(ObjectPageView::DropLook::None));
+    }
+
+    // Tab from the page walks every box once, in the order of the picture, also the boxes
+    // out of sight, and comes back to the page; Shift+Tab walks them backwards.
+    void tabReachesEveryBoxInPictureOrder_data()
+    {
+        QTest::addColumn<bool>("forward");
+        QTest::newRow("Tab") << true;
+        QTest::newRow("Shift+Tab") << false;
+    }
+    void tabReachesEveryBoxInPictureOrder()
+    {
+        QFETCH(bool, forward);
+        PageViewFixture f(QString(QStringLiteral("C ")).repeated(12) +
+                          QStringLiteral("S1 S1 F13 F14 F12 F12"));
+        QStringList expected;
+        for (const QoSObject* o : f.page->ObjectsInWriteOrder())
+            expected << PageScript::shortName(o);
+        if (!forward)
+            std::reverse(expected.begin(), expected.end());
+        QVERIFY(!f.box(f.page->ObjectsInWriteOrder().at(11))); // out of sight at first
+        f.view->pane()->setFocus();
+        QStringList reached;
+        for (int press = 0; press < 1000; ++press) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab,
+                            forward ? Qt::NoModifier : Qt::ShiftModifier);
+            f.settle();
+            QWidget* focus = QApplication::focusWidget();
+            if (focus == f.view->pane())
+                break;
+            QoSObjectBox* b = nullptr;
+            for (QWidget* w = focus; w && !b; w = w->parentWidget())
+                b = qobject_cast<QoSObjectBox*>(w);
+            QVERIFY2(b, qPrintable(focus ? focus->objectName() : QStringLiteral("nothing")));
+            const QString name = PageScript::shortName(b->object());
+            if (reached.isEmpty() || reached.last() != name) {
+                reached << name;
+                // The box with the focus is selected and in sight.
+                QVERIFY(b->object()->Selected());
+                QVERIFY(b->geometry().intersects(f.view->pane()->rect()));
+            }
+        }
+        QCOMPARE(reached, expected);
+        QCOMPARE(QApplication::focusWidget(), f.view->pane());
+    }
+
+    // A loop that scrolls and never returns to the event loop still has only the widgets of
+    // what it shows: the ones it scrolled past are gone, not waiting to be deleted.
+    void scrollingInALoopKeepsNoDroppedWidgets()
+    {
+        PageViewFixture f(QString(QStringLiteral("C ")).repeated(60));
+        int most = 0;
+        for (int pass = 0; pass < 4; ++pass) {
+            f.view->setScrollPosition(QPoint(0, 0));
+            do {
+                QCoreApplication::sendPostedEvents(); // everything but the deferred deletes
+                most = std::max(
+                    most,
+                    int(f.view->pane()->findChildren<QoSObjectBox*>(Qt::FindDirectChildrenOnly).size()));
+            } while (f.view->scrollBy(QPoint(f.view->pane()->width() / 2, 0)));
+        }
+        QVERIFY2(most < 3 * f.view->boxWidgetCount() + 10, qPrintable(QString::number(most)));
+        QCOMPARE(f.view->droppedWidgetCount(), 0);
     }
 
     void aPicture()
