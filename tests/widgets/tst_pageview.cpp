@@ -323,7 +323,8 @@ private slots:
     {
         PageViewFixture f(QStringLiteral("C F1"));
         const QString name = QStringLiteral("LineTop") + f.flt(1)->Name();
-        QContextMenuEvent click(QContextMenuEvent::Mouse, f.view->lineOnPane(name).center());
+        const QPoint at = f.view->lineOnPane(name).center();
+        QContextMenuEvent click(QContextMenuEvent::Mouse, at, f.view->pane()->mapToGlobal(at));
         QApplication::sendEvent(f.view->pane(), &click);
         QVERIFY(f.flt(1)->LineTop()->Selected()); // the line's own menu, for the line
         QMenu* shown = f.view->findChild<QMenu*>();
