@@ -14,6 +14,7 @@
 //                      runs down the class's column, all of them through the first screen),
 //                      and 16 000 classes as 40 main classes with 399 sub classes each (the
 //                      lines of a main class fan out over hundreds of columns)
+//   BM_OpenShown/...:  reading those files while the page is on screen, up to its picture
 //   BM_ScrollStep/...: one page-width step right, or one page-height step down, from the
 //                      top-left corner of those pages, painted
 #include "document/document.h"
@@ -50,18 +51,17 @@ QByteArray largeRouterFile()
             for (int m = 0; m < 10; ++m) {
                 int mainIdx = 0;
                 page->AddClass(QStringLiteral("0"), QStringLiteral("1000kbit"), QStringLiteral("100000kbit"),
-                               page->Direction(), QStringLiteral("0"), mainIdx, false,
-                               QStringLiteral("Haus %1").arg(m));
+                               page->Direction(), QStringLiteral("0"), mainIdx, false, QStringLiteral("Haus %1").arg(m));
                 for (int s = 0; s < 49; ++s) {
                     int subIdx = 0;
-                    page->AddClass(QString::number(mainIdx), QStringLiteral("20kbit"),
-                                   QStringLiteral("2000kbit"), page->Direction(), QStringLiteral("2"), subIdx,
-                                   false, QStringLiteral("Rechner %1").arg(s));
+                    page->AddClass(QString::number(mainIdx), QStringLiteral("20kbit"), QStringLiteral("2000kbit"),
+                                   page->Direction(), QStringLiteral("2"), subIdx, false,
+                                   QStringLiteral("Rechner %1").arg(s));
                     for (int f = 0; f < (leaves < 20 ? 3 : 2); ++f) {
                         int filterIdx = 0;
-                        page->AddFilter(
-                            QString::number(subIdx), QStringLiteral("10.%1.%2.%3").arg(m).arg(s).arg(f),
-                            QStringLiteral("80"), QStringLiteral("client"), QString(), filterIdx, QString());
+                        page->AddFilter(QString::number(subIdx), QStringLiteral("10.%1.%2.%3").arg(m).arg(s).arg(f),
+                                        QStringLiteral("80"), QStringLiteral("client"), QString(), filterIdx,
+                                        QString());
                     }
                     ++leaves;
                 }
@@ -353,6 +353,24 @@ void BM_ShowPage(benchmark::State& state)
     }
 }
 
+// Reading the file while the page is on screen, up to its first picture.
+void BM_OpenShown(benchmark::State& state)
+{
+    const QByteArray bytes = shapeFile(int(state.range(0)));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto page = std::make_unique<ShownPage>(QByteArray());
+        page->make();
+        page->show();
+        state.ResumeTiming();
+        ImportQoSBytes(page->doc, bytes);
+        page->paint();
+        state.PauseTiming();
+        page.reset();
+        state.ResumeTiming();
+    }
+}
+
 void BM_ScrollStep(benchmark::State& state)
 {
     ShownPage page(shapeFile(int(state.range(0))));
@@ -392,6 +410,7 @@ BENCHMARK(BM_ShowPage)
     ->Arg(10000)
     ->Arg(20000)
     ->Iterations(2);
+BENCHMARK(BM_OpenShown)->Unit(benchmark::kMillisecond)->Arg(0)->Arg(20000)->Iterations(1);
 BENCHMARK(BM_ScrollStep)
     ->Unit(benchmark::kMillisecond)
     ->ArgNames({"shape", "down"})

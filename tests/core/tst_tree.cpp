@@ -28,8 +28,7 @@ class TestTree : public QObject
         case DropPlan::Outcome::Move:
             return QStringLiteral("move %1,%2").arg(plan.x).arg(plan.y);
         case DropPlan::Outcome::Link:
-            return (plan.swap ? QStringLiteral("swap ") : QStringLiteral("link ")) +
-                   PageScript::shortName(plan.parent);
+            return (plan.swap ? QStringLiteral("swap ") : QStringLiteral("link ")) + PageScript::shortName(plan.parent);
         case DropPlan::Outcome::Refused:
             break;
         }
@@ -55,39 +54,31 @@ class TestTree : public QObject
 private slots:
     void validation_data()
     {
-        QTest::addColumn<QString>("line");      // downstream line bandwidth
-        QTest::addColumn<QStringList>("mins");  // main classes, or sub classes of one parent
-        QTest::addColumn<QString>("max");       // the maximum of every class
-        QTest::addColumn<QString>("parentMax"); // "" for main classes
+        QTest::addColumn<QString>("line");       // downstream line bandwidth
+        QTest::addColumn<QStringList>("mins");   // main classes, or sub classes of one parent
+        QTest::addColumn<QString>("max");        // the maximum of every class
+        QTest::addColumn<QString>("parentMax");  // "" for main classes
         QTest::addColumn<bool>("minValid");
         QTest::addColumn<bool>("maxValid");
 
         QTest::newRow("zero minimum is invalid although the line has room")
-            << "768kbit" << QStringList{"0kbit"} << "768kbit"
-            << "" << false << true;
-        QTest::newRow("three of 400 overbook 1000")
-            << "1000kbit" << QStringList{"400kbit", "400kbit", "400kbit"} << "1000kbit"
-            << "" << false << true;
-        QTest::newRow("three of 300 fit 1000")
-            << "1000kbit" << QStringList{"300kbit", "300kbit", "300kbit"} << "1000kbit"
-            << "" << true << true;
+            << "768kbit" << QStringList{"0kbit"} << "768kbit" << "" << false << true;
+        QTest::newRow("three of 400 overbook 1000") << "1000kbit" << QStringList{"400kbit", "400kbit", "400kbit"}
+                                                    << "1000kbit" << "" << false << true;
+        QTest::newRow("three of 300 fit 1000") << "1000kbit" << QStringList{"300kbit", "300kbit", "300kbit"}
+                                               << "1000kbit" << "" << true << true;
         QTest::newRow("limit of a main class takes the bare line number")
-            << "2Mbit" << QStringList{"100kbit"} << "2kbit"
-            << "" << false << true;
+            << "2Mbit" << QStringList{"100kbit"} << "2kbit" << "" << false << true;
         QTest::newRow("maximum is compared by its entered number")
-            << "1000kbit" << QStringList{"100kbit"} << "2Mbit"
-            << "" << true << true;
-        QTest::newRow("maximum above the limit") << "1000kbit" << QStringList{"100kbit"} << "1001kbit"
-                                                 << "" << true << false;
+            << "1000kbit" << QStringList{"100kbit"} << "2Mbit" << "" << true << true;
+        QTest::newRow("maximum above the limit") << "1000kbit" << QStringList{"100kbit"} << "1001kbit" << ""
+                                                 << true << false;
         QTest::newRow("parent maximum 0 makes every maximum invalid")
-            << "1000kbit" << QStringList{"1kbit"} << "1kbit"
-            << "0kbit" << false << false;
+            << "1000kbit" << QStringList{"1kbit"} << "1kbit" << "0kbit" << false << false;
         QTest::newRow("sub classes against the parent maximum in kbit")
-            << "1000kbit" << QStringList{"512kbit", "512kbit"} << "1Mbit"
-            << "1Mbit" << true << true;
+            << "1000kbit" << QStringList{"512kbit", "512kbit"} << "1Mbit" << "1Mbit" << true << true;
         QTest::newRow("sub classes overbooking the parent")
-            << "1000kbit" << QStringList{"600kbit", "500kbit"} << "1kbit"
-            << "1Mbit" << false << true;
+            << "1000kbit" << QStringList{"600kbit", "500kbit"} << "1kbit" << "1Mbit" << false << true;
     }
     void validation()
     {
@@ -103,15 +94,15 @@ private slots:
         int idx = 0;
         QString parent = QStringLiteral("0");
         if (!parentMax.isEmpty()) {
-            page->AddClass(parent, QStringLiteral("1kbit"), parentMax, QStringLiteral("down"),
-                           QStringLiteral("0"), idx, false, QString());
+            page->AddClass(parent, QStringLiteral("1kbit"), parentMax, QStringLiteral("down"), QStringLiteral("0"),
+                           idx, false, QString());
             parent = QString::number(idx);
         }
         QList<QoSClass*> classes;
         for (const QString& min : mins) {
             idx = 0;
-            classes << page->AddClass(parent, min, max, QStringLiteral("down"), QStringLiteral("0"), idx,
-                                      false, QString());
+            classes << page->AddClass(parent, min, max, QStringLiteral("down"), QStringLiteral("0"), idx, false,
+                                      QString());
         }
         QoSClass* root = classes.first()->TopClass();
         root->Validate(true);
@@ -128,9 +119,8 @@ private slots:
     {
         Document doc;
         int idx = 0;
-        QoSClass* a =
-            doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("2000000000kbit"),
-                                  QStringLiteral("1kbit"), QStringLiteral("down"), QString(), idx, false, {});
+        QoSClass* a = doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("2000000000kbit"),
+                                            QStringLiteral("1kbit"), QStringLiteral("down"), QString(), idx, false, {});
         idx = 0;
         doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("2000000000kbit"), QStringLiteral("1kbit"),
                               QStringLiteral("down"), QString(), idx, false, {});
@@ -143,9 +133,8 @@ private slots:
     {
         Document doc;
         int idx = 0;
-        QoSClass* c =
-            doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("1kbit"), QStringLiteral("10Mbit"),
-                                  QStringLiteral("down"), QString(), idx, false, {});
+        QoSClass* c = doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("1kbit"), QStringLiteral("10Mbit"),
+                                            QStringLiteral("down"), QString(), idx, false, {});
         QCOMPARE(c->QoSMaxBandWidthKBit(), 10240);
         // A unit with capitals cannot be written back from kbit: the field's own rule.
         c->SetQoSMaxBandWidthKBit(2048);
@@ -173,24 +162,15 @@ private slots:
     {
         QTest::addColumn<QString>("number");
         QTest::addColumn<QString>("parent");
-        QTest::newRow("zero") << "0"
-                              << "0";
-        QTest::newRow("negative") << "-1"
-                                  << "0";
-        QTest::newRow("no number") << "abc"
-                                   << "0";
-        QTest::newRow("no such class") << "77"
-                                       << "0";
-        QTest::newRow("itself") << "4"
-                                << "0";
-        QTest::newRow("a class with filters") << "2"
-                                              << "0";
-        QTest::newRow("a plain main class") << "3"
-                                            << "3";
-        QTest::newRow("fraction truncates") << "3.9"
-                                            << "3";
-        QTest::newRow("huge") << "99999999999999"
-                              << "0";
+        QTest::newRow("zero") << "0" << "0";
+        QTest::newRow("negative") << "-1" << "0";
+        QTest::newRow("no number") << "abc" << "0";
+        QTest::newRow("no such class") << "77" << "0";
+        QTest::newRow("itself") << "4" << "0";
+        QTest::newRow("a class with filters") << "2" << "0";
+        QTest::newRow("a plain main class") << "3" << "3";
+        QTest::newRow("fraction truncates") << "3.9" << "3";
+        QTest::newRow("huge") << "99999999999999" << "0";
     }
     void parentLinks()
     {
@@ -293,8 +273,7 @@ private slots:
         PageScript::run(doc.Down1(), QStringLiteral("C F1"));
         QoSConnector* line = flt(doc, 1)->LineTop();
         line->Move(100, 200, 100, 2000);
-        QCOMPARE(QList<int>({line->x1(), line->y1(), line->x2(), line->y2()}),
-                 QList<int>({90, 195, 90, 1995}));
+        QCOMPARE(QList<int>({line->x1(), line->y1(), line->x2(), line->y2()}), QList<int>({90, 195, 90, 1995}));
         QCOMPARE(line->Width(), 135);
         QCOMPARE(line->Height(), 1920);
         // The connector follows its boxes: from the parent's bottom middle to the child's top middle.
@@ -316,69 +295,32 @@ private slots:
         QTest::addColumn<QString>("layout");
         QTest::addColumn<QString>("parents"); // QoSParent / QoSClass of every object
 
-        QTest::newRow("free cell moves the box") << "C C"
-                                                 << "C2" << 4 << 2 << "move 4,2"
-                                                 << ""
-                                                 << "C1@0,0 C2@4,2"
-                                                 << "0 0";
-        QTest::newRow("onto itself nothing happens") << "C"
-                                                     << "C1" << 0 << 0 << "stay"
-                                                     << ""
-                                                     << "C1@0,0"
-                                                     << "0";
-        QTest::newRow("filter on filter") << "C F1 F1"
-                                          << "F1" << 0 << 5 << "refused"
-                                          << "Anhängen nicht möglich! TODO"
-                                          << "C1@0,0 F1@0,4 F2@0,5"
-                                          << "0 1 1";
-        QTest::newRow("class on filter does nothing") << "C C F1"
-                                                      << "C2" << 0 << 4 << "refused"
-                                                      << ""
-                                                      << "C1@0,0 C2@1,0 F1@0,4"
-                                                      << "0 0 1";
+        QTest::newRow("free cell moves the box")
+            << "C C" << "C2" << 4 << 2 << "move 4,2" << "" << "C1@0,0 C2@4,2" << "0 0";
+        QTest::newRow("onto itself nothing happens") << "C" << "C1" << 0 << 0 << "stay" << "" << "C1@0,0" << "0";
+        QTest::newRow("filter on filter") << "C F1 F1" << "F1" << 0 << 5 << "refused" << "Anhängen nicht möglich! TODO"
+                                          << "C1@0,0 F1@0,4 F2@0,5" << "0 1 1";
+        QTest::newRow("class on filter does nothing")
+            << "C C F1" << "C2" << 0 << 4 << "refused" << "" << "C1@0,0 C2@1,0 F1@0,4" << "0 0 1";
         QTest::newRow("filter on class with sub classes")
-            << "C S1 C F3"
-            << "F1" << 0 << 0 << "refused"
-            << "Anhängen nicht möglich! Klasse hat Unterklassen."
-            << "C1@0,0 C2@0,1 C3@1,0 F1@1,4"
-            << "0 1 0 3";
+            << "C S1 C F3" << "F1" << 0 << 0 << "refused" << "Anhängen nicht möglich! Klasse hat Unterklassen."
+            << "C1@0,0 C2@0,1 C3@1,0 F1@1,4" << "0 1 0 3";
         QTest::newRow("class on class with filters")
-            << "C F1 C"
-            << "C2" << 0 << 0 << "refused"
-            << "Anhängen nicht möglich. Klasse hat untergeordnete Filter."
-            << "C1@0,0 F1@0,4 C2@1,0"
-            << "0 1 0";
-        QTest::newRow("filter moves to another class") << "C F1 C"
-                                                       << "F1" << 1 << 0 << "link C2"
-                                                       << ""
-                                                       << "C1@0,0 F1@0,4 C2@1,0"
-                                                       << "0 2 0";
-        QTest::newRow("class hangs under another class") << "C C S2"
-                                                         << "C1" << 1 << 1 << "link C3"
-                                                         << ""
-                                                         << "C1@0,0 C2@1,0 C3@1,1"
-                                                         << "3 0 2";
-        QTest::newRow("main class on its grandchild swaps them") << "C S1 S2"
-                                                                 << "C1" << 0 << 2 << "swap C3"
-                                                                 << ""
-                                                                 << "C1@0,0 C2@0,1 C3@0,2"
-                                                                 << "3 1 0";
-        QTest::newRow("sub class on its own child swaps them") << "C S1 S2"
-                                                               << "C2" << 0 << 2 << "swap C3"
-                                                               << ""
-                                                               << "C1@0,0 C2@0,1 C3@0,2"
-                                                               << "0 3 0";
+            << "C F1 C" << "C2" << 0 << 0 << "refused" << "Anhängen nicht möglich. Klasse hat untergeordnete Filter."
+            << "C1@0,0 F1@0,4 C2@1,0" << "0 1 0";
+        QTest::newRow("filter moves to another class")
+            << "C F1 C" << "F1" << 1 << 0 << "link C2" << "" << "C1@0,0 F1@0,4 C2@1,0" << "0 2 0";
+        QTest::newRow("class hangs under another class")
+            << "C C S2" << "C1" << 1 << 1 << "link C3" << "" << "C1@0,0 C2@1,0 C3@1,1" << "3 0 2";
+        QTest::newRow("main class on its grandchild swaps them")
+            << "C S1 S2" << "C1" << 0 << 2 << "swap C3" << "" << "C1@0,0 C2@0,1 C3@0,2" << "3 1 0";
+        QTest::newRow("sub class on its own child swaps them")
+            << "C S1 S2" << "C2" << 0 << 2 << "swap C3" << "" << "C1@0,0 C2@0,1 C3@0,2" << "0 3 0";
         // A class in a filter row could not be read back from the file.
-        QTest::newRow("class into a filter row") << "C C"
-                                                 << "C2" << 3 << 4 << "refused"
-                                                 << "Verschieben nicht möglich. Keine weitere Ebene möglich."
-                                                 << "C1@0,0 C2@1,0"
-                                                 << "0 0";
-        QTest::newRow("filter into a class row") << "C F1"
-                                                 << "F1" << 2 << 1 << "move 2,1"
-                                                 << ""
-                                                 << "C1@0,0 F1@2,1"
-                                                 << "0 1";
+        QTest::newRow("class into a filter row")
+            << "C C" << "C2" << 3 << 4 << "refused" << "Verschieben nicht möglich. Keine weitere Ebene möglich."
+            << "C1@0,0 C2@1,0" << "0 0";
+        QTest::newRow("filter into a class row") << "C F1" << "F1" << 2 << 1 << "move 2,1" << "" << "C1@0,0 F1@2,1" << "0 1";
     }
     void drop()
     {
@@ -471,10 +413,10 @@ private slots:
         QStringList keys;
         for (const HistoryItem& item : doc.history()->Items())
             keys << item.PropertyName + u'=' + item.Value.toString();
-        QCOMPARE(keys, (QStringList{"QoSPort=80", "QoSType=client", "QoSType=server",
-                                    "QoSPort=", "QoSType=", "QoSPort=21,80", "QoSType=client",
-                                    "QoSType=", "QoSType=client", "QoSIP=10.0.0.0", "QoSIP=10.0.0.0/8",
-                                    "QoSIP=10.0.0.1/8", "QoSIP=10.0.0.1/24", "QoSIP=10.0.0.1"}));
+        QCOMPARE(keys, (QStringList{"QoSPort=80",        "QoSType=client", "QoSType=server", "QoSPort=",
+                                    "QoSType=",          "QoSPort=21,80",  "QoSType=client", "QoSType=",
+                                    "QoSType=client",    "QoSIP=10.0.0.0", "QoSIP=10.0.0.0/8", "QoSIP=10.0.0.1/8",
+                                    "QoSIP=10.0.0.1/24", "QoSIP=10.0.0.1"}));
         QCOMPARE(doc.history()->count(), keys.size());
         QCOMPARE(doc.history()->Items().first().ObjectName, QStringLiteral("QoSFilter1"));
         doc.history()->Restore();

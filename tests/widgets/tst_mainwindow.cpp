@@ -356,6 +356,7 @@ private slots:
         trigger(e, "itmFileOpen");
         QCOMPARE(e.child<QLabel>("pnlStatus")->accessibleName(), QStringLiteral("Datei öffnen abgebrochen."));
     }
+
 };
 
 QTEST_MAIN(TestMainWindow)

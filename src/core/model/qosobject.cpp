@@ -1,7 +1,6 @@
 #include "qosobject.h"
 
 #include "document/document.h"
-#include "document/numbers.h"
 #include "document/userprompt.h"
 #include "dropplan.h"
 #include "page/objectpage.h"
@@ -10,10 +9,10 @@
 #include "qosfilter.h"
 
 QoSObject::QoSObject(Document* document, ObjectPage* page, const QString& name)
-    : QObject(nullptr), m_document(document), m_page(page), m_name(name),
-      m_sequence(document->NextSequence()), m_width(page ? page->prop().ObjectWidth : 1755),
-      m_height(page ? page->prop().ObjectHeight : 1275)
-{}
+    : QObject(nullptr), m_document(document), m_page(page), m_name(name), m_sequence(document->NextSequence()),
+      m_width(page ? page->prop().ObjectWidth : 1755), m_height(page ? page->prop().ObjectHeight : 1275)
+{
+}
 
 QoSObject::~QoSObject() = default;
 

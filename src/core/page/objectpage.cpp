@@ -152,10 +152,8 @@ void ObjectPage::PlaceObject(QoSObject* object) const
 {
     if (IsDeferred())
         return; // every box is placed once when the import ends
-    const double left =
-        object->MatrixX() * double(m_prop.ColWidth) + (m_prop.ColWidth - object->Width()) / 2.0;
-    const double top =
-        object->MatrixY() * double(m_prop.RowHeight) + (m_prop.RowHeight - object->Height()) / 2.0;
+    const double left = object->MatrixX() * double(m_prop.ColWidth) + (m_prop.ColWidth - object->Width()) / 2.0;
+    const double top = object->MatrixY() * double(m_prop.RowHeight) + (m_prop.RowHeight - object->Height()) / 2.0;
     object->Move(left, top);
 }
 
@@ -223,22 +221,20 @@ QoSObject* ObjectPage::createObject(bool isClass, const Arrangement::Column& col
     return object;
 }
 
-QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandwidth,
-                               const QString& maxBandwidth, const QString& direction, const QString& prio,
-                               int& classIdx, bool flag, const QString& caption, std::optional<qint16> x,
-                               std::optional<qint16> y, bool visible)
+QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandwidth, const QString& maxBandwidth,
+                               const QString& direction, const QString& prio, int& classIdx, bool flag,
+                               const QString& caption, std::optional<qint16> x, std::optional<qint16> y,
+                               bool visible)
 {
     // A parent number that names no class makes a main class in every step.
     QoSClass* parent = m_document->ClassByNumberText(parentIdx);
     if (parent && parent->HasFilters()) {
-        m_document->prompt().Message(
-            QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Filter!"));
+        m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Filter!"));
         return nullptr;
     }
     const int row = NewClassRow(parent, y);
     if (row >= 4) {
-        m_document->prompt().Message(
-            QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich."));
+        m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich."));
         return nullptr;
     }
     const Arrangement::Column column = m_arrangement.NewClassColumn(parent, x);
@@ -266,8 +262,7 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
     };
     if (parent && parent->GetObjectPage() != this) {
         error = QoSError(QoSError::Kind::Tree,
-                         QStringLiteral("Die übergeordnete Klasse %1 steht auf der anderen Seite.")
-                             .arg(parent->ClassIdx()));
+                         QStringLiteral("Die übergeordnete Klasse %1 steht auf der anderen Seite.").arg(parent->ClassIdx()));
         parent = nullptr;
     }
     if (parent)
@@ -307,9 +302,8 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandw
 }
 
 QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, const QString& port,
-                                 const QString& type, const QString& option, int& filterIdx,
-                                 const QString& extra, std::optional<qint16> x, std::optional<qint16> y,
-                                 bool visible)
+                                 const QString& type, const QString& option, int& filterIdx, const QString& extra,
+                                 std::optional<qint16> x, std::optional<qint16> y, bool visible)
 {
     double number = 0;
     try {
@@ -318,20 +312,17 @@ QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, con
         number = -1;
     }
     if (number == 0) {
-        m_document->prompt().Message(
-            QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"));
+        m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"));
         return nullptr;
     }
     QoSClass* c = m_document->ClassByNumberText(classIdx);
     if (!c || c->GetObjectPage() != this) {
         m_document->prompt().Message(
-            QStringLiteral("Hinzufügen nicht möglich. Auf dieser Seite gibt es keine Klasse %1.")
-                .arg(classIdx));
+            QStringLiteral("Hinzufügen nicht möglich. Auf dieser Seite gibt es keine Klasse %1.").arg(classIdx));
         return nullptr;
     }
     if (c->HasChildClasses()) {
-        m_document->prompt().Message(
-            QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Klassen!"));
+        m_document->prompt().Message(QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Klassen!"));
         return nullptr;
     }
     const Arrangement::Column column = m_arrangement.NewFilterColumn(c, x);
@@ -432,8 +423,7 @@ void ObjectPage::SetSelectedObject(QoSObject* object)
         m_selectedFilter = f;
         m_selectedClass = nullptr;
     } else {
-        qDebug("Fehler: Typename '%s' nicht bekannt in ObjectPage.SelectedObject",
-               object->metaObject()->className());
+        qDebug("Fehler: Typename '%s' nicht bekannt in ObjectPage.SelectedObject", object->metaObject()->className());
         return;
     }
     emit selectionChanged();
@@ -463,11 +453,9 @@ QoSFilter* ObjectPage::NewFilterCommand()
 
 bool ObjectPage::PageSizeCommand()
 {
-    const QString defaultText =
-        QString::number(m_prop.Cols) + QStringLiteral(", ") + QString::number(m_prop.Rows);
+    const QString defaultText = QString::number(m_prop.Cols) + QStringLiteral(", ") + QString::number(m_prop.Rows);
     for (;;) {
-        const QString answer =
-            m_document->prompt().InputBox(QStringLiteral("Neue Breite, Höhe eingeben:"), defaultText);
+        const QString answer = m_document->prompt().InputBox(QStringLiteral("Neue Breite, Höhe eingeben:"), defaultText);
         if (answer.isEmpty())
             return false;
         const QStringList parts = answer.split(u',');

@@ -148,10 +148,7 @@ public:
     MoveObject* mover() const { return m_mover; }
     void setPinned(QWidget* widget, bool pinned);
     int typePosition(const QString& filterName) const { return m_typePositions.value(filterName); }
-    void setTypePosition(const QString& filterName, int position)
-    {
-        m_typePositions.insert(filterName, position);
-    }
+    void setTypePosition(const QString& filterName, int position) { m_typePositions.insert(filterName, position); }
     // Called by the pane when its size changed.
     void paneResized();
 
@@ -164,14 +161,12 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    struct BoxRecord
-    {
+    struct BoxRecord {
         QPointer<QoSObject> object;
         QPointer<QoSObjectBox> widget;
         QRect rect; // page pixels, as entered in the index
     };
-    struct LineRecord
-    {
+    struct LineRecord {
         QPointer<QoSConnector> connector;
         QPointer<QoSConnectorView> widget; // the focus widget, while it is selected
         QRect rect;                        // page pixels, with room for the marks
@@ -203,11 +198,11 @@ private:
     void retireBox(BoxRecord* record);
     bool isPinned(QWidget* widget) const;
     void purgeDropped();
-    QRect boxRect(const QoSObject* object) const;        // page pixels
+    QRect boxRect(const QoSObject* object) const;       // page pixels
     QRect lineRect(const QoSConnector* connector) const; // page pixels
     static QLine lineOf(const QoSConnector* connector);  // page pixels
     LineRecord* lineRecord(const QoSConnector* connector) const;
-    QRect visibleRect() const; // page pixels
+    QRect visibleRect() const;                            // page pixels
     QRect makeArea() const;
     QRect keepArea() const;
 

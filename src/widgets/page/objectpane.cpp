@@ -62,8 +62,7 @@ void ObjectPane::paintEvent(QPaintEvent* event)
     const QRect area = pageRect.translated(offset); // in page pixels
     const int classRows = std::min(4, prop.Rows);
     const int classBottom = int(classRows * rowPx) - offset.y();
-    const QRect classBand =
-        QRect(-offset.x(), -offset.y(), size.width(), classBottom + offset.y()).intersected(pageRect);
+    const QRect classBand = QRect(-offset.x(), -offset.y(), size.width(), classBottom + offset.y()).intersected(pageRect);
     if (!classBand.isEmpty())
         p.fillRect(classBand, mix(base, pal.color(QPalette::Highlight), 0.05));
 

@@ -68,7 +68,7 @@ private:
     void showCaption();
     void endEdit(bool commit);
 
-    QLabel* m_label;            // Label2
+    QLabel* m_label; // Label2
     QPointer<QLineEdit> m_edit; // Text1, made only while editing
     QString m_caption;
     Colors::Rgb m_activeBack = Colors::ActiveCaption;
