@@ -30,6 +30,7 @@
 #include "page/pagerenderer.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QRegularExpression>
 
@@ -357,6 +358,15 @@ void BM_ShowPage(benchmark::State& state)
 void BM_OpenShown(benchmark::State& state)
 {
     const QByteArray bytes = shapeFile(int(state.range(0)));
+    {
+        // What reading takes without any view, for comparison.
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        QElapsedTimer clock;
+        clock.start();
+        ImportQoSBytes(doc, bytes);
+        state.counters["read_alone_ms"] = double(clock.nsecsElapsed()) / 1e6;
+    }
     for (auto _ : state) {
         state.PauseTiming();
         auto page = std::make_unique<ShownPage>(QByteArray());
