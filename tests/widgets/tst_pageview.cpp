@@ -650,6 +650,29 @@ private slots:
         QCOMPARE(QApplication::focusWidget(), f.view->pane());
     }
 
+    // A selected line stands just before the box below it.
+    void tabFromASelectedLine_data()
+    {
+        QTest::addColumn<bool>("forward");
+        QTest::addColumn<QString>("reached");
+        QTest::newRow("Tab goes to the box below the line") << true << "F1";
+        QTest::newRow("Shift+Tab to the box before that one") << false << "C2";
+    }
+    void tabFromASelectedLine()
+    {
+        QFETCH(bool, forward);
+        QFETCH(QString, reached);
+        PageViewFixture f(QStringLiteral("C C F1"));
+        f.view->pressLine(f.flt(1)->LineTop());
+        QCOMPARE(QApplication::focusWidget(), f.view->connectorView(QStringLiteral("LineTopQoSFilter1")));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, forward ? Qt::NoModifier : Qt::ShiftModifier);
+        f.settle();
+        QoSObject* o = named(f, reached);
+        QVERIFY(f.box(o)->isAncestorOf(QApplication::focusWidget()));
+        QVERIFY(o->Selected());
+        QVERIFY(!f.flt(1)->LineTop()->Selected());
+    }
+
     // A loop that scrolls and never returns to the event loop still has only the widgets of
     // what it shows: the ones it scrolled past are gone, not waiting to be deleted.
     void scrollingInALoopKeepsNoDroppedWidgets()

@@ -4,6 +4,7 @@
 #include "objectpageview.h"
 #include "page/objectpage.h"
 #include "page/qosconnector.h"
+#include "qosconnectorview.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -170,8 +171,19 @@ void ObjectPane::contextMenuEvent(QContextMenuEvent* event)
 
 bool ObjectPane::focusNextPrevChild(bool next)
 {
+    // A selected line stands just before the box below it in the order of the picture.
+    QWidget* focus = QApplication::focusWidget();
+    if (auto* line = qobject_cast<QoSConnectorView*>(focus); line && line->parentWidget() == this) {
+        if (QoSObject* below = line->connector() ? line->connector()->BottomQosObject() : nullptr) {
+            if (next)
+                m_view->focusObject(below);
+            else
+                m_view->focusNextBox(below, false);
+            return true;
+        }
+    }
     // Tab on the page itself; a box's own Tab is the box's business.
-    if (QApplication::focusWidget() != this)
+    if (focus != this)
         return QWidget::focusNextPrevChild(next);
     if (next)
         m_view->focusNextBox(nullptr, true);
