@@ -35,10 +35,6 @@ int pixels(double twips)
     return int(std::floor(twips / 15.0));
 }
 
-// Dropped box widgets are deleted at once where that is safe; beyond this many still waiting
-// (a loop that scrolls and never returns to the event loop) they are deleted when it is.
-constexpr int DroppedBacklog = 64;
-
 // Nothing can be half-way through an event of a widget far out of sight, unless a dialog,
 // a menu or a drag runs its own loop inside such an event.
 bool safeToDeleteNow()
@@ -270,37 +266,18 @@ void ObjectPageView::dropWidget(QWidget* widget)
 void ObjectPageView::retireBox(BoxRecord* record)
 {
     // A box scrolled far out of sight, without the focus and not dragged: none of its events
-    // can be running, unless inside a loop of a dialog, menu or drag. Deleted at once, box
-    // widgets cannot pile up while a long loop keeps the event loop from deleting them.
+    // can be running, unless inside the loop of a dialog, a menu or a drag. Deleted at once,
+    // box widgets cannot pile up while a long loop keeps the event loop from deleting them.
     QoSObjectBox* widget = record->widget;
     record->widget = nullptr;
     widget->detach();
     m_pinned.remove(widget);
-    widget->hide();
-    m_dropped.append(widget);
-    if (safeToDeleteNow() || m_dropped.size() > DroppedBacklog)
-        purgeDropped();
-    else if (!m_purgeScheduled) {
-        m_purgeScheduled = true;
-        QMetaObject::invokeMethod(this, &ObjectPageView::purgeDropped, Qt::QueuedConnection);
+    if (safeToDeleteNow()) {
+        delete widget;
+    } else {
+        widget->hide();
+        widget->deleteLater();
     }
-}
-
-void ObjectPageView::purgeDropped()
-{
-    m_purgeScheduled = false;
-    if (!safeToDeleteNow()) {
-        // Within a dialog's loop the widgets wait for the event loop the Qt way; they are
-        // few, as nothing scrolls the page far while a dialog is up.
-        for (const QPointer<QWidget>& widget : std::as_const(m_dropped))
-            if (widget)
-                widget->deleteLater();
-        m_dropped.clear();
-        return;
-    }
-    const QList<QPointer<QWidget>> dropped = std::exchange(m_dropped, {});
-    for (const QPointer<QWidget>& widget : dropped)
-        delete widget.data();
 }
 
 int ObjectPageView::droppedWidgetCount() const

@@ -197,7 +197,6 @@ private:
     void dropWidget(QWidget* widget);
     void retireBox(BoxRecord* record);
     bool isPinned(QWidget* widget) const;
-    void purgeDropped();
     QRect boxRect(const QoSObject* object) const;       // page pixels
     QRect lineRect(const QoSConnector* connector) const; // page pixels
     static QLine lineOf(const QoSConnector* connector);  // page pixels
@@ -220,7 +219,6 @@ private:
     SpatialIndex<BoxRecord*> m_boxIndex;
     SpatialIndex<LineRecord*> m_lineIndex;
     QSet<BoxRecord*> m_realized; // the records that have a widget
-    QList<QPointer<QWidget>> m_dropped;
     QHash<QString, int> m_typePositions;
     QSet<QWidget*> m_pinned;
     QHash<QString, QDeadlineTimer> m_highlighted; // lines lit by the mouse, until when
@@ -233,5 +231,4 @@ private:
     bool m_scrollBarsShown = true;
     bool m_realizeScheduled = false;
     bool m_updatingScrollBars = false;
-    bool m_purgeScheduled = false;
 };
