@@ -240,6 +240,7 @@ void ObjectPageView::removeLine(const QString& name)
     LineRecord* record = *it;
     m_lines.erase(it);
     m_lineIndex.remove(record);
+    m_focusLines.remove(record);
     if (record->connector)
         disconnect(record->connector, nullptr, this, nullptr);
     m_highlighted.remove(name);
@@ -463,9 +464,8 @@ void ObjectPageView::scrollBarMoved()
     m_offset = offset;
     // Moves the children and the pixels already drawn; only what comes into view is painted.
     m_pane->scroll(delta.x(), delta.y());
-    for (LineRecord* record : std::as_const(m_lines))
-        if (record->widget)
-            updateLineWidget(record);
+    for (LineRecord* record : std::as_const(m_focusLines))
+        updateLineWidget(record);
     realize();
 }
 
@@ -689,6 +689,7 @@ QoSConnectorView* ObjectPageView::lineWidget(LineRecord* record)
 {
     if (!record->widget) {
         record->widget = new QoSConnectorView(record->connector, this, m_pane);
+        m_focusLines.insert(record);
         updateLineWidget(record);
         record->widget->lower();
         record->widget->show();
@@ -712,6 +713,7 @@ void ObjectPageView::lineSelected(LineRecord* record, bool selected)
         record->widget->detach();
         dropWidget(record->widget);
         record->widget = nullptr;
+        m_focusLines.remove(record);
     }
 }
 
@@ -944,7 +946,8 @@ int ObjectPageView::boxWidgetCount() const
 
 int ObjectPageView::connectorWidgetCount() const
 {
-    return int(std::count_if(m_lines.cbegin(), m_lines.cend(), [](const LineRecord* r) { return !r->widget.isNull(); }));
+    return int(std::count_if(m_focusLines.cbegin(), m_focusLines.cend(),
+                             [](const LineRecord* r) { return !r->widget.isNull(); }));
 }
 
 // --- the page's own commands ------------------------------------------------------------------
