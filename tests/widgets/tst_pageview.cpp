@@ -4,6 +4,7 @@
 #include "page/pagerenderer.h"
 #include "page/qosconnector.h"
 #include "page/qosconnectorview.h"
+#include "page/spatialindex.h"
 #include "pageviewfixture.h"
 
 #include <QAction>
@@ -11,6 +12,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QRandomGenerator>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -690,6 +692,43 @@ private slots:
         }
         QVERIFY2(most < 3 * f.view->boxWidgetCount() + 10, qPrintable(QString::number(most)));
         QCOMPARE(f.view->droppedWidgetCount(), 0);
+    }
+
+    // The index of boxes and lines answers every area as looking at each rectangle would:
+    // small and huge rectangles, negative places, moves between buckets, removals.
+    void spatialIndexAgreesWithAPlainSearch()
+    {
+        QRandomGenerator random(20240917);
+        SpatialIndex<int> index;
+        QHash<int, QRect> plain;
+        const auto someRect = [&random] {
+            const int side = 1 << random.bounded(18); // from one pixel to a quarter million
+            return QRect(random.bounded(-300, 200000), random.bounded(-300, 200000), 1 + random.bounded(side),
+                         1 + random.bounded(side));
+        };
+        for (int step = 0; step < 4000; ++step) {
+            const int key = random.bounded(600);
+            if (random.bounded(5) == 0) {
+                index.remove(key);
+                plain.remove(key);
+            } else {
+                const QRect r = someRect();
+                index.insert(key, r);
+                plain.insert(key, r);
+            }
+            if (step % 20 != 0)
+                continue;
+            const QRect area = step % 400 == 0 ? QRect(-1000000, -1000000, 2000000000, 2000000000) : someRect();
+            QList<int> found = index.findIn(area);
+            std::sort(found.begin(), found.end());
+            QList<int> expected;
+            for (auto it = plain.cbegin(); it != plain.cend(); ++it)
+                if (it->intersects(area))
+                    expected << it.key();
+            std::sort(expected.begin(), expected.end());
+            QCOMPARE(found, expected);
+            QCOMPARE(index.size(), plain.size());
+        }
     }
 
     void aPicture()
