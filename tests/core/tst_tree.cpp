@@ -28,7 +28,8 @@ class TestTree : public QObject
         case DropPlan::Outcome::Move:
             return QStringLiteral("move %1,%2").arg(plan.x).arg(plan.y);
         case DropPlan::Outcome::Link:
-            return (plan.swap ? QStringLiteral("swap ") : QStringLiteral("link ")) + PageScript::shortName(plan.parent);
+            return (plan.swap ? QStringLiteral("swap ") : QStringLiteral("link ")) +
+                   PageScript::shortName(plan.parent);
         case DropPlan::Outcome::Refused:
             break;
         }
@@ -298,16 +299,16 @@ private slots:
         QTest::newRow("free cell moves the box")
             << "C C" << "C2" << 4 << 2 << "move 4,2" << "" << "C1@0,0 C2@4,2" << "0 0";
         QTest::newRow("onto itself nothing happens") << "C" << "C1" << 0 << 0 << "stay" << "" << "C1@0,0" << "0";
-        QTest::newRow("filter on filter") << "C F1 F1" << "F1" << 0 << 5 << "refused" << "Anhängen nicht möglich! TODO"
-                                          << "C1@0,0 F1@0,4 F2@0,5" << "0 1 1";
+        QTest::newRow("filter on filter") << "C F1 F1" << "F1" << 0 << 5 << "refused"
+                                          << "Anhängen nicht möglich! TODO" << "C1@0,0 F1@0,4 F2@0,5" << "0 1 1";
         QTest::newRow("class on filter does nothing")
             << "C C F1" << "C2" << 0 << 4 << "refused" << "" << "C1@0,0 C2@1,0 F1@0,4" << "0 0 1";
         QTest::newRow("filter on class with sub classes")
             << "C S1 C F3" << "F1" << 0 << 0 << "refused" << "Anhängen nicht möglich! Klasse hat Unterklassen."
             << "C1@0,0 C2@0,1 C3@1,0 F1@1,4" << "0 1 0 3";
         QTest::newRow("class on class with filters")
-            << "C F1 C" << "C2" << 0 << 0 << "refused" << "Anhängen nicht möglich. Klasse hat untergeordnete Filter."
-            << "C1@0,0 F1@0,4 C2@1,0" << "0 1 0";
+            << "C F1 C" << "C2" << 0 << 0 << "refused"
+            << "Anhängen nicht möglich. Klasse hat untergeordnete Filter." << "C1@0,0 F1@0,4 C2@1,0" << "0 1 0";
         QTest::newRow("filter moves to another class")
             << "C F1 C" << "F1" << 1 << 0 << "link C2" << "" << "C1@0,0 F1@0,4 C2@1,0" << "0 2 0";
         QTest::newRow("class hangs under another class")
@@ -318,9 +319,10 @@ private slots:
             << "C S1 S2" << "C2" << 0 << 2 << "swap C3" << "" << "C1@0,0 C2@0,1 C3@0,2" << "0 3 0";
         // A class in a filter row could not be read back from the file.
         QTest::newRow("class into a filter row")
-            << "C C" << "C2" << 3 << 4 << "refused" << "Verschieben nicht möglich. Keine weitere Ebene möglich."
-            << "C1@0,0 C2@1,0" << "0 0";
-        QTest::newRow("filter into a class row") << "C F1" << "F1" << 2 << 1 << "move 2,1" << "" << "C1@0,0 F1@2,1" << "0 1";
+            << "C C" << "C2" << 3 << 4 << "refused"
+            << "Verschieben nicht möglich. Keine weitere Ebene möglich." << "C1@0,0 C2@1,0" << "0 0";
+        QTest::newRow("filter into a class row")
+            << "C F1" << "F1" << 2 << 1 << "move 2,1" << "" << "C1@0,0 F1@2,1" << "0 1";
     }
     void drop()
     {

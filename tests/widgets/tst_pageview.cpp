@@ -667,7 +667,8 @@ private slots:
         PageViewFixture f(QStringLiteral("C C F1"));
         f.view->pressLine(f.flt(1)->LineTop());
         QCOMPARE(QApplication::focusWidget(), f.view->connectorView(QStringLiteral("LineTopQoSFilter1")));
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, forward ? Qt::NoModifier : Qt::ShiftModifier);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab,
+                        forward ? Qt::NoModifier : Qt::ShiftModifier);
         f.settle();
         QoSObject* o = named(f, reached);
         QVERIFY(f.box(o)->isAncestorOf(QApplication::focusWidget()));
@@ -718,7 +719,8 @@ private slots:
             }
             if (step % 20 != 0)
                 continue;
-            const QRect area = step % 400 == 0 ? QRect(-1000000, -1000000, 2000000000, 2000000000) : someRect();
+            const QRect area =
+                step % 400 == 0 ? QRect(-1000000, -1000000, 2000000000, 2000000000) : someRect();
             QList<int> found = index.findIn(area);
             std::sort(found.begin(), found.end());
             QList<int> expected;

@@ -3,8 +3,8 @@
 #include "model/dropplan.h"
 #include "model/qosobject.h"
 #include "model/qosobjectbox.h"
-#include "objectpane.h"
 #include "objectpageview.h"
+#include "objectpane.h"
 
 #include <QApplication>
 #include <QTimerEvent>

@@ -941,7 +941,8 @@ QoSConnectorView* ObjectPageView::connectorView(const QString& name) const
 
 int ObjectPageView::boxWidgetCount() const
 {
-    return int(std::count_if(m_realized.cbegin(), m_realized.cend(), [](const BoxRecord* r) { return !r->widget.isNull(); }));
+    return int(std::count_if(m_realized.cbegin(), m_realized.cend(),
+                             [](const BoxRecord* r) { return !r->widget.isNull(); }));
 }
 
 int ObjectPageView::connectorWidgetCount() const

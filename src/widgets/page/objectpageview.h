@@ -218,7 +218,7 @@ private:
     QHash<QString, LineRecord*> m_lines;
     SpatialIndex<BoxRecord*> m_boxIndex;
     SpatialIndex<LineRecord*> m_lineIndex;
-    QSet<BoxRecord*> m_realized;   // the records that have a widget
+    QSet<BoxRecord*> m_realized;    // the records that have a widget
     QSet<LineRecord*> m_focusLines; // the lines that have their focus widget
     QHash<QString, int> m_typePositions;
     QSet<QWidget*> m_pinned;
