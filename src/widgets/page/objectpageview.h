@@ -99,7 +99,7 @@ public:
     int droppedWidgetCount() const;
     // Makes and drops widgets for the visible part now rather than when the events are done.
     void realize();
-    // Makes widgets for every box and line of the page, visible or not (for a picture of it).
+    // Makes widgets for every box of the page, visible or not (for a picture of it).
     void realizeAll();
 
     void ensureVisible(const QoSObject* object);
@@ -119,9 +119,9 @@ public:
     void pressLine(QoSConnector* connector);
     // The line's context menu at a screen position, with the line selected.
     void lineMenu(QoSConnector* connector, const QPoint& globalPos);
-    // Draws the lines that meet the exposed part (pane coordinates) and, during a drag, the
-    // cell the box would land in.
+    // Draws the lines that meet the exposed part (pane coordinates).
     void paintLines(QPainter& painter, const QRect& exposed) const;
+    // Draws the cell a dragged box would land in, if it meets the exposed part.
     void paintDropTarget(QPainter& painter, const QRect& exposed) const;
 
     // While a box is dragged: the cell it would land in and what the drop would do there.
