@@ -11,6 +11,7 @@
 #include "objectpane.h"
 #include "page/objectpage.h"
 #include "page/qosconnector.h"
+#include "pagelines.h"
 #include "qosconnectorview.h"
 
 #include <QApplication>
@@ -18,7 +19,6 @@
 #include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
-#include <QTimerEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -66,6 +66,7 @@ ObjectPageView::ObjectPageView(ObjectPage* page, QWidget* parent)
     connect(m_hscrPane, &QScrollBar::valueChanged, this, &ObjectPageView::scrollBarMoved);
     connect(m_vscrPane, &QScrollBar::valueChanged, this, &ObjectPageView::scrollBarMoved);
 
+    m_lines = new PageLines(this);
     Document* document = page->document();
     connect(page, &ObjectPage::objectAdded, this, &ObjectPageView::adopt);
     connect(page, &ObjectPage::placed, this, &ObjectPageView::scheduleRealize);
@@ -75,14 +76,12 @@ ObjectPageView::ObjectPageView(ObjectPage* page, QWidget* parent)
     // Clearing the document tells the document, not the pages, about every box that goes.
     connect(document, &Document::objectRemoved, this, &ObjectPageView::removeBox);
     connect(document, &Document::connectorAdded, this, &ObjectPageView::adoptConnector);
-    connect(document, &Document::connectorRemoved, this, &ObjectPageView::removeLine);
+    connect(document, &Document::connectorRemoved, m_lines, &PageLines::remove);
     connect(document, &Document::cleared, this, [this] {
         for (const QString& name : m_boxes.keys())
             removeBox(name);
-        for (const QString& name : m_lines.keys())
-            removeLine(name);
+        m_lines->clear();
         m_typePositions.clear();
-        m_highlighted.clear();
     });
     connect(qApp, &QApplication::focusChanged, this, &ObjectPageView::focusChanged);
 
@@ -104,13 +103,10 @@ ObjectPageView::~ObjectPageView()
     for (BoxRecord* record : std::as_const(m_boxes))
         if (record->widget)
             record->widget->detach();
-    for (LineRecord* record : std::as_const(m_lines))
-        if (record->widget)
-            record->widget->detach();
+    m_lines->detachWidgets();
     delete m_pane;
     m_pane = nullptr;
     qDeleteAll(m_boxes);
-    qDeleteAll(m_lines);
 }
 
 void ObjectPageView::fitCells()
@@ -202,18 +198,8 @@ void ObjectPageView::adopt(QoSObject* object)
 
 void ObjectPageView::adoptConnector(QoSConnector* connector)
 {
-    if (!connector || connector->GetObjectPage() != m_page || m_lines.contains(connector->Name()))
-        return;
-    auto* record = new LineRecord{connector, nullptr, lineRect(connector), lineOf(connector)};
-    m_lines.insert(connector->Name(), record);
-    m_lineIndex.insert(record, record->rect);
-    connect(connector, &QoSConnector::geometryChanged, this, [this, connector] { connectorMoved(connector); });
-    connect(connector, &QoSConnector::selectedChanged, this,
-            [this, record](bool selected) { lineSelected(record, selected); });
-    if (!m_page->ConnectorsWait())
-        updatePageRect(record->rect);
-    if (connector->Selected())
-        lineSelected(record, true);
+    if (connector && connector->GetObjectPage() == m_page)
+        m_lines->adopt(connector);
 }
 
 void ObjectPageView::removeBox(const QString& name)
@@ -226,26 +212,6 @@ void ObjectPageView::removeBox(const QString& name)
     m_boxIndex.remove(record);
     m_realized.remove(record);
     if (QPointer<QoSObjectBox> widget = record->widget) {
-        widget->detach();
-        dropWidget(widget);
-    }
-    delete record;
-}
-
-void ObjectPageView::removeLine(const QString& name)
-{
-    const auto it = m_lines.find(name);
-    if (it == m_lines.end())
-        return;
-    LineRecord* record = *it;
-    m_lines.erase(it);
-    m_lineIndex.remove(record);
-    m_focusLines.remove(record);
-    if (record->connector)
-        disconnect(record->connector, nullptr, this, nullptr);
-    m_highlighted.remove(name);
-    updatePageRect(record->rect);
-    if (QPointer<QoSConnectorView> widget = record->widget) {
         widget->detach();
         dropWidget(widget);
     }
@@ -313,33 +279,11 @@ void ObjectPageView::objectMoved(QoSObject* object)
     }
 }
 
-void ObjectPageView::connectorMoved(QoSConnector* connector)
-{
-    LineRecord* record = lineRecord(connector);
-    if (!record)
-        return;
-    const QRect r = lineRect(connector);
-    const QLine line = lineOf(connector);
-    if (r == record->rect && line == record->line)
-        return;
-    updatePageRect(record->rect);
-    record->rect = r;
-    record->line = line;
-    m_lineIndex.insert(record, r);
-    updatePageRect(r);
-    updateLineWidget(record);
-}
-
 void ObjectPageView::updatePageRect(const QRect& rect)
 {
     const QRect shown = rect.translated(-m_offset).intersected(m_pane->rect());
     if (!shown.isEmpty())
         m_pane->update(shown);
-}
-
-ObjectPageView::LineRecord* ObjectPageView::lineRecord(const QoSConnector* connector) const
-{
-    return connector ? m_lines.value(connector->Name()) : nullptr;
 }
 
 void ObjectPageView::objectSelected(QoSObject* object, bool selected)
@@ -385,19 +329,6 @@ QSize ObjectPageView::pageSize() const
 QRect ObjectPageView::boxRect(const QoSObject* object) const
 {
     return QRect(pixels(object->Left()), pixels(object->Top()), object->Width() / 15, object->Height() / 15);
-}
-
-QRect ObjectPageView::lineRect(const QoSConnector* connector) const
-{
-    return QRect(pixels(connector->Left()), pixels(connector->Top()), connector->Width() / 15,
-                 connector->Height() / 15);
-}
-
-QLine ObjectPageView::lineOf(const QoSConnector* connector)
-{
-    // The end points are snapped to whole pixels already.
-    return QLine(pixels(connector->x1()), pixels(connector->y1()), pixels(connector->x2()),
-                 pixels(connector->y2()));
 }
 
 QRect ObjectPageView::visibleRect() const
@@ -464,8 +395,7 @@ void ObjectPageView::scrollBarMoved()
     m_offset = offset;
     // Moves the children and the pixels already drawn; only what comes into view is painted.
     m_pane->scroll(delta.x(), delta.y());
-    for (LineRecord* record : std::as_const(m_focusLines))
-        updateLineWidget(record);
+    m_lines->scrolled();
     realize();
 }
 
@@ -589,178 +519,40 @@ void ObjectPageView::leavePage(bool forward)
 
 QoSConnector* ObjectPageView::connectorAt(const QPoint& panePos) const
 {
-    if (m_page->ConnectorsWait())
-        return nullptr;
-    const QPoint at = panePos + m_offset;
-    const int reach = QoSConnectorView::HitRadius + QoSConnectorView::MarkSize;
-    QoSConnector* best = nullptr;
-    double bestDistance = 0;
-    double bestLength = 0;
-    for (LineRecord* record : m_lineIndex.findIn(QRect(at, at).adjusted(-reach, -reach, reach, reach))) {
-        QoSConnector* c = record->connector;
-        if (!c)
-            continue;
-        const double d = QoSConnectorView::distance(record->line, c->Selected(), at);
-        if (d > QoSConnectorView::HitRadius)
-            continue;
-        // The selected line first; then the nearest, and of lines that lie on each other
-        // (the filters of one class) the shortest, whose box is the nearest.
-        const double length = QLineF(record->line).length();
-        const bool better = !best || (c->Selected() && !best->Selected()) ||
-                            (c->Selected() == best->Selected() &&
-                             (d < bestDistance || (d == bestDistance && length < bestLength)));
-        if (better) {
-            best = c;
-            bestDistance = d;
-            bestLength = length;
-        }
-    }
-    return best;
+    return m_lines->connectorAt(panePos + m_offset);
 }
 
 QLine ObjectPageView::lineOnPane(const QString& name) const
 {
-    const LineRecord* record = m_lines.value(name);
-    return record ? record->line.translated(-m_offset) : QLine();
+    const QLine line = m_lines->line(name);
+    return line.isNull() ? line : line.translated(-m_offset);
 }
 
 bool ObjectPageView::isLineHighlighted(const QString& name) const
 {
-    return m_highlighted.contains(name);
+    return m_lines->isHighlighted(name);
 }
 
 void ObjectPageView::hoverLine(QoSConnector* connector)
 {
-    LineRecord* record = lineRecord(connector);
-    if (!record || m_highlighted.contains(connector->Name()))
-        return;
-    m_highlighted.insert(connector->Name(), QDeadlineTimer(QoSConnectorView::HoverMilliseconds));
-    updatePageRect(record->rect);
-    if (!m_hoverTimer.isActive())
-        m_hoverTimer.start(QoSConnectorView::HoverMilliseconds, this);
-}
-
-void ObjectPageView::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() != m_hoverTimer.timerId()) {
-        QWidget::timerEvent(event);
-        return;
-    }
-    // Each lit line goes back to its normal look when its own time is up.
-    m_hoverTimer.stop();
-    qint64 next = -1;
-    for (auto it = m_highlighted.begin(); it != m_highlighted.end();) {
-        const qint64 left = it->remainingTime();
-        if (left <= 0) {
-            if (const LineRecord* record = m_lines.value(it.key()))
-                updatePageRect(record->rect);
-            it = m_highlighted.erase(it);
-        } else {
-            next = next < 0 ? left : std::min(next, left);
-            ++it;
-        }
-    }
-    if (next >= 0)
-        m_hoverTimer.start(int(next), this);
+    m_lines->hover(connector);
 }
 
 void ObjectPageView::pressLine(QoSConnector* connector)
 {
-    LineRecord* record = lineRecord(connector);
-    if (!record)
-        return;
-    // The focus selects the line, as a click on a control would.
-    lineWidget(record)->setFocus(Qt::MouseFocusReason);
-    if (!connector->Selected())
-        connector->SetSelected(true);
+    m_lines->press(connector);
 }
 
 void ObjectPageView::lineMenu(QoSConnector* connector, const QPoint& globalPos)
 {
-    LineRecord* record = lineRecord(connector);
-    if (!record)
-        return;
-    pressLine(connector);
-    if (record->widget)
-        record->widget->showContextMenu(globalPos);
-}
-
-QoSConnectorView* ObjectPageView::lineWidget(LineRecord* record)
-{
-    if (!record->widget) {
-        record->widget = new QoSConnectorView(record->connector, this, m_pane);
-        m_focusLines.insert(record);
-        updateLineWidget(record);
-        record->widget->lower();
-        record->widget->show();
-    }
-    return record->widget;
-}
-
-void ObjectPageView::updateLineWidget(LineRecord* record)
-{
-    // Where the line is, for whoever shows the focus; the mouse goes through to the pane.
-    if (record->widget)
-        record->widget->setGeometry(record->rect.translated(-m_offset));
-}
-
-void ObjectPageView::lineSelected(LineRecord* record, bool selected)
-{
-    updatePageRect(record->rect);
-    if (selected) {
-        lineWidget(record);
-    } else if (record->widget && !record->widget->hasFocus()) {
-        record->widget->detach();
-        dropWidget(record->widget);
-        record->widget = nullptr;
-        m_focusLines.remove(record);
-    }
+    m_lines->menu(connector, globalPos);
 }
 
 void ObjectPageView::paintLines(QPainter& painter, const QRect& exposed) const
 {
-    if (m_page->ConnectorsWait())
-        return; // the lines have no places until the import ends
-    const QRect area = exposed.translated(m_offset).adjusted(-8, -8, 8, 8);
-    const QList<LineRecord*> found = m_lineIndex.findIn(area);
-    if (found.isEmpty())
-        return;
-    // Lines that cover the same pixels of the exposed part (the filters of one class, all
-    // down the same column) are drawn once.
-    QList<QLine> plain;
-    QList<const LineRecord*> marked;
-    QSet<std::pair<quint64, quint64>> seen;
-    for (const LineRecord* record : found) {
-        const QoSConnector* c = record->connector;
-        if (!c)
-            continue;
-        if (c->Selected() || m_highlighted.contains(c->Name())) {
-            marked << record;
-            continue;
-        }
-        const QLineF clipped = QoSConnectorView::clip(record->line, area);
-        if (clipped.isNull())
-            continue;
-        const auto point = [](double x, double y) {
-            return (quint64(quint32(qRound(x))) << 32) | quint32(qRound(y));
-        };
-        const std::pair<quint64, quint64> key{point(clipped.x1(), clipped.y1()),
-                                              point(clipped.x2(), clipped.y2())};
-        if (!seen.contains(key)) {
-            seen.insert(key);
-            plain << record->line;
-        }
-    }
     painter.save();
     painter.translate(-m_offset);
-    QoSConnectorView::paintLines(painter, plain, palette());
-    // Lit and selected lines over the others, the selected one last.
-    std::stable_sort(marked.begin(), marked.end(), [](const LineRecord* a, const LineRecord* b) {
-        return !a->connector->Selected() && b->connector->Selected();
-    });
-    for (const LineRecord* record : std::as_const(marked))
-        QoSConnectorView::paintLine(painter, record->line, record->connector->Selected(),
-                                    m_highlighted.contains(record->connector->Name()), palette());
+    m_lines->paint(painter, exposed.translated(m_offset));
     painter.restore();
 }
 
@@ -935,8 +727,7 @@ QoSObjectBox* ObjectPageView::box(const QString& name) const
 
 QoSConnectorView* ObjectPageView::connectorView(const QString& name) const
 {
-    const LineRecord* record = m_lines.value(name);
-    return record ? record->widget.data() : nullptr;
+    return m_lines->widget(name);
 }
 
 int ObjectPageView::boxWidgetCount() const
@@ -947,8 +738,7 @@ int ObjectPageView::boxWidgetCount() const
 
 int ObjectPageView::connectorWidgetCount() const
 {
-    return int(std::count_if(m_focusLines.cbegin(), m_focusLines.cend(),
-                             [](const LineRecord* r) { return !r->widget.isNull(); }));
+    return m_lines->widgetCount();
 }
 
 // --- the page's own commands ------------------------------------------------------------------

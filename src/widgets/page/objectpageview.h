@@ -3,8 +3,6 @@
 #include "model/dropplan.h"
 #include "spatialindex.h"
 
-#include <QBasicTimer>
-#include <QDeadlineTimer>
 #include <QHash>
 #include <QLine>
 #include <QPointer>
@@ -12,6 +10,7 @@
 #include <QWidget>
 
 class MoveObject;
+class PageLines;
 class ObjectPage;
 class ObjectPane;
 class QMenu;
@@ -50,7 +49,7 @@ class ValidationWatcher;
 // menu is the line's own. The selected line alone has a small widget (QoSConnectorView)
 // that takes the keyboard focus: it is what a screen reader announces ("Verbindung"), and it
 // cuts the relation on Delete or Ctrl+X. The end marks of the selected line are drawn in the
-// gap just off the two box edges, where no box covers them.
+// gap just off the two box edges, where no box covers them. PageLines keeps the lines.
 //
 // Tab walks the boxes in the order of the picture (ObjectPage::NextInPictureOrder), making
 // and scrolling to a box's widget when it comes to its turn; within a box it goes through the
@@ -144,8 +143,12 @@ public:
     void NewFilterCommand();
     void PageSizeCommand();
 
-    // Used by the boxes.
+    // Used by the boxes and the lines.
     MoveObject* mover() const { return m_mover; }
+    // A widget of a box or line goes: hidden at once, deleted once its events are done.
+    void dropWidget(QWidget* widget);
+    // Repaints a part of the page (page pixels) where it can be seen.
+    void updatePageRect(const QRect& rect);
     void setPinned(QWidget* widget, bool pinned);
     int typePosition(const QString& filterName) const { return m_typePositions.value(filterName); }
     void setTypePosition(const QString& filterName, int position) { m_typePositions.insert(filterName, position); }
@@ -158,7 +161,6 @@ signals:
 
 protected:
     void changeEvent(QEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
 
 private:
     struct BoxRecord {
@@ -166,24 +168,13 @@ private:
         QPointer<QoSObjectBox> widget;
         QRect rect; // page pixels, as entered in the index
     };
-    struct LineRecord {
-        QPointer<QoSConnector> connector;
-        QPointer<QoSConnectorView> widget; // the focus widget, while it is selected
-        QRect rect;                        // page pixels, with room for the marks
-        QLine line;                        // page pixels
-    };
 
     void fitCells();
     void sizeBox(QoSObject* object);
     void adopt(QoSObject* object);
     void adoptConnector(QoSConnector* connector);
     void removeBox(const QString& name);
-    void removeLine(const QString& name);
     void objectMoved(QoSObject* object);
-    void connectorMoved(QoSConnector* connector);
-    void lineSelected(LineRecord* record, bool selected);
-    void updateLineWidget(LineRecord* record);
-    void updatePageRect(const QRect& rect);
     void objectSelected(QoSObject* object, bool selected);
     void focusChanged(QWidget* old, QWidget* now);
     QoSObjectBox* boxAround(QWidget* widget) const;
@@ -193,14 +184,9 @@ private:
     void scheduleRealize();
     void realizeIn(const QRect& makeArea, const QRect& keepArea);
     QoSObjectBox* makeBox(QoSObject* object);
-    QoSConnectorView* lineWidget(LineRecord* record);
-    void dropWidget(QWidget* widget);
     void retireBox(BoxRecord* record);
     bool isPinned(QWidget* widget) const;
     QRect boxRect(const QoSObject* object) const;       // page pixels
-    QRect lineRect(const QoSConnector* connector) const; // page pixels
-    static QLine lineOf(const QoSConnector* connector);  // page pixels
-    LineRecord* lineRecord(const QoSConnector* connector) const;
     QRect visibleRect() const;                            // page pixels
     QRect makeArea() const;
     QRect keepArea() const;
@@ -215,15 +201,11 @@ private:
     UserPrompt* m_prompt = nullptr;
     StatusLine* m_statusLine = nullptr;
     QHash<QString, BoxRecord*> m_boxes;
-    QHash<QString, LineRecord*> m_lines;
+    PageLines* m_lines;
     SpatialIndex<BoxRecord*> m_boxIndex;
-    SpatialIndex<LineRecord*> m_lineIndex;
     QSet<BoxRecord*> m_realized;    // the records that have a widget
-    QSet<LineRecord*> m_focusLines; // the lines that have their focus widget
     QHash<QString, int> m_typePositions;
     QSet<QWidget*> m_pinned;
-    QHash<QString, QDeadlineTimer> m_highlighted; // lines lit by the mouse, until when
-    QBasicTimer m_hoverTimer;
     QRect m_dropRect;
     DropLook m_dropLook = DropLook::None;
     QPoint m_offset;
