@@ -9,6 +9,15 @@
 //   BM_ScrollAcross:   scrolling the down page from left to right by one screen at a time
 //   BM_DragStep:       one mouse move while a class with two filters is dragged
 //   BM_RenderPage:     the picture of the hand-written sample's down page
+//   BM_ShowPage/...:   a view over an opened document, shown and painted once (making the
+//                      view is not timed; make_ms says what it took), for two shapes that draw
+//                      many long lines: one class with n filters (every line runs down the
+//                      class's column, all of them through the first screen), and 16 000
+//                      classes as 40 main classes with 399 sub classes each (the lines of a
+//                      main class fan out over hundreds of columns)
+//   BM_OpenShown/...:  reading those files while the page is on screen, up to its picture
+//   BM_ScrollStep/...: one page-width step right, or one page-height step down, from the
+//                      top-left corner of those pages, painted
 #include "document/document.h"
 #include "document/qosreader.h"
 #include "document/qoswriter.h"
@@ -18,9 +27,11 @@
 #include "page/moveobject.h"
 #include "page/objectpage.h"
 #include "page/objectpageview.h"
+#include "page/objectpane.h"
 #include "page/pagerenderer.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QRegularExpression>
 
@@ -61,6 +72,61 @@ QByteArray largeRouterFile()
         return ExportQoSBytes(doc);
     }();
     return bytes;
+}
+
+// One main class with n filters below it, on a page 30 columns wide.
+QByteArray fanFile(int filters)
+{
+    ScriptedPrompt prompt;
+    Document doc(&prompt);
+    ObjectPage* page = doc.Down1();
+    int classIdx = 0;
+    page->AddClass(QStringLiteral("0"), QStringLiteral("1000kbit"), QStringLiteral("100000kbit"),
+                   page->Direction(), QStringLiteral("0"), classIdx, false, QStringLiteral("Alle"));
+    for (int f = 0; f < filters; ++f) {
+        int filterIdx = 0;
+        page->AddFilter(QString::number(classIdx),
+                        QStringLiteral("10.%1.%2.1").arg(f / 250 % 250).arg(f % 250), QStringLiteral("80"),
+                        QStringLiteral("client"), QString(), filterIdx, QString());
+    }
+    // Wide enough to scroll right, away from the fan.
+    qint32 cols = 30, rows = 0;
+    page->SetGridDimensions(cols, rows);
+    return ExportQoSBytes(doc);
+}
+
+// 40 main classes with 399 sub classes each: 16 000 classes, on a page 20 rows high.
+QByteArray wideMainClassesFile()
+{
+    static const QByteArray bytes = [] {
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        ObjectPage* page = doc.Down1();
+        for (int m = 0; m < 40; ++m) {
+            int mainIdx = 0;
+            page->AddClass(QStringLiteral("0"), QStringLiteral("1000kbit"), QStringLiteral("100000kbit"),
+                           page->Direction(), QStringLiteral("0"), mainIdx, false,
+                           QStringLiteral("Haus %1").arg(m));
+            for (int s = 0; s < 399; ++s) {
+                int subIdx = 0;
+                page->AddClass(QString::number(mainIdx), QStringLiteral("20kbit"), QStringLiteral("2000kbit"),
+                               page->Direction(), QStringLiteral("2"), subIdx, false,
+                               QStringLiteral("Rechner %1").arg(s));
+            }
+        }
+        // Tall enough to scroll down, away from the lines.
+        qint32 cols = 0, rows = 20;
+        page->SetGridDimensions(cols, rows);
+        return ExportQoSBytes(doc);
+    }();
+    return bytes;
+}
+
+// A shape by the benchmark's first argument: 0 the wide main classes, otherwise a fan of
+// that many filters.
+QByteArray shapeFile(int shape)
+{
+    return shape == 0 ? wideMainClassesFile() : fanFile(shape);
 }
 
 // The resident memory of the process in MB, as the kernel counts it (0 where it does not).
@@ -239,6 +305,108 @@ void BM_RenderPage(benchmark::State& state)
     }
 }
 
+// The view of the down page of an opened document, the size of a screen, painted once.
+struct ShownPage
+{
+    ScriptedPrompt prompt;
+    Document doc{&prompt};
+    std::unique_ptr<ObjectPageView> view;
+
+    explicit ShownPage(const QByteArray& bytes) { ImportQoSBytes(doc, bytes); }
+    ~ShownPage()
+    {
+        view.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    // The view exists, hidden, as the page of a tab not yet chosen.
+    void make()
+    {
+        view.reset(new ObjectPageView(doc.Down1()));
+        view->resize(1280, 800);
+        QCoreApplication::sendPostedEvents();
+    }
+    void show()
+    {
+        view->show();
+        paint();
+    }
+    // Everything the view waits for, up to the picture on the (offscreen) screen.
+    void paint()
+    {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents();
+    }
+};
+
+void BM_ShowPage(benchmark::State& state)
+{
+    const QByteArray bytes = shapeFile(int(state.range(0)));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto page = std::make_unique<ShownPage>(bytes);
+        QElapsedTimer clock;
+        clock.start();
+        page->make();
+        state.counters["make_ms"] = double(clock.nsecsElapsed()) / 1e6;
+        state.ResumeTiming();
+        page->show();
+        state.PauseTiming();
+        state.counters["boxes"] = page->doc.Down1()->ObjectCount();
+        state.counters["widgets"] = page->view->boxWidgetCount() + page->view->connectorWidgetCount();
+        page.reset();
+        state.ResumeTiming();
+    }
+}
+
+// Reading the file while the page is on screen, up to its first picture.
+void BM_OpenShown(benchmark::State& state)
+{
+    const QByteArray bytes = shapeFile(int(state.range(0)));
+    {
+        // What reading takes without any view, for comparison.
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        QElapsedTimer clock;
+        clock.start();
+        ImportQoSBytes(doc, bytes);
+        state.counters["read_alone_ms"] = double(clock.nsecsElapsed()) / 1e6;
+    }
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto page = std::make_unique<ShownPage>(QByteArray());
+        page->make();
+        page->show();
+        state.ResumeTiming();
+        ImportQoSBytes(page->doc, bytes);
+        page->paint();
+        state.PauseTiming();
+        page.reset();
+        state.ResumeTiming();
+    }
+}
+
+void BM_ScrollStep(benchmark::State& state)
+{
+    ShownPage page(shapeFile(int(state.range(0))));
+    page.make();
+    page.show();
+    ObjectPageView* view = page.view.get();
+    const bool down = state.range(1) != 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        view->setScrollPosition(QPoint(0, 0));
+        page.paint();
+        state.ResumeTiming();
+        const bool moved =
+            view->scrollBy(down ? QPoint(0, view->pane()->height()) : QPoint(view->pane()->width(), 0));
+        page.paint();
+        if (!moved) {
+            state.SkipWithError("the page did not move");
+            break;
+        }
+    }
+}
+
 } // namespace
 
 BENCHMARK(BM_OpenWithViews)->Unit(benchmark::kMillisecond)->Iterations(3);
@@ -248,10 +416,32 @@ BENCHMARK(BM_AllBoxWidgets)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_ScrollAcross)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_DragStep)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_RenderPage)->Unit(benchmark::kMillisecond);
+// 0: 16 000 classes as wide main classes; otherwise one class with that many filters.
+BENCHMARK(BM_ShowPage)
+    ->Unit(benchmark::kMillisecond)
+    ->Arg(0)
+    ->Arg(5000)
+    ->Arg(10000)
+    ->Arg(20000)
+    ->Iterations(2);
+BENCHMARK(BM_OpenShown)->Unit(benchmark::kMillisecond)->Arg(0)->Arg(20000)->Iterations(1);
+BENCHMARK(BM_ScrollStep)
+    ->Unit(benchmark::kMillisecond)
+    ->ArgNames({"shape", "down"})
+    ->Args({0, 0})
+    ->Args({0, 1})
+    ->Args({5000, 0})
+    ->Args({5000, 1})
+    ->Args({10000, 0})
+    ->Args({10000, 1})
+    ->Args({20000, 0})
+    ->Args({20000, 1})
+    ->Iterations(2);
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

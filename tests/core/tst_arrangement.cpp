@@ -136,6 +136,57 @@ private slots:
         QCOMPARE(doc.Down1()->ObjectAt(4, 4), nullptr);
     }
 
+    void pictureOrder_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QStringList>("moves"); // "C1>2,0": the box goes to that cell
+        QTest::addColumn<QString>("order");
+
+        QTest::newRow("an empty page") << "" << QStringList() << "";
+        QTest::newRow("main classes left to right") << "C C C" << QStringList() << "C1 C2 C3";
+        QTest::newRow("a row before the columns of the next")
+            << "C C S2 S1 F3 F4" << QStringList() << "C1 C2 C4 C3 F2 F1";
+        QTest::newRow("boxes of one cell in the order they were added")
+            << "C C C" << QStringList{"C3>0,0"} << "C1 C3 C2";
+        QTest::newRow("the earlier box keeps its turn in a shared cell")
+            << "C C C" << QStringList{"C1>2,0"} << "C2 C1 C3";
+        QTest::newRow("a moved box takes its new place") << "C C F1" << QStringList{"C1>3,2"} << "C2 C1 F1";
+    }
+    void pictureOrder()
+    {
+        QFETCH(QString, script);
+        QFETCH(QStringList, moves);
+        QFETCH(QString, order);
+        Document doc;
+        ObjectPage* page = doc.Down1();
+        PageScript::run(page, script);
+        for (const QString& move : moves) {
+            const QString name = move.section(u'>', 0, 0);
+            const QStringList cell = move.section(u'>', 1).split(u',');
+            QoSObject* o = doc.Object(
+                (name.startsWith(u'C') ? QStringLiteral("QoSClass") : QStringLiteral("QoSFilter")) +
+                name.mid(1));
+            o->SetMatrixX(qint16(cell[0].toInt()));
+            o->SetMatrixY(qint16(cell[1].toInt()));
+        }
+        QStringList forward;
+        for (QoSObject* o = page->NextInPictureOrder(nullptr, true); o; o = page->NextInPictureOrder(o, true))
+            forward << PageScript::shortName(o);
+        QCOMPARE(forward.join(u' '), order);
+        QStringList written;
+        for (const QoSObject* o : page->ObjectsInWriteOrder())
+            written << PageScript::shortName(o);
+        QCOMPARE(forward, written);
+        QStringList backward;
+        for (QoSObject* o = page->NextInPictureOrder(nullptr, false); o;
+             o = page->NextInPictureOrder(o, false))
+            backward.prepend(PageScript::shortName(o));
+        QCOMPARE(backward, forward);
+        // A box of another page has no place in this one.
+        PageScript::run(doc.Up1(), QStringLiteral("C"));
+        QCOMPARE(page->NextInPictureOrder(doc.Up1()->ContainedObjects().first(), true), nullptr);
+    }
+
     // While a file is read, the page keeps its columns as a list and places every box once at
     // the end. For any sequence of additions that must give the cells and the page size that
     // the editor's single steps give.

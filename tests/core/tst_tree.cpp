@@ -5,6 +5,7 @@
 #include "document/qoswriter.h"
 #include "document/scriptedprompt.h"
 #include "inputs/bandwidthfield.h"
+#include "model/dropplan.h"
 #include "page/history.h"
 #include "page/objectpage.h"
 #include "page/qosconnector.h"
@@ -21,6 +22,22 @@ using PageScript::flt;
 class TestTree : public QObject
 {
     Q_OBJECT
+
+    static QString describe(const DropPlan& plan)
+    {
+        switch (plan.outcome) {
+        case DropPlan::Outcome::Stay:
+            return QStringLiteral("stay");
+        case DropPlan::Outcome::Move:
+            return QStringLiteral("move %1,%2").arg(plan.x).arg(plan.y);
+        case DropPlan::Outcome::Link:
+            return (plan.swap ? QStringLiteral("swap ") : QStringLiteral("link ")) +
+                   PageScript::shortName(plan.parent);
+        case DropPlan::Outcome::Refused:
+            break;
+        }
+        return QStringLiteral("refused");
+    }
 
     // Every child lists a parent that points back, and every parent link is in a list.
     static void verifyLinks(Document& doc)
@@ -408,36 +425,38 @@ private slots:
         QTest::addColumn<QString>("dragged");
         QTest::addColumn<int>("cellX");
         QTest::addColumn<int>("cellY");
+        QTest::addColumn<QString>("plan"); // what the plan says before the drop
         QTest::addColumn<QString>("message");
         QTest::addColumn<QString>("layout");
         QTest::addColumn<QString>("parents"); // QoSParent / QoSClass of every object
 
         QTest::newRow("free cell moves the box")
-            << "C C" << "C2" << 4 << 2 << "" << "C1@0,0 C2@4,2" << "0 0";
-        QTest::newRow("onto itself nothing happens") << "C" << "C1" << 0 << 0 << "" << "C1@0,0" << "0";
-        QTest::newRow("filter on filter") << "C F1 F1" << "F1" << 0 << 5 << "Anhängen nicht möglich! TODO"
-                                          << "C1@0,0 F1@0,4 F2@0,5" << "0 1 1";
+            << "C C" << "C2" << 4 << 2 << "move 4,2" << "" << "C1@0,0 C2@4,2" << "0 0";
+        QTest::newRow("onto itself nothing happens") << "C" << "C1" << 0 << 0 << "stay" << "" << "C1@0,0" << "0";
+        QTest::newRow("filter on filter") << "C F1 F1" << "F1" << 0 << 5 << "refused"
+                                          << "Anhängen nicht möglich! TODO" << "C1@0,0 F1@0,4 F2@0,5" << "0 1 1";
         QTest::newRow("class on filter does nothing")
-            << "C C F1" << "C2" << 0 << 4 << "" << "C1@0,0 C2@1,0 F1@0,4" << "0 0 1";
+            << "C C F1" << "C2" << 0 << 4 << "refused" << "" << "C1@0,0 C2@1,0 F1@0,4" << "0 0 1";
         QTest::newRow("filter on class with sub classes")
-            << "C S1 C F3" << "F1" << 0 << 0 << "Anhängen nicht möglich! Klasse hat Unterklassen."
+            << "C S1 C F3" << "F1" << 0 << 0 << "refused" << "Anhängen nicht möglich! Klasse hat Unterklassen."
             << "C1@0,0 C2@0,1 C3@1,0 F1@1,4" << "0 1 0 3";
         QTest::newRow("class on class with filters")
-            << "C F1 C" << "C2" << 0 << 0 << "Anhängen nicht möglich. Klasse hat untergeordnete Filter."
-            << "C1@0,0 F1@0,4 C2@1,0" << "0 1 0";
+            << "C F1 C" << "C2" << 0 << 0 << "refused"
+            << "Anhängen nicht möglich. Klasse hat untergeordnete Filter." << "C1@0,0 F1@0,4 C2@1,0" << "0 1 0";
         QTest::newRow("filter moves to another class")
-            << "C F1 C" << "F1" << 1 << 0 << "" << "C1@0,0 F1@0,4 C2@1,0" << "0 2 0";
+            << "C F1 C" << "F1" << 1 << 0 << "link C2" << "" << "C1@0,0 F1@0,4 C2@1,0" << "0 2 0";
         QTest::newRow("class hangs under another class")
-            << "C C S2" << "C1" << 1 << 1 << "" << "C1@0,0 C2@1,0 C3@1,1" << "3 0 2";
+            << "C C S2" << "C1" << 1 << 1 << "link C3" << "" << "C1@0,0 C2@1,0 C3@1,1" << "3 0 2";
         QTest::newRow("main class on its grandchild swaps them")
-            << "C S1 S2" << "C1" << 0 << 2 << "" << "C1@0,0 C2@0,1 C3@0,2" << "3 1 0";
+            << "C S1 S2" << "C1" << 0 << 2 << "swap C3" << "" << "C1@0,0 C2@0,1 C3@0,2" << "3 1 0";
         QTest::newRow("sub class on its own child swaps them")
-            << "C S1 S2" << "C2" << 0 << 2 << "" << "C1@0,0 C2@0,1 C3@0,2" << "0 3 0";
+            << "C S1 S2" << "C2" << 0 << 2 << "swap C3" << "" << "C1@0,0 C2@0,1 C3@0,2" << "0 3 0";
         // A class in a filter row could not be read back from the file.
         QTest::newRow("class into a filter row")
-            << "C C" << "C2" << 3 << 4 << "Verschieben nicht möglich. Keine weitere Ebene möglich."
-            << "C1@0,0 C2@1,0" << "0 0";
-        QTest::newRow("filter into a class row") << "C F1" << "F1" << 2 << 1 << "" << "C1@0,0 F1@2,1" << "0 1";
+            << "C C" << "C2" << 3 << 4 << "refused"
+            << "Verschieben nicht möglich. Keine weitere Ebene möglich." << "C1@0,0 C2@1,0" << "0 0";
+        QTest::newRow("filter into a class row")
+            << "C F1" << "F1" << 2 << 1 << "move 2,1" << "" << "C1@0,0 F1@2,1" << "0 1";
     }
     void drop()
     {
@@ -445,6 +464,7 @@ private slots:
         QFETCH(QString, dragged);
         QFETCH(int, cellX);
         QFETCH(int, cellY);
+        QFETCH(QString, plan);
         QFETCH(QString, message);
         QFETCH(QString, layout);
         QFETCH(QString, parents);
@@ -459,7 +479,21 @@ private slots:
         const ObjectPageProperties& p = doc.Down1()->prop();
         // The top-left corner decides: let go just inside the target cell's top-left corner,
         // with most of the box over the next cell.
-        box->MoveObject(cellX * p.ColWidth + p.ColWidth - 100, cellY * p.RowHeight + 10);
+        const double left = cellX * p.ColWidth + p.ColWidth - 100;
+        const double top = cellY * p.RowHeight + 10;
+        // The plan foretells the drop and changes nothing by itself.
+        doc.SetModified(false);
+        const QString before = PageScript::layout(doc.Down1());
+        const DropPlan planned = DropPlan::For(*box, left, top);
+        QCOMPARE(describe(planned), plan);
+        QCOMPARE(planned.message, message);
+        QVERIFY(planned.hasCell);
+        QCOMPARE(QPoint(planned.x, planned.y), QPoint(cellX, cellY));
+        QCOMPARE(PageScript::layout(doc.Down1()), before);
+        QVERIFY(!doc.IsModified());
+        QVERIFY(prompt.messages().isEmpty());
+
+        box->MoveObject(left, top);
         QCOMPARE(prompt.messages(), message.isEmpty() ? QStringList() : QStringList{message});
         QCOMPARE(PageScript::layout(doc.Down1()), layout);
         QStringList actual;
@@ -470,9 +504,24 @@ private slots:
         verifyLinks(doc);
         // The box ends centred in its cell.
         doc.Down1()->PlaceObject(box);
-        const double left = box->Left();
-        box->MoveObject(left, box->Top());
-        QCOMPARE(box->Left(), left);
+        const double centred = box->Left();
+        box->MoveObject(centred, box->Top());
+        QCOMPARE(box->Left(), centred);
+    }
+
+    void dropBeyondAnyCell()
+    {
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        PageScript::run(doc.Down1(), QStringLiteral("C C"));
+        QoSClass* c = cls(doc, 2);
+        const DropPlan plan = DropPlan::For(*c, 1e12, 0);
+        QVERIFY(!plan.hasCell);
+        QVERIFY(plan.IsRefused());
+        QVERIFY(plan.message.isEmpty());
+        c->MoveObject(1e12, 0);
+        QCOMPARE(PageScript::layout(doc.Down1()), QStringLiteral("C1@0,0 C2@1,0"));
+        QVERIFY(prompt.messages().isEmpty());
     }
 
     // A link by a class's plug keeps the tree within four class levels, counted from the main

@@ -1,6 +1,7 @@
 #include "app/appproperties.h"
 #include "app/editorsession.h"
 #include "app/frmmain.h"
+#include "app/frmstatus.h"
 #include "document/document.h"
 #include "document/qoscommon.h"
 #include "document/qoswriter.h"
@@ -17,11 +18,13 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDockWidget>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTabBar>
@@ -126,6 +129,41 @@ class TestMainWindow : public QObject
     QString config() const { return m_dir.filePath(QStringLiteral("config.ini")); }
 
 private slots:
+    // A long loop reports every step; the window shows the latest a few times a second.
+    void theStatusWindowRepaintsAFewTimesASecond()
+    {
+        struct PaintCount : QObject
+        {
+            int paints = 0;
+            bool eventFilter(QObject*, QEvent* event) override
+            {
+                paints += event->type() == QEvent::Paint;
+                return false;
+            }
+        } count;
+        frmStatus status;
+        status.Show(QStringLiteral("Import"), QStringLiteral("Import..."));
+        auto* bar = status.findChild<QProgressBar*>(QStringLiteral("prgStatus"));
+        QVERIFY(bar);
+        bar->installEventFilter(&count);
+        QElapsedTimer clock;
+        clock.start();
+        constexpr int Steps = 5000;
+        for (int step = 1; step <= Steps; ++step) {
+            status.SetMessage(QStringLiteral("Import...Filter %1").arg(step));
+            status.SetProgress(step, Steps);
+        }
+        QCOMPARE(status.message(), QStringLiteral("Import...Filter 5000"));
+        // At most one repaint for every 40 ms the loop took, and the first.
+        QVERIFY2(count.paints <= clock.elapsed() / 40 + 2, qPrintable(QString::number(count.paints)));
+        QTest::qWait(60);
+        status.SetProgress(Steps, Steps);
+        QCOMPARE(bar->value(), Steps);
+        QCOMPARE(status.findChild<QLabel*>(QStringLiteral("lblMessage"))->text(),
+                 QStringLiteral("Import...Filter 5000"));
+        status.Close();
+    }
+
     void initTestCase()
     {
         QStandardPaths::setTestModeEnabled(true);

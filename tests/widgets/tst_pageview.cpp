@@ -4,6 +4,7 @@
 #include "page/pagerenderer.h"
 #include "page/qosconnector.h"
 #include "page/qosconnectorview.h"
+#include "page/spatialindex.h"
 #include "pageviewfixture.h"
 
 #include <QAction>
@@ -11,7 +12,10 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QRandomGenerator>
 #include <QScrollBar>
+
+#include <algorithm>
 
 // The page on screen: selection by focus, dragging and dropping, plugs, lines, the page's
 // own commands, and the view keeping step with the core.
@@ -130,7 +134,8 @@ private slots:
         QCOMPARE(cell(moving), before); // every drop on a box puts the dragged box back
         QCOMPARE(moving->ParentQoSObject() ? PageScript::shortName(moving->ParentQoSObject()) : QString(), parentAfter);
         QCOMPARE(bool(moving->LineTop()), !parentAfter.isEmpty());
-        QCOMPARE(bool(f.view->connectorView(QStringLiteral("LineTop") + moving->Name())), !parentAfter.isEmpty());
+        QCOMPARE(!f.view->lineOnPane(QStringLiteral("LineTop") + moving->Name()).isNull(),
+                 !parentAfter.isEmpty());
     }
 
     void aPlug_data()
@@ -181,20 +186,95 @@ private slots:
         QoSClass* child = f.cls(2);
         f.drag(child, f.cellCorner(2, 2) + QPoint(6, 6));
         f.drag(parent, f.cellCorner(4, 0) + QPoint(6, 6));
-        QoSConnectorView* line = f.view->connectorView(QStringLiteral("LineTop") + child->Name());
-        QVERIFY(line);
-        const QoSConnector* core = child->LineTop();
-        QCOMPARE(line->geometry(), QRect(core->Left() / 15, core->Top() / 15, core->Width() / 15, core->Height() / 15)
-                                       .translated(-f.view->scrollPosition()));
+        const QLine line = f.view->lineOnPane(QStringLiteral("LineTop") + child->Name());
+        QVERIFY(!line.isNull());
         // The line joins the middle of the parent's bottom edge and the middle of the child's top.
         const QRect top = f.box(parent)->geometry();
         const QRect bottom = f.box(child)->geometry();
-        const QPoint start = line->mapToParent(line->startPoint());
-        const QPoint end = line->mapToParent(line->endPoint());
-        QVERIFY2(qAbs(start.x() - top.center().x()) <= 1, qPrintable(QStringLiteral("%1 %2").arg(start.x()).arg(top.center().x())));
-        QCOMPARE(start.y(), top.bottom() + 1);
-        QVERIFY(qAbs(end.x() - bottom.center().x()) <= 1);
-        QCOMPARE(end.y(), bottom.top());
+        QVERIFY2(qAbs(line.p1().x() - top.center().x()) <= 1,
+                 qPrintable(QStringLiteral("%1 %2").arg(line.p1().x()).arg(top.center().x())));
+        QCOMPARE(line.p1().y(), top.bottom() + 1);
+        QVERIFY(qAbs(line.p2().x() - bottom.center().x()) <= 1);
+        QCOMPARE(line.p2().y(), bottom.top());
+        // And it is drawn there.
+        const QImage shown = f.view->pane()->grab().toImage();
+        const QPoint middle = line.center() * shown.devicePixelRatio();
+        QCOMPARE(shown.pixelColor(middle), f.view->palette().color(QPalette::WindowText));
+    }
+
+    // Two filters of one class: the line of the second runs down behind the first.
+    void whatAClickHits_data()
+    {
+        QTest::addColumn<QString>("where");
+        QTest::addColumn<QString>("selected"); // the box or line selected afterwards, "" for none
+        QTest::newRow("the gap below the class: the shorter of two lines on each other") << "below class"
+                                                                                         << "LineTopF1";
+        QTest::newRow("between the filters: the one line there") << "between filters"
+                                                                 << "LineTopF2";
+        QTest::newRow("a box over a line takes the click") << "on first filter"
+                                                           << "F1";
+        QTest::newRow("beside the lines the page clears the selection") << "beside"
+                                                                        << "";
+    }
+    void whatAClickHits()
+    {
+        QFETCH(QString, where);
+        QFETCH(QString, selected);
+        PageViewFixture f(QStringLiteral("C F1 F1"));
+        f.view->pressLine(f.flt(1)->LineTop()); // something to clear
+        const QLine first = f.view->lineOnPane(QStringLiteral("LineTopQoSFilter1"));
+        const QLine second = f.view->lineOnPane(QStringLiteral("LineTopQoSFilter2"));
+        QPoint at;
+        if (where == u"below class")
+            at = first.p1() + QPoint(0, 12);
+        else if (where == u"between filters")
+            at = QPoint(second.p2().x(), f.box(f.flt(1))->geometry().bottom() + 6);
+        else if (where == u"on first filter")
+            at = f.box(f.flt(1))->geometry().center() + QPoint(0, 20);
+        else
+            at = first.p1() + QPoint(30, 12);
+        QWidget* hit = f.view->pane()->childAt(at);
+        QTest::mouseClick(hit ? hit : f.view->pane(), Qt::LeftButton, {},
+                          hit ? hit->mapFrom(f.view->pane(), at) : at);
+        f.settle();
+        QStringList now;
+        if (QoSObject* o = f.page->SelectedObject(); o && o->Selected())
+            now << PageScript::shortName(o);
+        for (QoSObject* o : f.page->ContainedObjects())
+            if (o->LineTop() && o->LineTop()->Selected())
+                now << QStringLiteral("LineTop") + PageScript::shortName(o);
+        QCOMPARE(now.join(u' '), selected);
+        // The selected line has the keyboard, under its accessible name.
+        if (selected.startsWith(u"LineTop")) {
+            QWidget* focus = QApplication::focusWidget();
+            QVERIFY(focus);
+            QCOMPARE(focus->accessibleName(), QStringLiteral("Verbindung"));
+            // Named by the caption of the box below it, or by its control name without one.
+            QCOMPARE(focus->accessibleDescription(),
+                     QStringLiteral("Verbindung zu QoSFilter") + selected.back());
+        }
+        QCOMPARE(f.view->connectorWidgetCount(), selected.startsWith(u"LineTop") ? 1 : 0);
+    }
+
+    // The end marks of a selected line lie beside the box edges, where no box covers them.
+    void aSelectedLineShowsItsEndMarks()
+    {
+        PageViewFixture f(QStringLiteral("C S1"));
+        const QString name = QStringLiteral("LineTop") + f.cls(2)->Name();
+        const QLine line = f.view->lineOnPane(name);
+        const QImage before = f.view->grab().toImage();
+        f.view->pressLine(f.cls(2)->LineTop());
+        f.settle();
+        QVERIFY(f.cls(2)->LineTop()->Selected());
+        const QImage shown = f.view->grab().toImage();
+        const QColor highlight = f.view->palette().color(QPalette::Highlight);
+        for (const bool atStart : {true, false}) {
+            const QPointF mark = QoSConnectorView::markCentre(line, atStart) + QPointF(1, 0);
+            const QPoint at = (f.view->pane()->mapTo(f.view, mark.toPoint())) * shown.devicePixelRatio();
+            QCOMPARE(shown.pixelColor(at), highlight);
+            QVERIFY(before.pixelColor(at) != highlight);
+            QVERIFY(!f.view->pane()->childAt(mark.toPoint()));
+        }
     }
 
     void deletingALine_data()
@@ -204,7 +284,8 @@ private slots:
         QTest::addColumn<bool>("deletes");
         QTest::newRow("Delete") << int(Qt::Key_Delete) << int(Qt::NoModifier) << true;
         QTest::newRow("Ctrl+X") << int(Qt::Key_X) << int(Qt::ControlModifier) << true;
-        QTest::newRow("Ctrl+Shift+X is not cut") << int(Qt::Key_X) << int(Qt::ControlModifier | Qt::ShiftModifier) << false;
+        QTest::newRow("Ctrl+Shift+X is not cut")
+            << int(Qt::Key_X) << int(Qt::ControlModifier | Qt::ShiftModifier) << false;
     }
     void deletingALine()
     {
@@ -213,31 +294,48 @@ private slots:
         QFETCH(bool, deletes);
         PageViewFixture f(QStringLiteral("C F1"));
         const QString name = QStringLiteral("LineTop") + f.flt(1)->Name();
-        QoSConnectorView* line = f.view->connectorView(name);
-        QVERIFY(line);
-        line->setFocus();
+        const QLine line = f.view->lineOnPane(name);
+        QTest::mouseClick(f.view->pane(), Qt::LeftButton, {}, line.center());
         QVERIFY(f.flt(1)->LineTop()->Selected());
         QCOMPARE(f.page->SelectedConnector(), f.flt(1)->LineTop());
-        QTest::keyClick(line, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        QCOMPARE(QApplication::focusWidget(), f.view->connectorView(name));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
         f.settle();
         QCOMPARE(f.page->ObjectCount(), 2); // both boxes stay
         QCOMPARE(!f.flt(1)->LineTop(), deletes);
         QCOMPARE(f.flt(1)->ParentQoSObject() == nullptr, deletes);
         QCOMPARE(f.cls(1)->ChildQoSObjects().isEmpty(), deletes);
+        QCOMPARE(f.view->lineOnPane(name).isNull(), deletes);
         QCOMPARE(f.view->connectorView(name) == nullptr, deletes);
         if (deletes)
             QCOMPARE(QApplication::focusWidget(), f.view->pane());
+        // A click elsewhere deselects the line and takes its widget away.
+        QTest::mouseClick(f.view->pane(), Qt::LeftButton, {}, QPoint(f.view->pane()->width() - 5, 5));
+        f.settle();
+        QVERIFY(!f.flt(1)->LineTop() || !f.flt(1)->LineTop()->Selected());
+        QCOMPARE(f.view->connectorWidgetCount(), 0);
     }
 
     void theLineMenu()
     {
         PageViewFixture f(QStringLiteral("C F1"));
-        QoSConnectorView* line = f.view->connectorView(QStringLiteral("LineTop") + f.flt(1)->Name());
+        const QString name = QStringLiteral("LineTop") + f.flt(1)->Name();
+        const QPoint at = f.view->lineOnPane(name).center();
+        QContextMenuEvent click(QContextMenuEvent::Mouse, at, f.view->pane()->mapToGlobal(at));
+        QApplication::sendEvent(f.view->pane(), &click);
+        QVERIFY(f.flt(1)->LineTop()->Selected()); // the line's own menu, for the line
+        QMenu* shown = f.view->findChild<QMenu*>();
+        QVERIFY(shown);
+        QVERIFY(shown->findChild<QAction*>(QStringLiteral("itmEditDelete")));
+        shown->close();
+        QoSConnectorView* line = f.view->connectorView(name);
+        QVERIFY(line);
         std::unique_ptr<QMenu> menu(line->createContextMenu(nullptr));
         QStringList entries;
         for (QAction* group : menu->actions())
             for (QAction* item : group->menu()->actions())
-                entries << group->text() + u'/' + item->text().section(u'\t', 0, 0) + (item->isEnabled() ? "" : " (aus)");
+                entries << group->text() + u'/' + item->text().section(u'\t', 0, 0) +
+                               (item->isEnabled() ? "" : " (aus)");
         QCOMPARE(entries, QStringList({"&Bearbeiten/&Löschen", "&Bearbeiten/&Alle Löschen (aus)",
                                        "&Beziehung/&Eigenschaften (aus)"}));
         menu->findChild<QAction*>(QStringLiteral("itmEditDelete"))->trigger();
@@ -247,27 +345,31 @@ private slots:
     void theLineLightsUpUnderTheMouse()
     {
         PageViewFixture f(QStringLiteral("C S1"));
-        QoSConnectorView* line = f.view->connectorView(QStringLiteral("LineTop") + f.cls(2)->Name());
-        QVERIFY(!line->isHighlighted());
-        QMouseEvent move(QEvent::MouseMove, line->startPoint() + QPoint(0, 3), line->mapToGlobal(line->startPoint()),
-                         Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(line, &move);
-        QVERIFY(line->isHighlighted());
-        // Only a band along the line belongs to it: beside it the page is hit.
-        QVERIFY(line->mask().contains(line->startPoint() + QPoint(0, 3)));
-        QVERIFY(!line->mask().isEmpty());
+        const QString name = QStringLiteral("LineTop") + f.cls(2)->Name();
+        const QLine line = f.view->lineOnPane(name);
+        QVERIFY(!f.view->isLineHighlighted(name));
+        // Beside the line the page is hit, on it the line.
+        QTest::mouseMove(f.view->pane(), line.p1() + QPoint(12, 6));
+        QVERIFY(!f.view->isLineHighlighted(name));
+        QTest::mouseMove(f.view->pane(), line.p1() + QPoint(0, 6));
+        QVERIFY(f.view->isLineHighlighted(name));
+        // Its timer puts it back.
+        QTRY_VERIFY_WITH_TIMEOUT(!f.view->isLineHighlighted(name), 3000);
     }
 
     void theViewKeepsStepWithTheCore()
     {
         PageViewFixture f(QStringLiteral("C S1 F2 C F3"));
         QCOMPARE(f.view->boxWidgetCount(), 5);
-        QCOMPARE(f.view->connectorWidgetCount(), 3);
+        const QStringList lines{"LineTopQoSClass2", "LineTopQoSFilter1", "LineTopQoSFilter2"};
+        for (const QString& line : lines)
+            QVERIFY2(!f.view->lineOnPane(line).isNull(), qPrintable(line));
         f.doc.SetModified(false);
         QVERIFY(f.doc.ClearDocument());
         f.settle();
         QCOMPARE(f.view->boxWidgetCount(), 0);
-        QCOMPARE(f.view->connectorWidgetCount(), 0);
+        for (const QString& line : lines)
+            QVERIFY(f.view->lineOnPane(line).isNull());
         QCOMPARE(f.view->pane()->findChildren<QoSObjectBox*>().size(), 0);
         PageScript::run(f.page, QStringLiteral("C"));
         f.settle();
@@ -279,13 +381,15 @@ private slots:
         PageScript::run(f.page, QStringLiteral("S4"));
         f.settle();
         QoSObject* sub = f.page->ContainedObjects().last();
-        QVERIFY(f.view->connectorView(QStringLiteral("LineTop") + sub->Name()));
+        const QString subLine = QStringLiteral("LineTop") + sub->Name();
+        QVERIFY(!f.view->lineOnPane(subLine).isNull());
         sub->SetMatrixX(3);
         QCOMPARE(f.box(sub)->x(), int(sub->Left() / 15) - f.view->scrollPosition().x());
+        QVERIFY(qAbs(f.view->lineOnPane(subLine).p2().x() - f.box(sub)->geometry().center().x()) <= 1);
         sub->EditDelete();
         f.settle();
         QCOMPARE(f.view->boxWidgetCount(), 1);
-        QCOMPARE(f.view->connectorWidgetCount(), 0);
+        QVERIFY(f.view->lineOnPane(subLine).isNull());
     }
 
     void thePageMenu()
@@ -456,6 +560,177 @@ private slots:
             }
         }
         QApplication::setFont(before);
+    }
+
+    void theDragShowsWhereTheBoxLands_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("dragged");
+        QTest::addColumn<QPoint>("cell"); // where the box's top-left corner is let go
+        QTest::addColumn<int>("look");
+        using Look = ObjectPageView::DropLook;
+        // clang-format off
+        QTest::newRow("a free cell") << "C C" << "C2" << QPoint(4, 2) << int(Look::Lands);
+        QTest::newRow("its own cell") << "C C" << "C2" << QPoint(1, 0) << int(Look::Lands);
+        QTest::newRow("a class it would hang under") << "C C" << "C2" << QPoint(0, 0) << int(Look::Links);
+        QTest::newRow("a filter on a filter is refused") << "C C F1 F2" << "F1" << QPoint(1, 4) << int(Look::Refused);
+        QTest::newRow("a class in a filter row is refused") << "C C" << "C2" << QPoint(3, 4) << int(Look::Refused);
+        QTest::newRow("a class on a filter goes back") << "C C F1" << "C2" << QPoint(0, 4) << int(Look::Refused);
+        // clang-format on
+    }
+    void theDragShowsWhereTheBoxLands()
+    {
+        QFETCH(QString, script);
+        QFETCH(QString, dragged);
+        QFETCH(QPoint, cell);
+        QFETCH(int, look);
+        PageViewFixture f(script);
+        QoSObjectBox* b = f.box(named(f, dragged));
+        TittleBar* title = b->titleBar();
+        const QPoint grab = title->pos() + QPoint(8, 4);
+        QTest::mousePress(title, Qt::LeftButton, {}, grab - title->pos());
+        QCOMPARE(int(f.view->dropTargetLook()), int(ObjectPageView::DropLook::None));
+        const QPoint from = b->mapToGlobal(grab);
+        const QPoint to = f.view->pane()->mapToGlobal(f.cellCorner(cell.x(), cell.y()) + QPoint(4, 4) + grab);
+        for (int i = 1; i <= 4; ++i)
+            QTest::mouseMove(b, b->mapFromGlobal(from + (to - from) * i / 4));
+        QCOMPARE(int(f.view->dropTargetLook()), look);
+        const QPoint corner = f.cellCorner(cell.x(), cell.y());
+        QCOMPARE(f.view->dropTargetRect().topLeft(), corner);
+        QCOMPARE(f.view->dropTargetRect().bottomRight(), f.cellCorner(cell.x() + 1, cell.y() + 1));
+        // Drawn around the cell, in the margin its box leaves free.
+        const QImage shown = f.view->pane()->grab().toImage();
+        const QPoint edge = (corner - f.view->scrollPosition() + QPoint(f.page->prop().ColWidth / 30, 1)) *
+                            shown.devicePixelRatio();
+        QVERIFY(shown.pixelColor(edge) != f.view->pane()->palette().color(QPalette::Base));
+        QTest::mouseRelease(b, Qt::LeftButton, {}, b->mapFromGlobal(to));
+        f.settle();
+        QCOMPARE(int(f.view->dropTargetLook()), int(ObjectPageView::DropLook::None));
+    }
+
+    // Tab from the page walks every box once, in the order of the picture, also the boxes
+    // out of sight, and comes back to the page; Shift+Tab walks them backwards.
+    void tabReachesEveryBoxInPictureOrder_data()
+    {
+        QTest::addColumn<bool>("forward");
+        QTest::newRow("Tab") << true;
+        QTest::newRow("Shift+Tab") << false;
+    }
+    void tabReachesEveryBoxInPictureOrder()
+    {
+        QFETCH(bool, forward);
+        PageViewFixture f(QString(QStringLiteral("C ")).repeated(12) +
+                          QStringLiteral("S1 S1 F13 F14 F12 F12"));
+        QStringList expected;
+        for (const QoSObject* o : f.page->ObjectsInWriteOrder())
+            expected << PageScript::shortName(o);
+        if (!forward)
+            std::reverse(expected.begin(), expected.end());
+        QVERIFY(!f.box(f.page->ObjectsInWriteOrder().at(11))); // out of sight at first
+        f.view->pane()->setFocus();
+        QStringList reached;
+        for (int press = 0; press < 1000; ++press) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab,
+                            forward ? Qt::NoModifier : Qt::ShiftModifier);
+            f.settle();
+            QWidget* focus = QApplication::focusWidget();
+            if (focus == f.view->pane())
+                break;
+            QoSObjectBox* b = nullptr;
+            for (QWidget* w = focus; w && !b; w = w->parentWidget())
+                b = qobject_cast<QoSObjectBox*>(w);
+            QVERIFY2(b, qPrintable(focus ? focus->objectName() : QStringLiteral("nothing")));
+            const QString name = PageScript::shortName(b->object());
+            if (reached.isEmpty() || reached.last() != name) {
+                reached << name;
+                // The box with the focus is selected and in sight.
+                QVERIFY(b->object()->Selected());
+                QVERIFY(b->geometry().intersects(f.view->pane()->rect()));
+            }
+        }
+        QCOMPARE(reached, expected);
+        QCOMPARE(QApplication::focusWidget(), f.view->pane());
+    }
+
+    // A selected line stands just before the box below it.
+    void tabFromASelectedLine_data()
+    {
+        QTest::addColumn<bool>("forward");
+        QTest::addColumn<QString>("reached");
+        QTest::newRow("Tab goes to the box below the line") << true << "F1";
+        QTest::newRow("Shift+Tab to the box before that one") << false << "C2";
+    }
+    void tabFromASelectedLine()
+    {
+        QFETCH(bool, forward);
+        QFETCH(QString, reached);
+        PageViewFixture f(QStringLiteral("C C F1"));
+        f.view->pressLine(f.flt(1)->LineTop());
+        QCOMPARE(QApplication::focusWidget(), f.view->connectorView(QStringLiteral("LineTopQoSFilter1")));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab,
+                        forward ? Qt::NoModifier : Qt::ShiftModifier);
+        f.settle();
+        QoSObject* o = named(f, reached);
+        QVERIFY(f.box(o)->isAncestorOf(QApplication::focusWidget()));
+        QVERIFY(o->Selected());
+        QVERIFY(!f.flt(1)->LineTop()->Selected());
+    }
+
+    // A loop that scrolls and never returns to the event loop still has only the widgets of
+    // what it shows: the ones it scrolled past are gone, not waiting to be deleted.
+    void scrollingInALoopKeepsNoDroppedWidgets()
+    {
+        PageViewFixture f(QString(QStringLiteral("C ")).repeated(60));
+        int most = 0;
+        for (int pass = 0; pass < 4; ++pass) {
+            f.view->setScrollPosition(QPoint(0, 0));
+            do {
+                QCoreApplication::sendPostedEvents(); // everything but the deferred deletes
+                most = std::max(
+                    most,
+                    int(f.view->pane()->findChildren<QoSObjectBox*>(Qt::FindDirectChildrenOnly).size()));
+            } while (f.view->scrollBy(QPoint(f.view->pane()->width() / 2, 0)));
+        }
+        QVERIFY2(most < 3 * f.view->boxWidgetCount() + 10, qPrintable(QString::number(most)));
+        QCOMPARE(f.view->droppedWidgetCount(), 0);
+    }
+
+    // The index of boxes and lines answers every area as looking at each rectangle would:
+    // small and huge rectangles, negative places, moves between buckets, removals.
+    void spatialIndexAgreesWithAPlainSearch()
+    {
+        QRandomGenerator random(20240917);
+        SpatialIndex<int> index;
+        QHash<int, QRect> plain;
+        const auto someRect = [&random] {
+            const int side = 1 << random.bounded(18); // from one pixel to a quarter million
+            return QRect(random.bounded(-300, 200000), random.bounded(-300, 200000), 1 + random.bounded(side),
+                         1 + random.bounded(side));
+        };
+        for (int step = 0; step < 4000; ++step) {
+            const int key = random.bounded(600);
+            if (random.bounded(5) == 0) {
+                index.remove(key);
+                plain.remove(key);
+            } else {
+                const QRect r = someRect();
+                index.insert(key, r);
+                plain.insert(key, r);
+            }
+            if (step % 20 != 0)
+                continue;
+            const QRect area =
+                step % 400 == 0 ? QRect(-1000000, -1000000, 2000000000, 2000000000) : someRect();
+            QList<int> found = index.findIn(area);
+            std::sort(found.begin(), found.end());
+            QList<int> expected;
+            for (auto it = plain.cbegin(); it != plain.cend(); ++it)
+                if (it->intersects(area))
+                    expected << it.key();
+            std::sort(expected.begin(), expected.end());
+            QCOMPARE(found, expected);
+            QCOMPARE(index.size(), plain.size());
+        }
     }
 
     void aPicture()

@@ -1,8 +1,8 @@
 #include "qosobject.h"
 
 #include "document/document.h"
-#include "document/numbers.h"
 #include "document/userprompt.h"
+#include "dropplan.h"
 #include "page/objectpage.h"
 #include "page/qosconnector.h"
 #include "qosclass.h"
@@ -244,66 +244,36 @@ QoSObject::DropResult QoSObject::MoveObject(double left, double top)
     DropResult result;
     if (!m_page)
         return result;
-    const ObjectPageProperties& p = m_page->prop();
-    const auto l = Numbers::TryRoundToInt32(left);
-    const auto t = Numbers::TryRoundToInt32(top);
-    if (!l || !t || p.ColWidth <= 0 || p.RowHeight <= 0) {
-        m_page->PlaceObject(this);
-        return result;
-    }
-    const int x = *l / p.ColWidth;
-    const int y = *t / p.RowHeight;
-    QoSObject* target = m_page->ObjectAt(x, y);
-    if (!target && IsClass() && y >= 4) {
-        // Classes stand in the rows of the four class levels; a file with a class below them
-        // could not be read back.
-        m_page->PlaceObject(this);
-        result.message = QStringLiteral("Verschieben nicht möglich. Keine weitere Ebene möglich.");
-    } else if (!target) {
-        if (x < -32768 || x > 32767 || y < -32768 || y > 32767) {
-            m_page->PlaceObject(this);
-            return result;
-        }
-        SetMatrixX(qint16(x));
-        SetMatrixY(qint16(y));
+    const DropPlan plan = DropPlan::For(*this, left, top);
+    switch (plan.outcome) {
+    case DropPlan::Outcome::Move:
+        SetMatrixX(qint16(plan.x));
+        SetMatrixY(qint16(plan.y));
         result.moved = true;
-    } else {
+        break;
+    case DropPlan::Outcome::Link:
         m_page->PlaceObject(this);
-        if (target != this) {
-            auto* targetClass = qobject_cast<QoSClass*>(target);
-            if (IsFilter()) {
-                if (!targetClass)
-                    result.message = QStringLiteral("Anhängen nicht möglich! TODO");
-                else if (targetClass->HasChildClasses())
-                    result.message = QStringLiteral("Anhängen nicht möglich! Klasse hat Unterklassen.");
-                else {
-                    if (m_lineTop)
-                        m_lineTop->EditCut();
-                    AddParentQoSObject(targetClass->Name());
-                    result.linked = ParentQoSObject() == targetClass;
-                }
-            } else if (auto* self = qobject_cast<QoSClass*>(this); self && targetClass) {
-                if (targetClass->HasFilters()) {
-                    result.message = QStringLiteral("Anhängen nicht möglich. Klasse hat untergeordnete Filter.");
-                } else {
-                    // Dropping a class on one of its own descendants swaps the two: the
-                    // descendant is cut loose first, then takes the class below it.
-                    if (self->IsInDownTree(targetClass)) {
-                        if (targetClass->LineTop())
-                            targetClass->LineTop()->EditCut();
-                    } else if (m_lineTop) {
-                        m_lineTop->EditCut();
-                    }
-                    AddParentQoSObject(targetClass->Name());
-                    result.linked = ParentQoSObject() == targetClass;
-                }
-            }
+        if (plan.swap) {
+            if (QoSConnector* line = plan.parent->LineTop())
+                line->EditCut();
+        } else if (m_lineTop) {
+            m_lineTop->EditCut();
         }
+        AddParentQoSObject(plan.parent.data());
+        result.linked = ParentQoSObject() == plan.parent;
+        break;
+    case DropPlan::Outcome::Stay:
+    case DropPlan::Outcome::Refused:
+        m_page->PlaceObject(this);
+        break;
     }
+    result.message = plan.message;
     if (!result.message.isEmpty())
         m_document->prompt().Message(result.message);
-    ShowConnectors(true);
-    PaintLines();
+    if (plan.hasCell) {
+        ShowConnectors(true);
+        PaintLines();
+    }
     return result;
 }
 

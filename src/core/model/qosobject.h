@@ -86,7 +86,8 @@ public:
     void EditCopy() {}
     void EditPaste() {}
 
-    // The drop of a drag: the box was let go with its top-left corner at (left, top).
+    // The drop of a drag: the box was let go with its top-left corner at (left, top). Carries
+    // out what DropPlan::For says such a drop does.
     DropResult MoveObject(double left, double top);
     // The drop of a class's plug on this box: hangs the box under that class by the usual rules,
     // which refuse silently. A link that would make the tree deeper than four class levels is

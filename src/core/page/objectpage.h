@@ -54,6 +54,10 @@ public:
     // Every box of the page, row by row from the top, each row left to right, boxes that
     // share a cell in the order they were added: the order in which the file is written.
     QList<QoSObject*> ObjectsInWriteOrder();
+    // The box after `object` in that order, or before it when not going forward; nothing past
+    // either end. Without an object, the first box (forward) or the last. This is the order
+    // in which the keyboard walks the picture.
+    QoSObject* NextInPictureOrder(const QoSObject* object, bool forward);
 
     // Creates a class box. parentIdx is the parent's class number as text ("0" for a main
     // class), empty bandwidths choose defaults, classIdx 0 takes the creation counter and

@@ -33,10 +33,9 @@ frmStatus::frmStatus(QWidget* parent)
 
 void frmStatus::Show(const QString& caption, const QString& message)
 {
-    m_progress->setRange(0, 0); // busy until a step count is known
+    m_value = m_maximum = 0; // busy until a step count is known
     SetCaption(caption);
-    m_lblMessage->setText(QString(message).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
-    m_lblMessage->setAccessibleName(m_lblMessage->text());
+    m_message = QString(message).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     show();
     raise();
     pump(true);
@@ -49,16 +48,15 @@ void frmStatus::SetCaption(const QString& caption)
 
 void frmStatus::SetMessage(const QString& message)
 {
-    m_lblMessage->setText(QString(message).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
-    m_lblMessage->setAccessibleName(m_lblMessage->text());
+    m_message = message;
+    m_message.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     pump();
 }
 
 void frmStatus::SetProgress(int value, int maximum)
 {
-    if (m_progress->maximum() != maximum)
-        m_progress->setRange(0, qMax(0, maximum));
-    m_progress->setValue(qBound(0, value, qMax(0, maximum)));
+    m_maximum = qMax(0, maximum);
+    m_value = qBound(0, value, m_maximum);
     pump();
 }
 
@@ -69,13 +67,23 @@ void frmStatus::Close()
 
 QString frmStatus::message() const
 {
-    return m_lblMessage->text();
+    return m_message;
 }
 
 void frmStatus::pump(bool now)
 {
     if (!now && m_lastPump.isValid() && m_lastPump.elapsed() < PumpIntervalMs)
         return;
+    // The message and the bar show the latest step only when the window is drawn anyway: a
+    // label or a bar set at every step repaints at every step.
+    if (m_lblMessage->text() != m_message) {
+        m_lblMessage->setText(m_message);
+        m_lblMessage->setAccessibleName(m_message);
+    }
+    if (m_progress->maximum() != m_maximum)
+        m_progress->setRange(0, m_maximum);
+    if (m_progress->value() != m_value)
+        m_progress->setValue(m_value);
     QCoreApplication::processEvents();
     m_lastPump.restart();
 }

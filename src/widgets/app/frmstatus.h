@@ -23,16 +23,21 @@ public:
     void SetProgress(int value, int maximum) override;
     void Close() override;
 
+    // The latest message, also while the window has not shown it yet.
     QString message() const;
 
 protected:
     void reject() override {} // the loop ends the window, not the Escape key
 
 private:
-    // Lets the interface repaint, not more often than the eye can follow.
+    // Shows the latest message and progress and lets the interface repaint, not more often
+    // than the eye can follow.
     void pump(bool now = false);
 
     QLabel* m_lblMessage;
     QProgressBar* m_progress;
     QElapsedTimer m_lastPump;
+    QString m_message; // the latest, shown at the next repaint
+    int m_value = 0;
+    int m_maximum = 0;
 };

@@ -75,7 +75,7 @@ void QoSFilterBox::detach()
 
 void QoSFilterBox::keepTypePosition()
 {
-    // A detached box (its view is going) asks nothing of the view.
+    // A box detached from its object has nothing to keep, also while its view goes.
     if (m_object && m_view)
         m_view->setTypePosition(m_object->Name(), m_txtType->field()->Position());
 }

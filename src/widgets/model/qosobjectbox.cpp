@@ -7,6 +7,7 @@
 #include "page/tittlebar.h"
 #include "plugbottom.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -122,6 +123,44 @@ void QoSObjectBox::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         update();
+}
+
+// --- the keyboard: Tab through the fields, then on to the next box ----------------------------
+
+QList<QWidget*> QoSObjectBox::tabStops() const
+{
+    QList<QWidget*> stops{m_dummy};
+    // The order of the window's focus chain, which is the order the fields were made in.
+    for (QWidget* w = m_dummy->nextInFocusChain(); w && w != m_dummy; w = w->nextInFocusChain()) {
+        if (!isAncestorOf(w) || w->focusProxy() || !(w->focusPolicy() & Qt::TabFocus))
+            continue;
+        if (w->isVisibleTo(this) && w->isEnabled())
+            stops << w;
+    }
+    return stops;
+}
+
+bool QoSObjectBox::focusNextPrevChild(bool next)
+{
+    if (!m_view || !m_object)
+        return QWidget::focusNextPrevChild(next);
+    const QList<QWidget*> stops = tabStops();
+    QWidget* focus = QApplication::focusWidget();
+    qsizetype at = stops.indexOf(focus);
+    for (qsizetype i = 0; at < 0 && i < stops.size(); ++i)
+        if (stops.at(i)->isAncestorOf(focus))
+            at = i;
+    if (at < 0)
+        return QWidget::focusNextPrevChild(next);
+    const qsizetype to = at + (next ? 1 : -1);
+    if (to >= 0 && to < stops.size()) {
+        stops.at(to)->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+        return true;
+    }
+    // The view may drop this box once the focus has left it far behind; nothing of it is
+    // used after this call.
+    m_view->focusNextBox(m_object, next);
+    return true;
 }
 
 // --- mouse: the box, its surface label and its title bar drag the box ----------------------

@@ -29,6 +29,8 @@ public:
     QoSObject* object() const { return m_object; }
     TittleBar* titleBar() const { return m_title; }
     QWidget* focusControl() const { return m_dummy; }
+    // What Tab reaches in the box, in order: the focus control, then the fields.
+    QList<QWidget*> tabStops() const;
 
     virtual void setPrompt(UserPrompt* prompt) = 0;
     virtual void setStatusLine(StatusLine* line) = 0;
@@ -62,6 +64,9 @@ protected:
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
+    // Tab past the last field (Shift+Tab before the first) goes on to the next box of the
+    // picture.
+    bool focusNextPrevChild(bool next) override;
 
     // Called by the derived box once its controls exist. Only the box itself takes drops:
     // the fields inside would swallow a plug otherwise.

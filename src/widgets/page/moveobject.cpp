@@ -1,9 +1,10 @@
 #include "moveobject.h"
 
+#include "model/dropplan.h"
 #include "model/qosobject.h"
 #include "model/qosobjectbox.h"
-#include "objectpane.h"
 #include "objectpageview.h"
+#include "objectpane.h"
 
 #include <QApplication>
 #include <QTimerEvent>
@@ -20,6 +21,7 @@ void MoveObject::Press(QoSObjectBox* box, const QPointF& globalPos)
     if (m_box && m_box != box)
         m_view->setPinned(m_box, false);
     m_scrollTimer.stop();
+    m_view->hideDropTarget();
     if (!object)
         return;
     m_box = box;
@@ -61,6 +63,8 @@ void MoveObject::follow()
     const double left = std::clamp(std::round(topLeft.x()), 0.0, std::max(0.0, page.width() - width));
     const double top = std::clamp(std::round(topLeft.y()), 0.0, std::max(0.0, page.height() - height));
     object->Move(left * 15, top * 15);
+    // What letting go here would do, by the same plan as the drop itself.
+    m_view->showDropTarget(DropPlan::For(*object, object->Left(), object->Top()));
 }
 
 QPoint MoveObject::edgeStep() const
@@ -98,6 +102,7 @@ void MoveObject::timerEvent(QTimerEvent* event)
 void MoveObject::Release(const QPointF& globalPos)
 {
     m_scrollTimer.stop();
+    m_view->hideDropTarget();
     QPointer<QoSObjectBox> box = m_box;
     const bool dragged = m_dragging;
     m_box = nullptr;

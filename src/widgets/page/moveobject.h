@@ -12,6 +12,8 @@ class QoSObjectBox;
 // title bar hands the mouse here: the box follows the mouse and stays wholly on the page,
 // the page scrolls while the mouse stands near the edge of the visible part, and on release
 // the core's drop decides what becomes of it (moved, put back, hung under another box).
+// Meanwhile the page shows the cell the box would land in and what the drop would do there,
+// from the same plan the drop follows.
 //
 // The drag writes the box's position into its object; the box and its lines follow the
 // object's signals like any other move.

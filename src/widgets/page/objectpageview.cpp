@@ -11,11 +11,13 @@
 #include "objectpane.h"
 #include "page/objectpage.h"
 #include "page/qosconnector.h"
+#include "pagelines.h"
 #include "qosconnectorview.h"
 
 #include <QApplication>
 #include <QGridLayout>
 #include <QMenu>
+#include <QPainter>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -31,6 +33,14 @@ constexpr qint64 MaxPixels = 1 << 30;
 int pixels(double twips)
 {
     return int(std::floor(twips / 15.0));
+}
+
+// Nothing can be half-way through an event of a widget far out of sight, unless a dialog,
+// a menu or a drag runs its own loop inside such an event.
+bool safeToDeleteNow()
+{
+    return !QApplication::activeModalWidget() && !QApplication::activePopupWidget() &&
+           QGuiApplication::mouseButtons() == Qt::NoButton;
 }
 
 } // namespace
@@ -56,6 +66,7 @@ ObjectPageView::ObjectPageView(ObjectPage* page, QWidget* parent)
     connect(m_hscrPane, &QScrollBar::valueChanged, this, &ObjectPageView::scrollBarMoved);
     connect(m_vscrPane, &QScrollBar::valueChanged, this, &ObjectPageView::scrollBarMoved);
 
+    m_lines = new PageLines(this);
     Document* document = page->document();
     connect(page, &ObjectPage::objectAdded, this, &ObjectPageView::adopt);
     connect(page, &ObjectPage::placed, this, &ObjectPageView::scheduleRealize);
@@ -65,12 +76,11 @@ ObjectPageView::ObjectPageView(ObjectPage* page, QWidget* parent)
     // Clearing the document tells the document, not the pages, about every box that goes.
     connect(document, &Document::objectRemoved, this, &ObjectPageView::removeBox);
     connect(document, &Document::connectorAdded, this, &ObjectPageView::adoptConnector);
-    connect(document, &Document::connectorRemoved, this, &ObjectPageView::removeLine);
+    connect(document, &Document::connectorRemoved, m_lines, &PageLines::remove);
     connect(document, &Document::cleared, this, [this] {
         for (const QString& name : m_boxes.keys())
             removeBox(name);
-        for (const QString& name : m_lines.keys())
-            removeLine(name);
+        m_lines->clear();
         m_typePositions.clear();
     });
     connect(qApp, &QApplication::focusChanged, this, &ObjectPageView::focusChanged);
@@ -86,13 +96,17 @@ ObjectPageView::ObjectPageView(ObjectPage* page, QWidget* parent)
 
 ObjectPageView::~ObjectPageView()
 {
-    // The boxes go with the pane; they must not talk to their objects on the way.
-    for (BoxRecord& record : m_boxes)
-        if (record.widget)
-            record.widget->detach();
-    for (LineRecord& record : m_lines)
-        if (record.widget)
-            record.widget->detach();
+    // The focus moving while the boxes go must not reach a view half taken apart.
+    disconnect(qApp, &QApplication::focusChanged, this, &ObjectPageView::focusChanged);
+    // The boxes go with the pane; they must not talk to their objects on the way. The pane
+    // goes first, while the boxes' view is still whole.
+    for (BoxRecord* record : std::as_const(m_boxes))
+        if (record->widget)
+            record->widget->detach();
+    m_lines->detachWidgets();
+    delete m_pane;
+    m_pane = nullptr;
+    qDeleteAll(m_boxes);
 }
 
 void ObjectPageView::fitCells()
@@ -110,17 +124,17 @@ void ObjectPageView::fitCells()
 void ObjectPageView::setPrompt(UserPrompt* prompt)
 {
     m_prompt = prompt;
-    for (const BoxRecord& record : std::as_const(m_boxes))
-        if (record.widget)
-            record.widget->setPrompt(prompt);
+    for (BoxRecord* record : std::as_const(m_realized))
+        if (record->widget)
+            record->widget->setPrompt(prompt);
 }
 
 void ObjectPageView::setStatusLine(StatusLine* line)
 {
     m_statusLine = line;
-    for (const BoxRecord& record : std::as_const(m_boxes))
-        if (record.widget)
-            record.widget->setStatusLine(line);
+    for (BoxRecord* record : std::as_const(m_realized))
+        if (record->widget)
+            record->widget->setStatusLine(line);
 }
 
 // --- records of boxes and lines ------------------------------------------------------------
@@ -145,16 +159,18 @@ void ObjectPageView::changeEvent(QEvent* event)
         focused = box->object();
     m_pane->setFocus(Qt::OtherFocusReason);
     fitCells();
-    for (BoxRecord& record : m_boxes) {
-        if (!record.object)
-            continue;
-        sizeBox(record.object);
-        if (record.widget) {
-            record.widget->detach();
-            dropWidget(record.widget);
-            record.widget = nullptr;
+    for (BoxRecord* record : std::as_const(m_boxes))
+        if (record->object)
+            sizeBox(record->object);
+    // The application is still telling its widgets about the font: these go later.
+    for (BoxRecord* record : std::as_const(m_realized)) {
+        if (record->widget) {
+            record->widget->detach();
+            dropWidget(record->widget);
+            record->widget = nullptr;
         }
     }
+    m_realized.clear();
     m_pinned.clear();
     realize();
     if (focused)
@@ -165,27 +181,25 @@ void ObjectPageView::adopt(QoSObject* object)
 {
     if (!object || m_boxes.contains(object->Name()))
         return;
-    m_boxes.insert(object->Name(), BoxRecord{object, nullptr});
+    auto* record = new BoxRecord{object, nullptr, {}};
+    m_boxes.insert(object->Name(), record);
     sizeBox(object);
-    const QRect r = boxRect(object);
+    record->rect = boxRect(object);
+    m_boxIndex.insert(record, record->rect);
     connect(object, &QoSObject::geometryChanged, this, [this, object] { objectMoved(object); });
     connect(object, &QoSObject::visibleChanged, this, [this, object] { objectMoved(object); });
     connect(object, &QoSObject::selectedChanged, this, [this, object](bool selected) { objectSelected(object, selected); });
     if (QoSConnector* line = object->LineTop())
         adoptConnector(line);
     // A file read box by box adds most boxes far out of sight: they wait for the scroll bars.
-    if (r.intersects(makeArea()))
+    if (record->rect.intersects(makeArea()))
         scheduleRealize();
 }
 
 void ObjectPageView::adoptConnector(QoSConnector* connector)
 {
-    if (!connector || connector->GetObjectPage() != m_page || m_lines.contains(connector->Name()))
-        return;
-    m_lines.insert(connector->Name(), LineRecord{connector, nullptr});
-    connect(connector, &QoSConnector::geometryChanged, this, [this, connector] { connectorMoved(connector); });
-    if (lineRect(connector).intersects(makeArea()))
-        scheduleRealize();
+    if (connector && connector->GetObjectPage() == m_page)
+        m_lines->adopt(connector);
 }
 
 void ObjectPageView::removeBox(const QString& name)
@@ -193,25 +207,15 @@ void ObjectPageView::removeBox(const QString& name)
     const auto it = m_boxes.find(name);
     if (it == m_boxes.end())
         return;
-    QPointer<QoSObjectBox> widget = it->widget;
+    BoxRecord* record = *it;
     m_boxes.erase(it);
-    if (widget) {
+    m_boxIndex.remove(record);
+    m_realized.remove(record);
+    if (QPointer<QoSObjectBox> widget = record->widget) {
         widget->detach();
         dropWidget(widget);
     }
-}
-
-void ObjectPageView::removeLine(const QString& name)
-{
-    const auto it = m_lines.find(name);
-    if (it == m_lines.end())
-        return;
-    QPointer<QoSConnectorView> widget = it->widget;
-    m_lines.erase(it);
-    if (widget) {
-        widget->detach();
-        dropWidget(widget);
-    }
+    delete record;
 }
 
 void ObjectPageView::dropWidget(QWidget* widget)
@@ -226,17 +230,48 @@ void ObjectPageView::dropWidget(QWidget* widget)
     widget->deleteLater();
 }
 
+void ObjectPageView::retireBox(BoxRecord* record)
+{
+    // A box scrolled far out of sight, without the focus and not dragged: none of its events
+    // can be running, unless inside the loop of a dialog, a menu or a drag. Deleted at once,
+    // box widgets cannot pile up while a long loop keeps the event loop from deleting them.
+    QoSObjectBox* widget = record->widget;
+    record->widget = nullptr;
+    widget->detach();
+    m_pinned.remove(widget);
+    if (safeToDeleteNow()) {
+        delete widget;
+    } else {
+        widget->hide();
+        widget->deleteLater();
+    }
+}
+
+int ObjectPageView::droppedWidgetCount() const
+{
+    int count = 0;
+    for (QObject* child : m_pane->children())
+        if (auto* widget = qobject_cast<QoSObjectBox*>(child); widget && !widget->object())
+            ++count;
+    return count;
+}
+
 void ObjectPageView::objectMoved(QoSObject* object)
 {
     const auto it = m_boxes.constFind(object->Name());
     if (it == m_boxes.cend())
         return;
+    BoxRecord* record = *it;
+    const QRect r = boxRect(object);
+    if (r != record->rect) {
+        record->rect = r;
+        m_boxIndex.insert(record, r);
+    }
     // Only a box coming near the visible part, or one with a widget leaving it, needs a look
     // at the others; a drag within sight or boxes moving far away do not.
-    const QRect r = boxRect(object);
-    if (it->widget) {
-        it->widget->setGeometry(r.translated(-m_offset));
-        it->widget->setVisible(object->Visible());
+    if (record->widget) {
+        record->widget->setGeometry(r.translated(-m_offset));
+        record->widget->setVisible(object->Visible());
         if (!r.intersects(keepArea()))
             scheduleRealize();
     } else if (r.intersects(makeArea())) {
@@ -244,20 +279,11 @@ void ObjectPageView::objectMoved(QoSObject* object)
     }
 }
 
-void ObjectPageView::connectorMoved(QoSConnector* connector)
+void ObjectPageView::updatePageRect(const QRect& rect)
 {
-    const auto it = m_lines.constFind(connector->Name());
-    if (it == m_lines.cend())
-        return;
-    const QRect r = lineRect(connector);
-    if (it->widget) {
-        it->widget->setGeometry(r.translated(-m_offset));
-        it->widget->layoutFromConnector();
-        if (!r.intersects(keepArea()))
-            scheduleRealize();
-    } else if (r.intersects(makeArea())) {
-        scheduleRealize();
-    }
+    const QRect shown = rect.translated(-m_offset).intersected(m_pane->rect());
+    if (!shown.isEmpty())
+        m_pane->update(shown);
 }
 
 void ObjectPageView::objectSelected(QoSObject* object, bool selected)
@@ -301,12 +327,6 @@ QSize ObjectPageView::pageSize() const
 QRect ObjectPageView::boxRect(const QoSObject* object) const
 {
     return QRect(pixels(object->Left()), pixels(object->Top()), object->Width() / 15, object->Height() / 15);
-}
-
-QRect ObjectPageView::lineRect(const QoSConnector* connector) const
-{
-    return QRect(pixels(connector->Left()), pixels(connector->Top()), connector->Width() / 15,
-                 connector->Height() / 15);
 }
 
 QRect ObjectPageView::visibleRect() const
@@ -373,6 +393,7 @@ void ObjectPageView::scrollBarMoved()
     m_offset = offset;
     // Moves the children and the pixels already drawn; only what comes into view is painted.
     m_pane->scroll(delta.x(), delta.y());
+    m_lines->scrolled();
     realize();
 }
 
@@ -434,15 +455,186 @@ void ObjectPageView::ensureVisible(const QoSObject* object)
     setScrollPosition(position);
 }
 
-void ObjectPageView::focusObject(QoSObject* object)
+void ObjectPageView::focusObject(QoSObject* object, bool lastField)
 {
     if (!object || !m_boxes.contains(object->Name()))
         return;
     ensureVisible(object);
     realize();
-    object->SetSelected(true);
-    if (QoSObjectBox* widget = box(object->Name()))
-        widget->focusControl()->setFocus(Qt::OtherFocusReason);
+    QoSObjectBox* widget = box(object->Name());
+    if (!widget) {
+        object->SetSelected(true);
+        return;
+    }
+    const QList<QWidget*> stops = widget->tabStops();
+    if (lastField && !stops.isEmpty())
+        stops.last()->setFocus(Qt::BacktabFocusReason);
+    else
+        widget->focusControl()->setFocus(lastField ? Qt::BacktabFocusReason : Qt::TabFocusReason);
+    // The focus selects the box; a box that cannot take it (a hidden window) is selected all
+    // the same.
+    if (!object->Selected())
+        object->SetSelected(true);
+}
+
+// --- the keyboard through the picture -------------------------------------------------------
+
+void ObjectPageView::focusNextBox(const QoSObject* from, bool forward)
+{
+    if (QoSObject* next = m_page->NextInPictureOrder(from, forward)) {
+        focusObject(next, !forward);
+        return;
+    }
+    if (from && !forward) {
+        // Before the first box lies the page itself.
+        m_pane->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    leavePage(forward);
+}
+
+void ObjectPageView::leavePage(bool forward)
+{
+    // The widgets of the boxes stand anywhere in the window's focus chain (they come and go
+    // as the page scrolls): the way out skips everything inside the page.
+    for (QWidget* w = forward ? nextInFocusChain() : previousInFocusChain(); w && w != this;
+         w = forward ? w->nextInFocusChain() : w->previousInFocusChain()) {
+        if (isAncestorOf(w) || w->window() != window() || w->focusProxy())
+            continue;
+        if ((w->focusPolicy() & Qt::TabFocus) && w->isVisible() && w->isEnabled()) {
+            w->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return;
+        }
+    }
+    // Nothing else in the window takes the keyboard: round the page again.
+    if (forward)
+        m_pane->setFocus(Qt::OtherFocusReason);
+    else if (QoSObject* last = m_page->NextInPictureOrder(nullptr, false))
+        focusObject(last, true);
+}
+
+// --- lines --------------------------------------------------------------------------------------
+
+QoSConnector* ObjectPageView::connectorAt(const QPoint& panePos) const
+{
+    return m_lines->connectorAt(panePos + m_offset);
+}
+
+QLine ObjectPageView::lineOnPane(const QString& name) const
+{
+    const QLine line = m_lines->line(name);
+    return line.isNull() ? line : line.translated(-m_offset);
+}
+
+bool ObjectPageView::isLineHighlighted(const QString& name) const
+{
+    return m_lines->isHighlighted(name);
+}
+
+void ObjectPageView::hoverLine(QoSConnector* connector)
+{
+    m_lines->hover(connector);
+}
+
+void ObjectPageView::pressLine(QoSConnector* connector)
+{
+    m_lines->press(connector);
+}
+
+void ObjectPageView::lineMenu(QoSConnector* connector, const QPoint& globalPos)
+{
+    m_lines->menu(connector, globalPos);
+}
+
+void ObjectPageView::paintLines(QPainter& painter, const QRect& exposed) const
+{
+    painter.save();
+    painter.translate(-m_offset);
+    m_lines->paint(painter, exposed.translated(m_offset));
+    painter.restore();
+}
+
+// --- the cell a dragged box would land in ---------------------------------------------------------
+
+void ObjectPageView::showDropTarget(const DropPlan& plan)
+{
+    QRect rect;
+    DropLook look = DropLook::None;
+    const ObjectPageProperties& prop = m_page->prop();
+    if (plan.hasCell && plan.x >= 0 && plan.y >= 0 && plan.x < MaxCells && plan.y < MaxCells) {
+        const int left = int(std::floor(plan.x * (prop.ColWidth / 15.0)));
+        const int top = int(std::floor(plan.y * (prop.RowHeight / 15.0)));
+        const int right = int(std::floor((plan.x + 1) * (prop.ColWidth / 15.0)));
+        const int bottom = int(std::floor((plan.y + 1) * (prop.RowHeight / 15.0)));
+        rect = QRect(QPoint(left, top), QPoint(right, bottom));
+        switch (plan.outcome) {
+        case DropPlan::Outcome::Stay:
+        case DropPlan::Outcome::Move:
+            look = DropLook::Lands;
+            break;
+        case DropPlan::Outcome::Link:
+            look = DropLook::Links;
+            break;
+        case DropPlan::Outcome::Refused:
+            look = DropLook::Refused;
+            break;
+        }
+    }
+    if (rect == m_dropRect && look == m_dropLook)
+        return;
+    updatePageRect(m_dropRect);
+    m_dropRect = rect;
+    m_dropLook = look;
+    updatePageRect(m_dropRect);
+}
+
+void ObjectPageView::hideDropTarget()
+{
+    updatePageRect(m_dropRect);
+    m_dropRect = QRect();
+    m_dropLook = DropLook::None;
+}
+
+void ObjectPageView::paintDropTarget(QPainter& painter, const QRect& exposed) const
+{
+    if (m_dropLook == DropLook::None)
+        return;
+    const QRect cell = m_dropRect.translated(-m_offset);
+    if (!cell.intersects(exposed))
+        return;
+    // The outline lies in the margin of the cell that its box leaves free.
+    const QColor highlight = palette().color(QPalette::Highlight);
+    QColor color = highlight;
+    Qt::PenStyle style = Qt::SolidLine;
+    int width = 2;
+    int fill = 40;
+    switch (m_dropLook) {
+    case DropLook::Lands:
+        break;
+    case DropLook::Links:
+        // Hung under the box that stands there: a broader frame around it.
+        width = 4;
+        fill = 70;
+        break;
+    case DropLook::Refused:
+        color = QColor(200, 30, 30);
+        style = Qt::DashLine;
+        fill = 30;
+        break;
+    case DropLook::None:
+        return;
+    }
+    painter.save();
+    QColor background = color;
+    background.setAlpha(fill);
+    painter.fillRect(cell, background);
+    QPen pen(color, width, style);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    const int inset = width / 2;
+    painter.drawRect(cell.adjusted(inset, inset, -inset - 1, -inset - 1));
+    painter.restore();
 }
 
 // --- making and dropping widgets --------------------------------------------------------------
@@ -472,30 +664,24 @@ void ObjectPageView::realizeIn(const QRect& makeArea, const QRect& keepArea)
     // While a file is read the new boxes have no places yet; widgets are made once they do.
     if (m_page->IsDeferred())
         return;
-    for (BoxRecord& record : m_boxes) {
-        QoSObject* object = record.object;
-        if (!object)
-            continue;
-        const QRect r = boxRect(object);
-        if (!record.widget && object->Visible() && makeArea.intersects(r)) {
-            record.widget = makeBox(object);
-        } else if (record.widget && !keepArea.intersects(r) && !isPinned(record.widget)) {
-            record.widget->detach();
-            dropWidget(record.widget);
-            record.widget = nullptr;
+    // Only the boxes that have widgets are looked at for dropping, and only those found in
+    // the area for making: neither grows with the page.
+    for (auto it = m_realized.begin(); it != m_realized.end();) {
+        BoxRecord* record = *it;
+        if (!record->widget) {
+            it = m_realized.erase(it);
+        } else if (!keepArea.intersects(record->rect) && !isPinned(record->widget)) {
+            retireBox(record);
+            it = m_realized.erase(it);
+        } else {
+            ++it;
         }
     }
-    for (LineRecord& record : m_lines) {
-        QoSConnector* connector = record.connector;
-        if (!connector)
-            continue;
-        const QRect r = lineRect(connector);
-        if (!record.widget && makeArea.intersects(r)) {
-            record.widget = makeLine(connector);
-        } else if (record.widget && !keepArea.intersects(r) && !isPinned(record.widget)) {
-            record.widget->detach();
-            dropWidget(record.widget);
-            record.widget = nullptr;
+    for (BoxRecord* record : m_boxIndex.findIn(makeArea)) {
+        QoSObject* object = record->object;
+        if (!record->widget && object && object->Visible()) {
+            record->widget = makeBox(object);
+            m_realized.insert(record);
         }
     }
 }
@@ -514,16 +700,6 @@ QoSObjectBox* ObjectPageView::makeBox(QoSObject* object)
     return widget;
 }
 
-QoSConnectorView* ObjectPageView::makeLine(QoSConnector* connector)
-{
-    auto* widget = new QoSConnectorView(connector, this, m_pane);
-    widget->setGeometry(lineRect(connector).translated(-m_offset));
-    widget->layoutFromConnector();
-    widget->show();
-    stackLine(widget, connector->Selected());
-    return widget;
-}
-
 bool ObjectPageView::isPinned(QWidget* widget) const
 {
     // A widget with the focus (or its menu open, or being dragged) stays.
@@ -531,21 +707,6 @@ bool ObjectPageView::isPinned(QWidget* widget) const
         return true;
     QWidget* focus = QApplication::focusWidget();
     return focus && (focus == widget || widget->isAncestorOf(focus));
-}
-
-void ObjectPageView::stackLine(QWidget* line, bool selected)
-{
-    if (!selected) {
-        line->lower();
-        return;
-    }
-    // The pane's children are in stacking order, the lowest first.
-    for (QObject* child : m_pane->children())
-        if (auto* box = qobject_cast<QoSObjectBox*>(child); box && box->isVisibleTo(m_pane)) {
-            line->stackUnder(box);
-            return;
-        }
-    line->raise();
 }
 
 void ObjectPageView::setPinned(QWidget* widget, bool pinned)
@@ -558,24 +719,24 @@ void ObjectPageView::setPinned(QWidget* widget, bool pinned)
 
 QoSObjectBox* ObjectPageView::box(const QString& name) const
 {
-    const auto it = m_boxes.constFind(name);
-    return it == m_boxes.cend() ? nullptr : it->widget.data();
+    const BoxRecord* record = m_boxes.value(name);
+    return record ? record->widget.data() : nullptr;
 }
 
 QoSConnectorView* ObjectPageView::connectorView(const QString& name) const
 {
-    const auto it = m_lines.constFind(name);
-    return it == m_lines.cend() ? nullptr : it->widget.data();
+    return m_lines->widget(name);
 }
 
 int ObjectPageView::boxWidgetCount() const
 {
-    return int(std::count_if(m_boxes.cbegin(), m_boxes.cend(), [](const BoxRecord& r) { return !r.widget.isNull(); }));
+    return int(std::count_if(m_realized.cbegin(), m_realized.cend(),
+                             [](const BoxRecord* r) { return !r->widget.isNull(); }));
 }
 
 int ObjectPageView::connectorWidgetCount() const
 {
-    return int(std::count_if(m_lines.cbegin(), m_lines.cend(), [](const LineRecord& r) { return !r.widget.isNull(); }));
+    return m_lines->widgetCount();
 }
 
 // --- the page's own commands ------------------------------------------------------------------

@@ -4,7 +4,9 @@
 #include "objectpageview.h"
 #include "page/objectpage.h"
 #include "page/qosconnector.h"
+#include "qosconnectorview.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
@@ -28,8 +30,11 @@ QColor mix(const QColor& a, const QColor& b, double share)
 ObjectPane::ObjectPane(ObjectPageView* view) : QWidget(view), m_view(view)
 {
     setObjectName(QStringLiteral("ObjectPane"));
-    setFocusPolicy(Qt::ClickFocus);
+    // The page itself is where Tab enters it; from here Tab goes to the first box.
+    setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
+    // The lines drawn here light up under the mouse.
+    setMouseTracking(true);
     setAccessibleName(QStringLiteral("Seite"));
 }
 
@@ -81,17 +86,30 @@ void ObjectPane::paintEvent(QPaintEvent* event)
         p.setPen(mix(base, pal.color(QPalette::Highlight), 0.45));
         p.drawLine(pageRect.left(), classBottom, pageRect.right(), classBottom);
     }
+    m_view->paintDropTarget(p, exposed);
+    m_view->paintLines(p, exposed);
 }
 
 void ObjectPane::mousePressEvent(QMouseEvent* event)
 {
+    event->accept();
+    if (QoSConnector* line = m_view->connectorAt(event->position().toPoint())) {
+        m_view->pressLine(line);
+        return;
+    }
     // A click on the empty page clears the selection (the focus it takes does the rest).
     ObjectPage* page = m_view->page();
     if (QoSObject* selected = page->SelectedObject())
         selected->SetSelected(false);
     if (QoSConnector* line = page->SelectedConnector(); line && line->Selected())
         line->SetSelected(false);
-    event->accept();
+}
+
+void ObjectPane::mouseMoveEvent(QMouseEvent* event)
+{
+    if (QoSConnector* line = m_view->connectorAt(event->position().toPoint()))
+        m_view->hoverLine(line);
+    QWidget::mouseMoveEvent(event);
 }
 
 void ObjectPane::wheelEvent(QWheelEvent* event)
@@ -141,9 +159,46 @@ void ObjectPane::keyPressEvent(QKeyEvent* event)
 
 void ObjectPane::contextMenuEvent(QContextMenuEvent* event)
 {
+    if (event->reason() == QContextMenuEvent::Mouse)
+        if (QoSConnector* line = m_view->connectorAt(event->pos())) {
+            m_view->lineMenu(line, event->globalPos());
+            return;
+        }
     QMenu* menu = m_view->createPageMenu(this);
     connect(menu, &QMenu::aboutToHide, menu, &QObject::deleteLater);
     menu->popup(event->globalPos());
+}
+
+bool ObjectPane::focusNextPrevChild(bool next)
+{
+    // A selected line stands just before the box below it in the order of the picture.
+    QWidget* focus = QApplication::focusWidget();
+    if (auto* line = qobject_cast<QoSConnectorView*>(focus); line && line->parentWidget() == this) {
+        if (QoSObject* below = line->connector() ? line->connector()->BottomQosObject() : nullptr) {
+            if (next)
+                m_view->focusObject(below);
+            else
+                m_view->focusNextBox(below, false);
+            return true;
+        }
+    }
+    // Tab on the page itself; a box's own Tab is the box's business.
+    if (focus != this)
+        return QWidget::focusNextPrevChild(next);
+    if (next)
+        m_view->focusNextBox(nullptr, true);
+    else
+        m_view->leavePage(false);
+    return true;
+}
+
+void ObjectPane::focusInEvent(QFocusEvent* event)
+{
+    QWidget::focusInEvent(event);
+    // Shift+Tab from the widget after the page comes to the last box, as Tab from the widget
+    // before it comes to the page and then to the first box.
+    if (event->reason() == Qt::BacktabFocusReason)
+        m_view->focusNextBox(nullptr, false);
 }
 
 void ObjectPane::resizeEvent(QResizeEvent* event)

@@ -8,8 +8,8 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
-#include <QTimerEvent>
 
+#include <algorithm>
 #include <cmath>
 
 QoSConnectorView::QoSConnectorView(QoSConnector* connector, ObjectPageView* view, QWidget* parent)
@@ -17,113 +17,127 @@ QoSConnectorView::QoSConnectorView(QoSConnector* connector, ObjectPageView* view
 {
     setObjectName(connector->Name());
     setFocusPolicy(Qt::ClickFocus);
-    setMouseTracking(true);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);
     setAccessibleName(QStringLiteral("Verbindung"));
     if (QoSObject* bottom = connector->BottomQosObject())
         setAccessibleDescription(QStringLiteral("Verbindung zu ") +
                                  (bottom->Caption().isEmpty() ? bottom->Name() : bottom->Caption()));
-    connect(connector, &QoSConnector::selectedChanged, this, &QoSConnectorView::showSelected);
-    showSelected(connector->Selected());
 }
 
 void QoSConnectorView::detach()
 {
-    if (m_connector)
-        disconnect(m_connector, nullptr, this, nullptr);
     m_connector = nullptr;
 }
 
-QPoint QoSConnectorView::startPoint() const
+// --- look and reach of a line ------------------------------------------------------------------
+
+QPointF QoSConnectorView::markCentre(const QLineF& line, bool atStart)
 {
-    if (!m_connector)
-        return {};
-    return QPoint((m_connector->x1() - m_connector->Left()) / 15, (m_connector->y1() - m_connector->Top()) / 15);
+    const double length = line.length();
+    if (length <= 0)
+        return line.p1();
+    const double inset = std::min<double>(MarkInset, length / 2);
+    const QPointF step = (line.p2() - line.p1()) / length * inset;
+    return atStart ? line.p1() + step : line.p2() - step;
 }
 
-QPoint QoSConnectorView::endPoint() const
+double QoSConnectorView::distance(const QLineF& line, bool selected, const QPointF& point)
 {
-    if (!m_connector)
-        return {};
-    return QPoint((m_connector->x2() - m_connector->Left()) / 15, (m_connector->y2() - m_connector->Top()) / 15);
-}
-
-void QoSConnectorView::layoutFromConnector()
-{
-    updateMask();
-    update();
-}
-
-void QoSConnectorView::updateMask()
-{
-    // The band along the line that a click or the mouse can hit, with room for the end marks.
-    const QPointF a = startPoint();
-    const QPointF b = endPoint();
-    QRegion band(QRect(startPoint() - QPoint(4, 4), QSize(9, 9)));
-    band += QRect(endPoint() - QPoint(4, 4), QSize(9, 9));
-    const QPointF d = b - a;
-    const double length = std::hypot(d.x(), d.y());
-    if (length > 0) {
-        const QPointF n(-d.y() / length * 4, d.x() / length * 4);
-        band += QRegion(QPolygonF{a + n, b + n, b - n, a - n}.toPolygon());
+    const QPointF d = line.p2() - line.p1();
+    const double squared = QPointF::dotProduct(d, d);
+    double t = squared > 0 ? QPointF::dotProduct(point - line.p1(), d) / squared : 0;
+    t = std::clamp(t, 0.0, 1.0);
+    const QPointF nearest = line.p1() + d * t;
+    double best = std::hypot(point.x() - nearest.x(), point.y() - nearest.y());
+    if (selected) {
+        // A mark is hit anywhere on its square.
+        for (const bool atStart : {true, false}) {
+            const QPointF c = markCentre(line, atStart);
+            const double dx = std::max(0.0, std::abs(point.x() - c.x()) - MarkSize / 2.0);
+            const double dy = std::max(0.0, std::abs(point.y() - c.y()) - MarkSize / 2.0);
+            best = std::min(best, std::hypot(dx, dy));
+        }
     }
-    setMask(band);
+    return best;
 }
 
-void QoSConnectorView::paintEvent(QPaintEvent*)
+QLineF QoSConnectorView::clip(const QLineF& line, const QRectF& rect)
 {
-    if (!m_connector)
-        return;
-    QPainter p(this);
-    const bool selected = m_connector->Selected();
-    const QColor color = selected ? palette().color(QPalette::Highlight) : palette().color(QPalette::WindowText);
-    QPen pen(color, m_highlighted ? HighlightWidth : NormalWidth);
+    // Liang-Barsky: the part of the line between the parameters that stay inside.
+    const double dx = line.dx();
+    const double dy = line.dy();
+    double t0 = 0;
+    double t1 = 1;
+    const double p[4] = {-dx, dx, -dy, dy};
+    const double q[4] = {line.x1() - rect.left(), rect.right() - line.x1(), line.y1() - rect.top(),
+                         rect.bottom() - line.y1()};
+    for (int i = 0; i < 4; ++i) {
+        if (p[i] == 0) {
+            if (q[i] < 0)
+                return {};
+            continue;
+        }
+        const double t = q[i] / p[i];
+        if (p[i] < 0)
+            t0 = std::max(t0, t);
+        else
+            t1 = std::min(t1, t);
+        if (t0 > t1)
+            return {};
+    }
+    return QLineF(line.pointAt(t0), line.pointAt(t1));
+}
+
+namespace {
+
+QPen linePen(const QColor& color, int width)
+{
+    QPen pen(color, width);
     pen.setCapStyle(Qt::FlatCap);
-    p.setPen(pen);
-    // Half a pixel in, so that a line of even width lies on whole pixels.
-    const QPointF shift(0.5, 0);
-    p.drawLine(QPointF(startPoint()) + shift, QPointF(endPoint()) + shift);
+    return pen;
+}
+
+// Half a pixel in, so that a line of even width lies on whole pixels.
+QLineF onPixels(const QLine& line)
+{
+    return QLineF(line).translated(0.5, 0);
+}
+
+} // namespace
+
+void QoSConnectorView::paintLines(QPainter& painter, const QList<QLine>& lines, const QPalette& palette)
+{
+    if (lines.isEmpty())
+        return;
+    painter.setPen(linePen(palette.color(QPalette::WindowText), NormalWidth));
+    QList<QLineF> shifted;
+    shifted.reserve(lines.size());
+    for (const QLine& line : lines)
+        shifted << onPixels(line);
+    painter.drawLines(shifted);
+}
+
+void QoSConnectorView::paintLine(QPainter& painter, const QLine& line, bool selected, bool highlighted,
+                                 const QPalette& palette)
+{
+    const QColor color = selected ? palette.color(QPalette::Highlight) : palette.color(QPalette::WindowText);
+    painter.setPen(linePen(color, highlighted ? HighlightWidth : NormalWidth));
+    painter.drawLine(onPixels(line));
     if (selected) {
         // Shape1 and Shape2: the two end marks.
-        p.setPen(Qt::NoPen);
-        p.setBrush(color);
-        p.drawRect(QRect(startPoint() - QPoint(3, 3), QSize(7, 7)));
-        p.drawRect(QRect(endPoint() - QPoint(3, 3), QSize(7, 7)));
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        for (const bool atStart : {true, false}) {
+            const QPointF c = markCentre(line, atStart);
+            const QPoint corner(qRound(c.x() - MarkSize / 2.0), qRound(c.y() - MarkSize / 2.0));
+            painter.drawRect(QRect(corner, QSize(MarkSize, MarkSize)));
+        }
+        painter.setBrush(Qt::NoBrush);
     }
 }
 
-void QoSConnectorView::showSelected(bool selected)
-{
-    if (m_view)
-        m_view->stackLine(this, selected);
-    layoutFromConnector();
-}
-
-void QoSConnectorView::mouseMoveEvent(QMouseEvent*)
-{
-    if (m_highlighted)
-        return;
-    m_highlighted = true;
-    update();
-    m_timer1.start(HoverMilliseconds, this);
-}
-
-void QoSConnectorView::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() != m_timer1.timerId()) {
-        QWidget::timerEvent(event);
-        return;
-    }
-    m_timer1.stop();
-    m_highlighted = false;
-    update();
-}
-
-void QoSConnectorView::mousePressEvent(QMouseEvent* event)
-{
-    // The focus (given by the click) selects the line; the page below must not see the press.
-    event->accept();
-}
+// --- the selected line as a control ------------------------------------------------------------
 
 void QoSConnectorView::focusInEvent(QFocusEvent* event)
 {
@@ -138,7 +152,8 @@ void QoSConnectorView::focusOutEvent(QFocusEvent* event)
     // The line's own menu or another window leaves it selected.
     if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason)
         return;
-    if (m_connector && m_connector->Selected())
+    // Deselected, the line lets its view drop this widget.
+    if (m_connector)
         m_connector->SetSelected(false);
 }
 
@@ -191,11 +206,17 @@ QMenu* QoSConnectorView::createContextMenu(QWidget* parent)
     return menu;
 }
 
-void QoSConnectorView::contextMenuEvent(QContextMenuEvent* event)
+void QoSConnectorView::showContextMenu(const QPoint& globalPos)
 {
-    setFocus(Qt::MouseFocusReason);
     QWidget* host = m_view ? static_cast<QWidget*>(m_view) : this;
     QMenu* menu = createContextMenu(host);
     connect(menu, &QMenu::aboutToHide, menu, &QObject::deleteLater);
-    menu->popup(event->globalPos());
+    menu->popup(globalPos);
+}
+
+void QoSConnectorView::contextMenuEvent(QContextMenuEvent* event)
+{
+    // The menu key while the line has the focus.
+    setFocus(Qt::MouseFocusReason);
+    showContextMenu(event->globalPos());
 }
