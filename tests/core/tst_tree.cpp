@@ -451,6 +451,17 @@ private slots:
             << "C S1 S2" << "C1" << 0 << 2 << "swap C3" << "" << "C1@0,0 C2@0,1 C3@0,2" << "3 1 0";
         QTest::newRow("sub class on its own child swaps them")
             << "C S1 S2" << "C2" << 0 << 2 << "swap C3" << "" << "C1@0,0 C2@0,1 C3@0,2" << "0 3 0";
+        // No drop makes the tree deeper than four class levels.
+        QTest::newRow("main class with a sub class on a class of the fourth level")
+            << "C S1 S2 S3 C S5" << "C5" << 0 << 3 << "refused" << "Anhängen nicht möglich. Keine weitere Ebene möglich."
+            << "C1@0,0 C2@0,1 C3@0,2 C4@0,3 C5@1,0 C6@1,1" << "0 1 2 3 0 5";
+        QTest::newRow("main class with a sub class on a class of the third level")
+            << "C S1 S2 C S4" << "C4" << 0 << 2 << "refused" << "Anhängen nicht möglich. Keine weitere Ebene möglich."
+            << "C1@0,0 C2@0,1 C3@0,2 C4@1,0 C5@1,1" << "0 1 2 0 4";
+        QTest::newRow("main class alone on a class of the third level")
+            << "C S1 S2 C" << "C4" << 0 << 2 << "link C3" << "" << "C1@0,0 C2@0,1 C3@0,2 C4@1,0" << "0 1 2 3";
+        QTest::newRow("main class on its great-grandchild swaps them within four levels")
+            << "C S1 S2 S3" << "C1" << 0 << 3 << "swap C4" << "" << "C1@0,0 C2@0,1 C3@0,2 C4@0,3" << "4 1 2 0";
         // A class in a filter row could not be read back from the file.
         QTest::newRow("class into a filter row")
             << "C C" << "C2" << 3 << 4 << "refused"

@@ -3,6 +3,7 @@
 #include "document/numbers.h"
 #include "page/objectpage.h"
 #include "qosclass.h"
+#include "treedepth.h"
 
 namespace {
 
@@ -32,7 +33,7 @@ bool fits16(int n)
 constexpr Refusal Refusals[] = {
     // Classes stand in the rows of the four class levels; a file with a class below them
     // could not be read back.
-    {[](const Drop& d) { return d.plan.outcome == Outcome::Move && d.draggedClass && d.plan.y >= 4; },
+    {[](const Drop& d) { return d.plan.outcome == Outcome::Move && d.draggedClass && d.plan.y >= TreeDepth::ClassLevels; },
      u"Verschieben nicht möglich. Keine weitere Ebene möglich."},
     // A box's column and row are 16-bit.
     {[](const Drop& d) { return d.plan.outcome == Outcome::Move && !(fits16(d.plan.x) && fits16(d.plan.y)); },
@@ -51,6 +52,13 @@ constexpr Refusal Refusals[] = {
                 d.foundClass->HasFilters();
      },
      u"Anhängen nicht möglich. Klasse hat untergeordnete Filter."},
+    // No drop makes the tree deeper than four class levels, counted from the main class of
+    // the moved branch.
+    {[](const Drop& d) {
+         return d.plan.outcome == Outcome::Link && d.draggedClass && d.foundClass &&
+                !TreeDepth::FitsUnder(*d.draggedClass, *d.foundClass);
+     },
+     u"Anhängen nicht möglich. Keine weitere Ebene möglich."},
 };
 
 // Whether `ancestor` is `c` itself or stands above it. Walks up the parents, which is as

@@ -269,7 +269,7 @@ QoSObject::DropResult QoSObject::MoveObject(double left, double top)
     }
     result.message = plan.message;
     if (!result.message.isEmpty())
-        m_document->prompt().Message(result.message);
+        m_document->prompt().Message(result.message, UserPrompt::Icon::Warning);
     if (plan.hasCell) {
         ShowConnectors(true);
         PaintLines();
