@@ -202,6 +202,32 @@ private slots:
         QCOMPARE(shown.pixelColor(middle), f.view->palette().color(QPalette::WindowText));
     }
 
+    // A file read while the page is shown: every line in sight is drawn, also those of a class
+    // whose filters' lines lie on each other.
+    void linesOfAFileReadWhileShown()
+    {
+        PageViewFixture f;
+        f.view->resize(590, 470); // the right column of boxes half out of sight
+        f.settle();
+        QFile sample(QStringLiteral(TARNWICK_SAMPLES "/home-router.qos.txt"));
+        QVERIFY(sample.open(QIODevice::ReadOnly));
+        QVERIFY(ImportQoSBytes(f.doc, sample.readAll()).complete);
+        f.settle();
+        const QImage shown = f.view->pane()->grab().toImage();
+        int checked = 0;
+        for (QoSObject* o : f.page->ContainedObjects()) {
+            if (!o->LineTop())
+                continue;
+            const QLine line = f.view->lineOnPane(o->LineTop()->Name());
+            const QPoint below = line.p1() + QPoint(0, 4); // in the gap under the parent
+            if (!f.view->pane()->rect().contains(below))
+                continue;
+            QCOMPARE(shown.pixelColor(below * shown.devicePixelRatio()), f.view->palette().color(QPalette::WindowText));
+            ++checked;
+        }
+        QVERIFY(checked >= 3);
+    }
+
     // Two filters of one class: the line of the second runs down behind the first.
     void whatAClickHits_data()
     {
