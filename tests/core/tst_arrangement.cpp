@@ -75,7 +75,7 @@ private slots:
     void newFilterNeverHidesAnother_data()
     {
         QTest::addColumn<QString>("script");
-        QTest::addColumn<int>("moved");   // filter number dragged to row movedTo
+        QTest::addColumn<int>("moved"); // filter number dragged to row movedTo
         QTest::addColumn<int>("movedTo");
         QTest::addColumn<QString>("cell");
         QTest::addColumn<QString>("size");

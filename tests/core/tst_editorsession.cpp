@@ -67,7 +67,7 @@ private slots:
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<bool>("modified");
-        QTest::addColumn<int>("answer");   // to the save question
+        QTest::addColumn<int>("answer");     // to the save question
         QTest::addColumn<QString>("saveTo"); // "" cancels the save dialog, "dir" names a folder
         QTest::addColumn<QStringList>("asked");
         QTest::addColumn<QString>("status");

@@ -239,7 +239,9 @@ private slots:
         QTest::newRow("port list of more than 65536 entries") << "ports 1-100000"
                                                               << "65536";
         QTest::newRow("class below row 3") << "class row 5" << "Zeile 5";
-        QTest::newRow("a caption with a percent sign is named as it is") << "class row 5 50%1" << "\"50%1\" in Zelle 0,5 der Seite Down steht in Zeile 5";
+        QTest::newRow("a caption with a percent sign is named as it is")
+            << "class row 5 50%1"
+            << "\"50%1\" in Zelle 0,5 der Seite Down steht in Zeile 5";
         QTest::newRow("filter without class") << "cut filter" << "an keiner Klasse";
         QTest::newRow("quote in a caption") << "caption Bob's" << "Hochkomma";
         QTest::newRow("line break in a priority") << "prio 1\n2" << "Zeilenumbruch";

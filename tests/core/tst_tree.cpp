@@ -430,44 +430,93 @@ private slots:
         QTest::addColumn<QString>("layout");
         QTest::addColumn<QString>("parents"); // QoSParent / QoSClass of every object
 
-        QTest::newRow("free cell moves the box")
-            << "C C" << "C2" << 4 << 2 << "move 4,2" << "" << "C1@0,0 C2@4,2" << "0 0";
-        QTest::newRow("onto itself nothing happens") << "C" << "C1" << 0 << 0 << "stay" << "" << "C1@0,0" << "0";
-        QTest::newRow("filter on filter") << "C F1 F1" << "F1" << 0 << 5 << "refused"
-                                          << "Anhängen nicht möglich! TODO" << "C1@0,0 F1@0,4 F2@0,5" << "0 1 1";
-        QTest::newRow("class on filter does nothing")
-            << "C C F1" << "C2" << 0 << 4 << "refused" << "" << "C1@0,0 C2@1,0 F1@0,4" << "0 0 1";
+        QTest::newRow("free cell moves the box") << "C C"
+                                                 << "C2" << 4 << 2 << "move 4,2"
+                                                 << ""
+                                                 << "C1@0,0 C2@4,2"
+                                                 << "0 0";
+        QTest::newRow("onto itself nothing happens") << "C"
+                                                     << "C1" << 0 << 0 << "stay"
+                                                     << ""
+                                                     << "C1@0,0"
+                                                     << "0";
+        QTest::newRow("filter on filter") << "C F1 F1"
+                                          << "F1" << 0 << 5 << "refused"
+                                          << "Anhängen nicht möglich! TODO"
+                                          << "C1@0,0 F1@0,4 F2@0,5"
+                                          << "0 1 1";
+        QTest::newRow("class on filter does nothing") << "C C F1"
+                                                      << "C2" << 0 << 4 << "refused"
+                                                      << ""
+                                                      << "C1@0,0 C2@1,0 F1@0,4"
+                                                      << "0 0 1";
         QTest::newRow("filter on class with sub classes")
-            << "C S1 C F3" << "F1" << 0 << 0 << "refused" << "Anhängen nicht möglich! Klasse hat Unterklassen."
-            << "C1@0,0 C2@0,1 C3@1,0 F1@1,4" << "0 1 0 3";
+            << "C S1 C F3"
+            << "F1" << 0 << 0 << "refused"
+            << "Anhängen nicht möglich! Klasse hat Unterklassen."
+            << "C1@0,0 C2@0,1 C3@1,0 F1@1,4"
+            << "0 1 0 3";
         QTest::newRow("class on class with filters")
-            << "C F1 C" << "C2" << 0 << 0 << "refused"
-            << "Anhängen nicht möglich. Klasse hat untergeordnete Filter." << "C1@0,0 F1@0,4 C2@1,0" << "0 1 0";
-        QTest::newRow("filter moves to another class")
-            << "C F1 C" << "F1" << 1 << 0 << "link C2" << "" << "C1@0,0 F1@0,4 C2@1,0" << "0 2 0";
-        QTest::newRow("class hangs under another class")
-            << "C C S2" << "C1" << 1 << 1 << "link C3" << "" << "C1@0,0 C2@1,0 C3@1,1" << "3 0 2";
-        QTest::newRow("main class on its grandchild swaps them")
-            << "C S1 S2" << "C1" << 0 << 2 << "swap C3" << "" << "C1@0,0 C2@0,1 C3@0,2" << "3 1 0";
-        QTest::newRow("sub class on its own child swaps them")
-            << "C S1 S2" << "C2" << 0 << 2 << "swap C3" << "" << "C1@0,0 C2@0,1 C3@0,2" << "0 3 0";
+            << "C F1 C"
+            << "C2" << 0 << 0 << "refused"
+            << "Anhängen nicht möglich. Klasse hat untergeordnete Filter."
+            << "C1@0,0 F1@0,4 C2@1,0"
+            << "0 1 0";
+        QTest::newRow("filter moves to another class") << "C F1 C"
+                                                       << "F1" << 1 << 0 << "link C2"
+                                                       << ""
+                                                       << "C1@0,0 F1@0,4 C2@1,0"
+                                                       << "0 2 0";
+        QTest::newRow("class hangs under another class") << "C C S2"
+                                                         << "C1" << 1 << 1 << "link C3"
+                                                         << ""
+                                                         << "C1@0,0 C2@1,0 C3@1,1"
+                                                         << "3 0 2";
+        QTest::newRow("main class on its grandchild swaps them") << "C S1 S2"
+                                                                 << "C1" << 0 << 2 << "swap C3"
+                                                                 << ""
+                                                                 << "C1@0,0 C2@0,1 C3@0,2"
+                                                                 << "3 1 0";
+        QTest::newRow("sub class on its own child swaps them") << "C S1 S2"
+                                                               << "C2" << 0 << 2 << "swap C3"
+                                                               << ""
+                                                               << "C1@0,0 C2@0,1 C3@0,2"
+                                                               << "0 3 0";
         // No drop makes the tree deeper than four class levels.
         QTest::newRow("main class with a sub class on a class of the fourth level")
-            << "C S1 S2 S3 C S5" << "C5" << 0 << 3 << "refused" << "Anhängen nicht möglich. Keine weitere Ebene möglich."
-            << "C1@0,0 C2@0,1 C3@0,2 C4@0,3 C5@1,0 C6@1,1" << "0 1 2 3 0 5";
+            << "C S1 S2 S3 C S5"
+            << "C5" << 0 << 3 << "refused"
+            << "Anhängen nicht möglich. Keine weitere Ebene möglich."
+            << "C1@0,0 C2@0,1 C3@0,2 C4@0,3 C5@1,0 C6@1,1"
+            << "0 1 2 3 0 5";
         QTest::newRow("main class with a sub class on a class of the third level")
-            << "C S1 S2 C S4" << "C4" << 0 << 2 << "refused" << "Anhängen nicht möglich. Keine weitere Ebene möglich."
-            << "C1@0,0 C2@0,1 C3@0,2 C4@1,0 C5@1,1" << "0 1 2 0 4";
-        QTest::newRow("main class alone on a class of the third level")
-            << "C S1 S2 C" << "C4" << 0 << 2 << "link C3" << "" << "C1@0,0 C2@0,1 C3@0,2 C4@1,0" << "0 1 2 3";
+            << "C S1 S2 C S4"
+            << "C4" << 0 << 2 << "refused"
+            << "Anhängen nicht möglich. Keine weitere Ebene möglich."
+            << "C1@0,0 C2@0,1 C3@0,2 C4@1,0 C5@1,1"
+            << "0 1 2 0 4";
+        QTest::newRow("main class alone on a class of the third level") << "C S1 S2 C"
+                                                                        << "C4" << 0 << 2 << "link C3"
+                                                                        << ""
+                                                                        << "C1@0,0 C2@0,1 C3@0,2 C4@1,0"
+                                                                        << "0 1 2 3";
         QTest::newRow("main class on its great-grandchild swaps them within four levels")
-            << "C S1 S2 S3" << "C1" << 0 << 3 << "swap C4" << "" << "C1@0,0 C2@0,1 C3@0,2 C4@0,3" << "4 1 2 0";
+            << "C S1 S2 S3"
+            << "C1" << 0 << 3 << "swap C4"
+            << ""
+            << "C1@0,0 C2@0,1 C3@0,2 C4@0,3"
+            << "4 1 2 0";
         // A class in a filter row could not be read back from the file.
-        QTest::newRow("class into a filter row")
-            << "C C" << "C2" << 3 << 4 << "refused"
-            << "Verschieben nicht möglich. Keine weitere Ebene möglich." << "C1@0,0 C2@1,0" << "0 0";
-        QTest::newRow("filter into a class row")
-            << "C F1" << "F1" << 2 << 1 << "move 2,1" << "" << "C1@0,0 F1@2,1" << "0 1";
+        QTest::newRow("class into a filter row") << "C C"
+                                                 << "C2" << 3 << 4 << "refused"
+                                                 << "Verschieben nicht möglich. Keine weitere Ebene möglich."
+                                                 << "C1@0,0 C2@1,0"
+                                                 << "0 0";
+        QTest::newRow("filter into a class row") << "C F1"
+                                                 << "F1" << 2 << 1 << "move 2,1"
+                                                 << ""
+                                                 << "C1@0,0 F1@2,1"
+                                                 << "0 1";
     }
     void drop()
     {
@@ -482,10 +531,7 @@ private slots:
         ScriptedPrompt prompt;
         Document doc(&prompt);
         PageScript::run(doc.Down1(), script);
-        QoSObject* box = nullptr;
-        for (QoSObject* o : doc.Objects())
-            if (PageScript::shortName(o) == dragged)
-                box = o;
+        QoSObject* box = PageScript::byShortName(doc, dragged);
         QVERIFY(box);
         const ObjectPageProperties& p = doc.Down1()->prop();
         // The top-left corner decides: let go just inside the target cell's top-left corner,
@@ -562,20 +608,15 @@ private slots:
         ScriptedPrompt prompt;
         Document doc(&prompt);
         PageScript::run(doc.Down1(), script);
-        QoSObject* parent = nullptr;
-        QoSObject* child = nullptr;
-        for (QoSObject* o : doc.Objects()) {
-            if (PageScript::shortName(o) == plugOf)
-                parent = o;
-            if (PageScript::shortName(o) == onto)
-                child = o;
-        }
+        QoSObject* parent = PageScript::byShortName(doc, plugOf);
+        QoSObject* child = PageScript::byShortName(doc, onto);
         QVERIFY(parent && child);
         const QString before = PageScript::layout(doc.Down1());
         QTEST(child->LinkByPlug(parent->Name()), "linked");
         QFETCH(bool, told);
         QCOMPARE(prompt.messages(),
-                 told ? QStringList{QStringLiteral("Anhängen nicht möglich. Keine weitere Ebene möglich.")} : QStringList());
+                 told ? QStringList{QStringLiteral("Anhängen nicht möglich. Keine weitere Ebene möglich.")}
+                      : QStringList());
         if (told)
             QCOMPARE(prompt.log.last().icon, UserPrompt::Icon::Warning);
         QCOMPARE(PageScript::layout(doc.Down1()), before);

@@ -59,7 +59,8 @@ private slots:
         QTest::addColumn<QString>("caption");
         QTest::addColumn<QString>("written");
         QTest::addColumn<QString>("pasted");
-        const QString written = QStringLiteral("Die Klasse \"%1\" in Zelle 0,0 der Seite Down: der Titel \"%1\" %2");
+        const QString written =
+            QStringLiteral("Die Klasse \"%1\" in Zelle 0,0 der Seite Down: der Titel \"%1\" %2");
         const QString pasted = QStringLiteral("Der Text wird nicht eingefügt: er %1");
         const QString quote =
             QStringLiteral("enthält ein Hochkomma ('); so lässt sich der Wert nicht in qos.txt schreiben.");
@@ -81,8 +82,8 @@ private slots:
         ScriptedPrompt prompt;
         Document doc(&prompt);
         int idx = 0;
-        doc.Down1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"), QStringLiteral("0"),
-                              idx, false, caption);
+        doc.Down1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
+                              QStringLiteral("0"), idx, false, caption);
         try {
             ExportQoSBytes(doc);
             QFAIL("written");
@@ -102,7 +103,8 @@ private slots:
             QFAIL("written");
         } catch (const QoSError& e) {
             QCOMPARE(e.message(),
-                     QStringLiteral("Allgemein: die Beschreibung enthält das Zeichen \"→\", das qos.txt nicht kennt."));
+                     QStringLiteral(
+                         "Allgemein: die Beschreibung enthält das Zeichen \"→\", das qos.txt nicht kennt."));
         }
         QCOMPARE(WritableValue::PasteRefusal(u"Büro's\r\nNetz", Place::Comment), QString());
     }

@@ -44,6 +44,15 @@ inline void run(ObjectPage* page, const QString& script)
     }
 }
 
+// The box of a short name ("C3", "F1") as layouts write it.
+inline QoSObject* byShortName(Document& doc, const QString& name)
+{
+    for (QoSObject* o : doc.Objects())
+        if (shortName(o) == name)
+            return o;
+    return nullptr;
+}
+
 inline QString layout(const ObjectPage* page)
 {
     QStringList out;

@@ -98,7 +98,8 @@ private slots:
         QoSObjectBox* box = f.box(f.cls(1));
         TittleBar* title = box->titleBar();
         QString shown;
-        for (QWidget* w = box->childAt(title->geometry().center()); w && shown.isEmpty(); w = w->parentWidget())
+        for (QWidget* w = box->childAt(title->geometry().center()); w && shown.isEmpty();
+             w = w->parentWidget())
             shown = w->toolTip();
         QCOMPARE(shown, tip ? caption : QString());
     }
@@ -333,7 +334,8 @@ private slots:
         for (const char* name : {"txtMin", "txtMax"}) {
             QWidget* bandwidth = child<QWidget>(box, name);
             QVERIFY(bandwidth->sizeHint().width() <= bandwidth->width());
-            const QRect lock = child<QCheckBox>(bandwidth, "chkLocked")->geometry().translated(bandwidth->pos());
+            const QRect lock =
+                child<QCheckBox>(bandwidth, "chkLocked")->geometry().translated(bandwidth->pos());
             QVERIFY(lock.right() < child<QToolButton>(box, "cmdCheck")->x());
         }
     }

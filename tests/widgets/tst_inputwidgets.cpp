@@ -183,7 +183,8 @@ private slots:
         QCOMPARE(QApplication::activePopupWidget(), child<QMenu>(&w, "mnuUnits"));
         child<QMenu>(&w, "mnuUnits")->close();
         // A context-menu event of the keyboard, as some desktops send one, opens it too.
-        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, unit->rect().center(), unit->mapToGlobal(unit->rect().center()));
+        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, unit->rect().center(),
+                                  unit->mapToGlobal(unit->rect().center()));
         QApplication::sendEvent(unit, &menuKey);
         QVERIFY(menuKey.isAccepted());
         QCOMPARE(QApplication::activePopupWidget(), child<QMenu>(&w, "mnuUnits"));
@@ -439,8 +440,7 @@ private slots:
                     (qstrcmp(c.box, "txtType") == 0 && r == "menu"))
                     continue;
                 QTest::addRow("%s %s: %s", c.box, c.refused ? "refused" : "taken", route)
-                    << c.widget << c.box << route << QString::fromUtf8(c.text)
-                    << c.value << c.refused;
+                    << c.widget << c.box << route << QString::fromUtf8(c.text) << c.value << c.refused;
             }
         }
     }
@@ -489,7 +489,8 @@ private slots:
         QClipboard* clipboard = QApplication::clipboard();
         if (route == u"menu") {
             clipboard->setText(text);
-            QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, edit->rect().center(), edit->mapToGlobal(edit->rect().center()));
+            QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, edit->rect().center(),
+                                      edit->mapToGlobal(edit->rect().center()));
             QApplication::sendEvent(edit, &menuKey);
             auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
             QVERIFY(menu);

@@ -402,7 +402,9 @@ private slots:
         QVERIFY(target->isEnabled());
         QCOMPARE(e.doc().Down1()->SelectedClass(), c);
         QCOMPARE(e.w->calculator().CurrentClass(), c);
-        QVERIFY(e.child<QLabel>("lblClass")->text().contains(c->Caption().isEmpty() ? QStringLiteral("(ohne Titel)") : c->Caption()));
+        QVERIFY(e.child<QLabel>("lblClass")
+                    ->text()
+                    .contains(c->Caption().isEmpty() ? QStringLiteral("(ohne Titel)") : c->Caption()));
     }
 
     void corruptSettingsAreIgnored()
@@ -441,7 +443,8 @@ private slots:
              QStringLiteral("Keine gültige IP!"), QString()},
             {"port out of range", QStringLiteral("txtPort"), QStringLiteral("70000"),
              QStringLiteral("Nur werte von 0 bis 65535 sind erlaubt!"), QString()},
-            {"21 ports", QStringLiteral("txtPort"), ports.join(u','), QString(), QStringLiteral("Zuviele Ports")},
+            {"21 ports", QStringLiteral("txtPort"), ports.join(u','), QString(),
+             QStringLiteral("Zuviele Ports")},
         };
         for (const auto& f : fields)
             for (const char* way : {"tab Allgemein", "tab Up", "optUp", "Ctrl+Tab"})

@@ -222,7 +222,8 @@ private slots:
             const QPoint below = line.p1() + QPoint(0, 4); // in the gap under the parent
             if (!f.view->pane()->rect().contains(below))
                 continue;
-            QCOMPARE(shown.pixelColor(below * shown.devicePixelRatio()), f.view->palette().color(QPalette::WindowText));
+            QCOMPARE(shown.pixelColor(below * shown.devicePixelRatio()),
+                     f.view->palette().color(QPalette::WindowText));
             ++checked;
         }
         QVERIFY(checked >= 3);

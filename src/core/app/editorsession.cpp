@@ -103,7 +103,8 @@ bool EditorSession::readFile(const QString& path, QByteArray& bytes)
         QStringList files = m_recentFiles;
         files.removeAll(path);
         SetRecentFiles(files); // a file that is gone is no longer offered
-        error = QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden.").arg(QDir::toNativeSeparators(path));
+        error =
+            QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden.").arg(QDir::toNativeSeparators(path));
     }
     m_document.prompt().Message(error, UserPrompt::Icon::Warning);
     m_document.SetStatusText(QStringLiteral("Datei nicht geöffnet."));

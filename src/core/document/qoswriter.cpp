@@ -195,9 +195,10 @@ void checkClass(const QoSClass& c)
     const auto owner = [&c] { return describe(c); };
     // A class below row 3 would be refused when the file is read again.
     if (c.MatrixY() >= 4)
-        throw unwritable(QStringLiteral("%1 steht in Zeile %2; Klassen stehen in den Zeilen 0 bis 3, sonst lässt sich "
-                                        "die Datei nicht wieder vollständig lesen.")
-                             .arg(owner(), QString::number(c.MatrixY())));
+        throw unwritable(
+            QStringLiteral("%1 steht in Zeile %2; Klassen stehen in den Zeilen 0 bis 3, sonst lässt sich "
+                           "die Datei nicht wieder vollständig lesen.")
+                .arg(owner(), QString::number(c.MatrixY())));
     checkValue(c.Caption(), owner, u"der Titel");
     checkValue(c.QoSMinBandWidth(), owner, u"das Minimum");
     checkValue(c.QoSMaxBandWidth(), owner, u"das Maximum");
@@ -274,12 +275,13 @@ public:
             // One entry per port of the list; a single port keeps the plain form.
             e.entries = f->PortInput()->count();
             if (!f->PortInput()->CountFits() || e.entries > maxEntriesPerFilter)
-                throw QoSError(QoSError::Kind::Overflow,
-                               QStringLiteral("Der Filter \"%1\" mit den Ports '%2' steht für mehr als %3 "
-                                              "Einträge; er wird nicht geschrieben.")
-                                   .arg(f->Caption(),
-                                        f->QoSPort().size() > 60 ? f->QoSPort().left(60) + u'…' : f->QoSPort(),
-                                        QString::number(maxEntriesPerFilter)));
+                throw QoSError(
+                    QoSError::Kind::Overflow,
+                    QStringLiteral("Der Filter \"%1\" mit den Ports '%2' steht für mehr als %3 "
+                                   "Einträge; er wird nicht geschrieben.")
+                        .arg(f->Caption(),
+                             f->QoSPort().size() > 60 ? f->QoSPort().left(60) + u'…' : f->QoSPort(),
+                             QString::number(maxEntriesPerFilter)));
             // Entries are numbered without a 16-bit limit, so that every file that reads can be
             // written again; the filter's own 16-bit number keeps it only where it fits.
             e.first = filters + 1;

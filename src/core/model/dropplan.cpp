@@ -33,7 +33,9 @@ bool fits16(int n)
 constexpr Refusal Refusals[] = {
     // Classes stand in the rows of the four class levels; a file with a class below them
     // could not be read back.
-    {[](const Drop& d) { return d.plan.outcome == Outcome::Move && d.draggedClass && d.plan.y >= TreeDepth::ClassLevels; },
+    {[](const Drop& d) {
+         return d.plan.outcome == Outcome::Move && d.draggedClass && d.plan.y >= TreeDepth::ClassLevels;
+     },
      u"Verschieben nicht möglich. Keine weitere Ebene möglich."},
     // A box's column and row are 16-bit.
     {[](const Drop& d) { return d.plan.outcome == Outcome::Move && !(fits16(d.plan.x) && fits16(d.plan.y)); },

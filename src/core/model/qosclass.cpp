@@ -187,7 +187,8 @@ int QoSClass::SubtreeDepth(const QoSClass* without) const
             if (!c->HasChildClasses())
                 continue;
             for (QoSObject* child : c->ChildQoSObjects())
-                if (auto* sub = qobject_cast<const QoSClass*>(child); sub && sub != without && !seen.contains(sub)) {
+                if (auto* sub = qobject_cast<const QoSClass*>(child);
+                    sub && sub != without && !seen.contains(sub)) {
                     seen.insert(sub);
                     next << sub;
                 }

@@ -580,7 +580,8 @@ void frmMain::configurePageTools()
         QAction* shown = newObject ? m_tbrPage->actions().value(0) : a;
         // The drop-down button carries the text of its last choice: named by what it is, so that
         // no entry of the list reads like another.
-        auto* box = new QCheckBox(newObject ? QStringLiteral("Neues Objekt (mit Auswahlmenü)") : a->text(), &dialog);
+        auto* box =
+            new QCheckBox(newObject ? QStringLiteral("Neues Objekt (mit Auswahlmenü)") : a->text(), &dialog);
         box->setIcon(a->icon());
         box->setChecked(shown->isVisible());
         layout->addWidget(box);

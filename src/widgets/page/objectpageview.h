@@ -186,7 +186,7 @@ private:
     QoSObjectBox* makeBox(QoSObject* object);
     void retireBox(BoxRecord* record);
     bool isPinned(QWidget* widget) const;
-    QRect boxRect(const QoSObject* object) const;       // page pixels
+    QRect boxRect(const QoSObject* object) const;         // page pixels
     QRect visibleRect() const;                            // page pixels
     QRect makeArea() const;
     QRect keepArea() const;
@@ -203,7 +203,7 @@ private:
     QHash<QString, BoxRecord*> m_boxes;
     PageLines* m_lines;
     SpatialIndex<BoxRecord*> m_boxIndex;
-    QSet<BoxRecord*> m_realized;    // the records that have a widget
+    QSet<BoxRecord*> m_realized; // the records that have a widget
     QHash<QString, int> m_typePositions;
     QSet<QWidget*> m_pinned;
     QRect m_dropRect;
