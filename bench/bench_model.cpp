@@ -1,8 +1,8 @@
 // Building trees through the page's own commands, with automatic arrangement.
 //   flat:     N main classes on the down page, 4 filters each
 //   per-host: one main class, N sub classes below it (one per host), 4 filters each
-#include "document/document.h"
-#include "page/objectpage.h"
+#include "model/document.h"
+#include "model/objectpage.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,12 +1,12 @@
 #include "importloop.h"
 #include "nesteddocument.h"
 
-#include "document/document.h"
-#include "document/qosfiletable.h"
-#include "document/qosreader.h"
-#include "document/qoswriter.h"
-#include "document/scriptedprompt.h"
-#include "document/windows1252.h"
+#include "model/document.h"
+#include "file/qosfiletable.h"
+#include "file/qosreader.h"
+#include "file/qoswriter.h"
+#include "base/scriptedprompt.h"
+#include "base/windows1252.h"
 
 #include <benchmark/benchmark.h>
 

@@ -18,14 +18,14 @@
 //   BM_OpenShown/...:  reading those files while the page is on screen, up to its picture
 //   BM_ScrollStep/...: one page-width step right, or one page-height step down, from the
 //                      top-left corner of those pages, painted
-#include "document/document.h"
-#include "document/qosreader.h"
-#include "document/qoswriter.h"
-#include "document/scriptedprompt.h"
+#include "model/document.h"
+#include "file/qosreader.h"
+#include "file/qoswriter.h"
+#include "base/scriptedprompt.h"
 #include "model/qosclass.h"
 #include "model/qosobjectbox.h"
 #include "page/moveobject.h"
-#include "page/objectpage.h"
+#include "model/objectpage.h"
 #include "page/objectpageview.h"
 #include "page/objectpane.h"
 #include "page/pagerenderer.h"

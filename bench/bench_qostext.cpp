@@ -1,11 +1,11 @@
-#include "document/document.h"
-#include "document/qosreader.h"
-#include "document/qoswriter.h"
-#include "document/scriptedprompt.h"
-#include "document/windows1252.h"
+#include "model/document.h"
+#include "file/qosreader.h"
+#include "file/qoswriter.h"
+#include "base/scriptedprompt.h"
+#include "base/windows1252.h"
 #include "importloop.h"
 #include "model/qosclass.h"
-#include "page/objectpage.h"
+#include "model/objectpage.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "document/document.h"
-#include "document/qosreader.h"
-#include "document/qoswriter.h"
-#include "document/scriptedprompt.h"
+#include "model/document.h"
+#include "file/qosreader.h"
+#include "file/qoswriter.h"
+#include "base/scriptedprompt.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,9 +1,9 @@
-#include "document/document.h"
-#include "document/qoserror.h"
-#include "document/qosreader.h"
-#include "document/qoswriter.h"
-#include "document/scriptedprompt.h"
-#include "page/objectpage.h"
+#include "model/document.h"
+#include "base/qoserror.h"
+#include "file/qosreader.h"
+#include "file/qoswriter.h"
+#include "base/scriptedprompt.h"
+#include "model/objectpage.h"
 
 #include <QByteArray>
 #include <QtGlobal>

@@ -1,9 +1,9 @@
 #include "checkreport.h"
 
 #include "clisession.h"
-#include "document/numbers.h"
-#include "document/qoscommon.h"
-#include "document/qoserror.h"
+#include "base/numbers.h"
+#include "model/qoscommon.h"
+#include "base/qoserror.h"
 #include "inputs/bandwidthfield.h"
 #include "inputs/ipfield.h"
 #include "inputs/portfield.h"
@@ -11,7 +11,7 @@
 #include "model/qosfilter.h"
 #include "model/treedepth.h"
 #include "model/validationpass.h"
-#include "page/objectpage.h"
+#include "model/objectpage.h"
 
 #include <functional>
 #include <optional>

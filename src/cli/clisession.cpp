@@ -1,11 +1,11 @@
 #include "clisession.h"
 
-#include "document/qoscommon.h"
-#include "document/qoserror.h"
-#include "document/qosreader.h"
+#include "model/qoscommon.h"
+#include "base/qoserror.h"
+#include "file/qosreader.h"
 #include "model/qosclass.h"
 #include "model/validationpass.h"
-#include "page/objectpage.h"
+#include "model/objectpage.h"
 
 
 CliSession::CliSession() : m_document(&m_prompt)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "document/document.h"
-#include "document/qosreader.h"
-#include "document/scriptedprompt.h"
+#include "model/document.h"
+#include "file/qosreader.h"
+#include "base/scriptedprompt.h"
 
 #include <QByteArray>
 #include <QString>

@@ -2,8 +2,8 @@
 #include "clisession.h"
 #include "jsonreport.h"
 
-#include "document/qoserror.h"
-#include "document/qoswriter.h"
+#include "base/qoserror.h"
+#include "file/qoswriter.h"
 
 #include <QCoreApplication>
 #include <QFile>

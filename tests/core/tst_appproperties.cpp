@@ -1,7 +1,7 @@
 #include "app/appproperties.h"
-#include "document/document.h"
-#include "document/qoscommon.h"
-#include "page/objectpage.h"
+#include "model/document.h"
+#include "model/qoscommon.h"
+#include "model/objectpage.h"
 #include "pagescript.h"
 
 #include <QFile>

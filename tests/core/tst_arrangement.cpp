@@ -1,7 +1,7 @@
-#include "document/document.h"
-#include "document/scriptedprompt.h"
-#include "page/objectpage.h"
-#include "page/qosconnector.h"
+#include "model/document.h"
+#include "base/scriptedprompt.h"
+#include "model/objectpage.h"
+#include "model/qosconnector.h"
 #include "pagescript.h"
 
 #include <QRandomGenerator>

@@ -1,5 +1,5 @@
-#include "document/qoserror.h"
-#include "document/scriptedprompt.h"
+#include "base/qoserror.h"
+#include "base/scriptedprompt.h"
 #include "inputs/bandwidthfield.h"
 
 #include <QSignalSpy>

@@ -1,8 +1,8 @@
-#include "document/document.h"
-#include "document/qoscommon.h"
+#include "model/document.h"
+#include "model/qoscommon.h"
 #include "model/classcalculator.h"
 #include "model/qosclass.h"
-#include "page/objectpage.h"
+#include "model/objectpage.h"
 #include "pagescript.h"
 
 #include <QTest>

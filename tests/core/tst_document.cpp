@@ -1,9 +1,9 @@
-#include "document/document.h"
-#include "document/qosclassesfilter.h"
-#include "document/qoscommon.h"
-#include "document/scriptedprompt.h"
-#include "page/objectpage.h"
-#include "page/qosconnector.h"
+#include "model/document.h"
+#include "model/qosclassesfilter.h"
+#include "model/qoscommon.h"
+#include "base/scriptedprompt.h"
+#include "model/objectpage.h"
+#include "model/qosconnector.h"
 #include "pagescript.h"
 
 #include <QSignalSpy>

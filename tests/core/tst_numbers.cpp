@@ -1,6 +1,6 @@
-#include "document/numbers.h"
-#include "document/qoserror.h"
-#include "document/unitconversion.h"
+#include "base/numbers.h"
+#include "base/qoserror.h"
+#include "base/unitconversion.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "document/qoserror.h"
+#include "base/qoserror.h"
 #include "inputs/portfield.h"
 
 #include <QSignalSpy>

@@ -1,11 +1,11 @@
-#include "document/document.h"
-#include "document/qoscommon.h"
-#include "document/qosreader.h"
-#include "document/qoswriter.h"
-#include "document/scriptedprompt.h"
+#include "model/document.h"
+#include "model/qoscommon.h"
+#include "file/qosreader.h"
+#include "file/qoswriter.h"
+#include "base/scriptedprompt.h"
 #include "model/qosclass.h"
 #include "model/qosfilter.h"
-#include "page/objectpage.h"
+#include "model/objectpage.h"
 
 #include <QRandomGenerator>
 #include <QRegularExpression>

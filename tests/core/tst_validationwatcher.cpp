@@ -1,12 +1,12 @@
-#include "document/document.h"
-#include "document/qoscommon.h"
-#include "document/qosreader.h"
-#include "document/scriptedprompt.h"
+#include "model/document.h"
+#include "model/qoscommon.h"
+#include "file/qosreader.h"
+#include "base/scriptedprompt.h"
 #include "inputs/bandwidthfield.h"
 #include "model/qosclass.h"
-#include "model/validationwatcher.h"
-#include "page/objectpage.h"
-#include "page/qosconnector.h"
+#include "check/validationwatcher.h"
+#include "model/objectpage.h"
+#include "model/qosconnector.h"
 
 #include <QFile>
 #include <QTest>

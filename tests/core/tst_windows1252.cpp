@@ -1,4 +1,4 @@
-#include "document/windows1252.h"
+#include "base/windows1252.h"
 
 #include <QTest>
 

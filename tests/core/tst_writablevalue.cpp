@@ -1,11 +1,11 @@
-#include "document/document.h"
-#include "document/qoscommon.h"
-#include "document/qoserror.h"
-#include "document/qoswriter.h"
-#include "document/scriptedprompt.h"
-#include "document/writablevalue.h"
+#include "model/document.h"
+#include "model/qoscommon.h"
+#include "base/qoserror.h"
+#include "file/qoswriter.h"
+#include "base/scriptedprompt.h"
+#include "base/writablevalue.h"
 #include "model/qosclass.h"
-#include "page/objectpage.h"
+#include "model/objectpage.h"
 
 #include <QTest>
 

@@ -5,10 +5,10 @@
 //   "F3"  a filter under class 3   "D4"  delete class or filter named ...4 (see below)
 // Layouts are written as "name@x,y" in creation order, e.g. "C1@0,0 C2@0,1 F1@0,4".
 
-#include "document/document.h"
+#include "model/document.h"
 #include "model/qosclass.h"
 #include "model/qosfilter.h"
-#include "page/objectpage.h"
+#include "model/objectpage.h"
 
 #include <QStringList>
 

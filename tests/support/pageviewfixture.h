@@ -4,7 +4,7 @@
 // pagescript.h), with the helpers the widget tests share: settling the posted work (widgets
 // near the viewport, bandwidth checks), finding box widgets and dragging a box by its title.
 
-#include "document/scriptedprompt.h"
+#include "base/scriptedprompt.h"
 #include "model/qosobjectbox.h"
 #include "page/objectpageview.h"
 #include "page/objectpane.h"

@@ -1,9 +1,9 @@
-#include "document/qoscommon.h"
+#include "model/qoscommon.h"
 #include "inputs/bandwidthfield.h"
 #include "inputs/palettecolor.h"
 #include "model/qosclassbox.h"
 #include "model/qosfilterbox.h"
-#include "page/history.h"
+#include "model/history.h"
 #include "pageviewfixture.h"
 
 #include <QAction>

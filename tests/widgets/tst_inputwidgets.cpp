@@ -1,5 +1,5 @@
 #include "app/statusbarline.h"
-#include "document/scriptedprompt.h"
+#include "base/scriptedprompt.h"
 #include "inputs/inputbandwidth.h"
 #include "inputs/inputdirection.h"
 #include "inputs/inputip.h"

@@ -1,6 +1,6 @@
 #include "clisession.h"
-#include "document/document.h"
-#include "page/objectpage.h"
+#include "model/document.h"
+#include "model/objectpage.h"
 #include "page/pagerenderer.h"
 
 #include <QApplication>

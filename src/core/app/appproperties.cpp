@@ -1,11 +1,11 @@
-#include "appproperties.h"
+#include "app/appproperties.h"
 
-#include "app/atomicfile.h"
-#include "document/document.h"
-#include "document/numbers.h"
-#include "document/qoscommon.h"
-#include "document/qoserror.h"
-#include "page/objectpage.h"
+#include "base/atomicfile.h"
+#include "model/document.h"
+#include "base/numbers.h"
+#include "model/qoscommon.h"
+#include "base/qoserror.h"
+#include "model/objectpage.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,16 +1,16 @@
-#include "editorsession.h"
+#include "app/editorsession.h"
 
-#include "app/atomicfile.h"
-#include "document/document.h"
-#include "document/qoscommon.h"
-#include "document/qoserror.h"
-#include "document/qosreader.h"
-#include "document/qoswriter.h"
-#include "document/userprompt.h"
+#include "base/atomicfile.h"
+#include "model/document.h"
+#include "model/qoscommon.h"
+#include "base/qoserror.h"
+#include "file/qosreader.h"
+#include "file/qoswriter.h"
+#include "base/userprompt.h"
 #include "model/qosclass.h"
 #include "model/validationpass.h"
 #include "model/qosfilter.h"
-#include "page/objectpage.h"
+#include "model/objectpage.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,9 +1,9 @@
-#include "bandwidthfield.h"
+#include "inputs/bandwidthfield.h"
 
-#include "document/numbers.h"
-#include "document/qoserror.h"
-#include "document/unitconversion.h"
-#include "document/userprompt.h"
+#include "base/numbers.h"
+#include "base/qoserror.h"
+#include "base/unitconversion.h"
+#include "base/userprompt.h"
 
 BandwidthField::BandwidthField(QObject* parent) : QObject(parent) {}
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "colors.h"
+#include "inputs/colors.h"
 
-#include "document/watched.h"
+#include "base/watched.h"
 
 #include <QObject>
 

@@ -1,4 +1,4 @@
-#include "directionfield.h"
+#include "inputs/directionfield.h"
 
 DirectionField::DirectionField(QObject* parent) : QObject(parent) {}
 

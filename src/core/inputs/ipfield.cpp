@@ -1,7 +1,7 @@
-#include "ipfield.h"
+#include "inputs/ipfield.h"
 
-#include "document/numbers.h"
-#include "document/qoserror.h"
+#include "base/numbers.h"
+#include "base/qoserror.h"
 
 IpField::IpField(QObject* parent) : QObject(parent) {}
 

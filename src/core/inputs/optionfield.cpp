@@ -1,4 +1,4 @@
-#include "optionfield.h"
+#include "inputs/optionfield.h"
 
 OptionField::OptionField(QObject* parent) : QObject(parent) {}
 

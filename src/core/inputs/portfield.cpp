@@ -1,7 +1,7 @@
-#include "portfield.h"
+#include "inputs/portfield.h"
 
-#include "document/numbers.h"
-#include "document/qoserror.h"
+#include "base/numbers.h"
+#include "base/qoserror.h"
 
 #include <cmath>
 #include <limits>

@@ -1,7 +1,7 @@
-#include "priofield.h"
+#include "inputs/priofield.h"
 
-#include "document/numbers.h"
-#include "document/qoserror.h"
+#include "base/numbers.h"
+#include "base/qoserror.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "colors.h"
+#include "inputs/colors.h"
 
 #include <QObject>
 #include <QString>

@@ -1,4 +1,4 @@
-#include "typefield.h"
+#include "inputs/typefield.h"
 
 TypeField::TypeField(QObject* parent) : QObject(parent) {}
 

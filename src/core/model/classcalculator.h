@@ -1,7 +1,7 @@
 #pragma once
 
 #include "inputs/bandwidthfield.h"
-#include "page/objectpage.h"
+#include "model/objectpage.h"
 
 #include <QObject>
 #include <QPointer>

@@ -1,9 +1,9 @@
-#include "dropplan.h"
+#include "model/dropplan.h"
 
-#include "document/numbers.h"
-#include "page/objectpage.h"
-#include "qosclass.h"
-#include "treedepth.h"
+#include "base/numbers.h"
+#include "model/objectpage.h"
+#include "model/qosclass.h"
+#include "model/treedepth.h"
 
 namespace {
 

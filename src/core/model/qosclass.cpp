@@ -1,13 +1,13 @@
-#include "qosclass.h"
+#include "model/qosclass.h"
 
-#include "document/document.h"
-#include "document/numbers.h"
-#include "document/qoscommon.h"
+#include "model/document.h"
+#include "base/numbers.h"
+#include "model/qoscommon.h"
 #include "inputs/bandwidthfield.h"
-#include "page/objectpage.h"
-#include "page/qosconnector.h"
-#include "qosfilter.h"
-#include "validationpass.h"
+#include "model/objectpage.h"
+#include "model/qosconnector.h"
+#include "model/qosfilter.h"
+#include "model/validationpass.h"
 
 #include <QSet>
 

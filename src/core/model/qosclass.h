@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qosobject.h"
+#include "model/qosobject.h"
 
 #include "inputs/bandwidthfield.h"
 

@@ -1,12 +1,12 @@
-#include "qosfilter.h"
+#include "model/qosfilter.h"
 
-#include "document/document.h"
-#include "document/qoserror.h"
+#include "model/document.h"
+#include "base/qoserror.h"
 #include "inputs/ipfield.h"
 #include "inputs/portfield.h"
-#include "page/history.h"
-#include "page/objectpage.h"
-#include "qosclass.h"
+#include "model/history.h"
+#include "model/objectpage.h"
+#include "model/qosclass.h"
 
 QoSFilter::QoSFilter(Document* document, ObjectPage* page, const QString& name)
     : QoSObject(document, page, name)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qosobject.h"
+#include "model/qosobject.h"
 
 #include "inputs/ipfield.h"
 #include "inputs/portfield.h"

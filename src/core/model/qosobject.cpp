@@ -1,13 +1,13 @@
-#include "qosobject.h"
+#include "model/qosobject.h"
 
-#include "document/document.h"
-#include "document/userprompt.h"
-#include "dropplan.h"
-#include "page/objectpage.h"
-#include "page/qosconnector.h"
-#include "qosclass.h"
-#include "qosfilter.h"
-#include "treedepth.h"
+#include "model/document.h"
+#include "base/userprompt.h"
+#include "model/dropplan.h"
+#include "model/objectpage.h"
+#include "model/qosconnector.h"
+#include "model/qosclass.h"
+#include "model/qosfilter.h"
+#include "model/treedepth.h"
 
 QoSObject::QoSObject(Document* document, ObjectPage* page, const QString& name)
     : QObject(nullptr), m_document(document), m_page(page), m_name(name), m_sequence(document->NextSequence()),

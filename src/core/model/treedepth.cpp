@@ -1,6 +1,6 @@
-#include "treedepth.h"
+#include "model/treedepth.h"
 
-#include "qosclass.h"
+#include "model/qosclass.h"
 
 namespace TreeDepth {
 

@@ -1,10 +1,10 @@
-#include "validationpass.h"
+#include "model/validationpass.h"
 
-#include "document/document.h"
-#include "document/numbers.h"
-#include "document/qoserror.h"
-#include "page/objectpage.h"
-#include "qosclass.h"
+#include "model/document.h"
+#include "base/numbers.h"
+#include "base/qoserror.h"
+#include "model/objectpage.h"
+#include "model/qosclass.h"
 
 ValidationPass::Sum ValidationPass::compute(const QoSClass& c) const
 {

@@ -1,8 +1,8 @@
 #include "qoscommonpage.h"
 
 #include "app/dialogprompt.h"
-#include "document/qoscommon.h"
-#include "document/writablevalue.h"
+#include "model/qoscommon.h"
+#include "base/writablevalue.h"
 #include "inputs/inputbandwidth.h"
 #include "inputs/pasteguard.h"
 

@@ -1,8 +1,8 @@
 #include "inputbandwidth.h"
 
 #include "app/dialogprompt.h"
-#include "document/qoserror.h"
-#include "document/unitconversion.h"
+#include "base/qoserror.h"
+#include "base/unitconversion.h"
 #include "fieldbinding.h"
 #include "palettecolor.h"
 #include "pasteguard.h"

@@ -1,8 +1,8 @@
 #include "inputip.h"
 
 #include "app/dialogprompt.h"
-#include "document/qoserror.h"
-#include "document/writablevalue.h"
+#include "base/qoserror.h"
+#include "base/writablevalue.h"
 #include "fieldbinding.h"
 #include "pasteguard.h"
 #include "typedkey.h"

@@ -1,7 +1,7 @@
 #include "pasteguard.h"
 
 #include "app/dialogprompt.h"
-#include "document/writablevalue.h"
+#include "base/writablevalue.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>

@@ -1,6 +1,6 @@
 #include "statusnotice.h"
 
-#include "document/userprompt.h"
+#include "base/userprompt.h"
 
 #include <QMainWindow>
 #include <QStatusBar>

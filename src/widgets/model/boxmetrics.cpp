@@ -1,6 +1,6 @@
 #include "boxmetrics.h"
 
-#include "document/unitconversion.h"
+#include "base/unitconversion.h"
 #include "inputs/inputprio.h"
 
 #include <QCheckBox>

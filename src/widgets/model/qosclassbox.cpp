@@ -1,9 +1,9 @@
 #include "qosclassbox.h"
 
 #include "boxmetrics.h"
-#include "document/document.h"
-#include "document/qoserror.h"
-#include "document/userprompt.h"
+#include "model/document.h"
+#include "base/qoserror.h"
+#include "base/userprompt.h"
 #include "inputs/inputbandwidth.h"
 #include "inputs/inputprio.h"
 #include "model/qosclass.h"

@@ -2,8 +2,8 @@
 
 #include "model/qosobject.h"
 #include "objectpageview.h"
-#include "page/objectpage.h"
-#include "page/qosconnector.h"
+#include "model/objectpage.h"
+#include "model/qosconnector.h"
 #include "qosconnectorview.h"
 
 #include <QApplication>

@@ -3,8 +3,8 @@
 #include "model/qosobject.h"
 #include "objectpageview.h"
 #include "objectpane.h"
-#include "page/objectpage.h"
-#include "page/qosconnector.h"
+#include "model/objectpage.h"
+#include "model/qosconnector.h"
 #include "qosconnectorview.h"
 
 #include <QPainter>

@@ -2,7 +2,7 @@
 
 #include "model/qosobject.h"
 #include "objectpageview.h"
-#include "page/qosconnector.h"
+#include "model/qosconnector.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "page/qosconnector.h"
+#include "model/qosconnector.h"
 
 #include <QLine>
 #include <QPointer>

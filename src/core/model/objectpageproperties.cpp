@@ -1,6 +1,6 @@
-#include "objectpageproperties.h"
+#include "model/objectpageproperties.h"
 
-#include "document/numbers.h"
+#include "base/numbers.h"
 
 void ObjectPageProperties::SetObjectDimensions(qint32 height, qint32 width)
 {

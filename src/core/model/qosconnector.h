@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/watched.h"
+#include "base/watched.h"
 
 #include <QObject>
 #include <QPointer>

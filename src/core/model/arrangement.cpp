@@ -1,9 +1,9 @@
-#include "arrangement.h"
+#include "model/arrangement.h"
 
-#include "document/qoserror.h"
+#include "base/qoserror.h"
 #include "model/qosclass.h"
 #include "model/qosobject.h"
-#include "objectpage.h"
+#include "model/objectpage.h"
 
 int Arrangement::FindFreeColumn(bool grow)
 {

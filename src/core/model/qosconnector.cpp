@@ -1,9 +1,9 @@
-#include "qosconnector.h"
+#include "model/qosconnector.h"
 
-#include "document/document.h"
+#include "model/document.h"
 #include "model/qosclass.h"
 #include "model/qosobject.h"
-#include "objectpage.h"
+#include "model/objectpage.h"
 
 #include <cstdlib>
 

@@ -1,13 +1,13 @@
-#include "objectpage.h"
+#include "model/objectpage.h"
 
-#include "document/document.h"
-#include "document/numbers.h"
-#include "document/qoscommon.h"
-#include "document/qoserror.h"
-#include "document/userprompt.h"
+#include "model/document.h"
+#include "base/numbers.h"
+#include "model/qoscommon.h"
+#include "base/qoserror.h"
+#include "base/userprompt.h"
 #include "model/qosclass.h"
 #include "model/qosfilter.h"
-#include "qosconnector.h"
+#include "model/qosconnector.h"
 
 #include <QSet>
 

@@ -1,4 +1,4 @@
-#include "history.h"
+#include "model/history.h"
 
 #include "model/qosobject.h"
 

@@ -1,15 +1,15 @@
-#include "qoswriter.h"
+#include "file/qoswriter.h"
 
-#include "document.h"
+#include "model/document.h"
 #include "inputs/ipfield.h"
 #include "inputs/portfield.h"
 #include "model/qosclass.h"
 #include "model/qosfilter.h"
-#include "page/objectpage.h"
-#include "qoscommon.h"
-#include "qoserror.h"
-#include "windows1252.h"
-#include "writablevalue.h"
+#include "model/objectpage.h"
+#include "model/qoscommon.h"
+#include "base/qoserror.h"
+#include "base/windows1252.h"
+#include "base/writablevalue.h"
 
 #include <QDate>
 #include <QRegularExpression>

@@ -1,11 +1,11 @@
-#include "validationwatcher.h"
+#include "check/validationwatcher.h"
 
-#include "document/document.h"
-#include "document/numbers.h"
-#include "document/qoscommon.h"
-#include "document/qoserror.h"
-#include "page/objectpage.h"
-#include "qosclass.h"
+#include "model/document.h"
+#include "base/numbers.h"
+#include "model/qoscommon.h"
+#include "base/qoserror.h"
+#include "model/objectpage.h"
+#include "model/qosclass.h"
 
 #include <QList>
 

@@ -1,4 +1,4 @@
-#include "cellindex.h"
+#include "model/cellindex.h"
 
 #include "model/qosobject.h"
 

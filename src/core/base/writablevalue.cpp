@@ -1,6 +1,6 @@
-#include "writablevalue.h"
+#include "base/writablevalue.h"
 
-#include "windows1252.h"
+#include "base/windows1252.h"
 
 WritableValue::Verdict WritableValue::Check(QStringView value, Place place)
 {

@@ -1,4 +1,4 @@
-#include "qosclassesfilter.h"
+#include "model/qosclassesfilter.h"
 
 #include "model/qosclass.h"
 

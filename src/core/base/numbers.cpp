@@ -1,6 +1,6 @@
-#include "numbers.h"
+#include "base/numbers.h"
 
-#include "qoserror.h"
+#include "base/qoserror.h"
 
 #include <charconv>
 #include <cmath>

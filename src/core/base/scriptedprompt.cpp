@@ -1,4 +1,4 @@
-#include "scriptedprompt.h"
+#include "base/scriptedprompt.h"
 
 void ScriptedPrompt::Message(const QString& text, Icon icon)
 {

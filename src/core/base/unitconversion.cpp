@@ -1,6 +1,6 @@
-#include "unitconversion.h"
+#include "base/unitconversion.h"
 
-#include "numbers.h"
+#include "base/numbers.h"
 
 namespace UnitConversion {
 

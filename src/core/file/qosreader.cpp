@@ -1,13 +1,13 @@
-#include "qosreader.h"
+#include "file/qosreader.h"
 
-#include "document.h"
+#include "model/document.h"
 #include "model/qosclass.h"
-#include "numbers.h"
-#include "page/objectpage.h"
-#include "qoscommon.h"
-#include "qoserror.h"
-#include "qosfiletable.h"
-#include "userprompt.h"
+#include "base/numbers.h"
+#include "model/objectpage.h"
+#include "model/qoscommon.h"
+#include "base/qoserror.h"
+#include "file/qosfiletable.h"
+#include "base/userprompt.h"
 
 #include <QFile>
 #include <QFileInfo>

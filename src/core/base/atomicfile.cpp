@@ -1,4 +1,4 @@
-#include "atomicfile.h"
+#include "base/atomicfile.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,14 +1,14 @@
-#include "document.h"
+#include "model/document.h"
 
 #include "model/qosclass.h"
 #include "model/qosobject.h"
-#include "page/history.h"
-#include "page/objectpage.h"
-#include "page/qosconnector.h"
-#include "qoscommon.h"
-#include "scriptedprompt.h"
-#include "numbers.h"
-#include "qoserror.h"
+#include "model/history.h"
+#include "model/objectpage.h"
+#include "model/qosconnector.h"
+#include "model/qoscommon.h"
+#include "base/scriptedprompt.h"
+#include "base/numbers.h"
+#include "base/qoserror.h"
 
 #include <cmath>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "arrangement.h"
-#include "cellindex.h"
-#include "objectpageproperties.h"
+#include "model/arrangement.h"
+#include "model/cellindex.h"
+#include "model/objectpageproperties.h"
 
 #include <QHash>
 #include <QList>

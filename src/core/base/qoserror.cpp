@@ -1,4 +1,4 @@
-#include "qoserror.h"
+#include "base/qoserror.h"
 
 QoSError::QoSError(Kind kind, const QString& message)
     : std::runtime_error(message.toStdString()), m_kind(kind), m_message(message)

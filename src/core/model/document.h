@@ -1,6 +1,6 @@
 #pragma once
 
-#include "userprompt.h"
+#include "base/userprompt.h"
 
 #include <QHash>
 #include <QList>

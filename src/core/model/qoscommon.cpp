@@ -1,4 +1,4 @@
-#include "qoscommon.h"
+#include "model/qoscommon.h"
 
 QoSCommon::QoSCommon(QObject* parent) : QObject(parent)
 {

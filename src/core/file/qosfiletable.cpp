@@ -1,9 +1,9 @@
-#include "qosfiletable.h"
+#include "file/qosfiletable.h"
 
-#include "numbers.h"
-#include "qoserror.h"
-#include "qosreader.h"
-#include "windows1252.h"
+#include "base/numbers.h"
+#include "base/qoserror.h"
+#include "file/qosreader.h"
+#include "base/windows1252.h"
 
 #include <QStringList>
 
