@@ -12,8 +12,8 @@ void addFilters(ObjectPage* page, int classIdx)
 {
     for (int k = 0; k < 4; ++k) {
         int f = 0;
-        page->AddFilter(QString::number(classIdx), QStringLiteral("192.168.1.%1").arg(k), QStringLiteral("80"),
-                        QString(), QString(), f, QString());
+        page->AddFilter(QString::number(classIdx), QStringLiteral("192.168.1.%1").arg(k),
+                        QStringLiteral("80"), QString(), QString(), f, QString());
     }
 }
 
@@ -41,8 +41,8 @@ void BM_BuildPerHost(benchmark::State& state)
         Document doc;
         ObjectPage* page = doc.Down1();
         int root = 0;
-        page->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"), QStringLiteral("0"), root,
-                       false, QString());
+        page->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"), QStringLiteral("0"),
+                       root, false, QString());
         for (int i = 0; i < n; ++i) {
             int idx = 0;
             page->AddClass(QString::number(root), QString(), QString(), QStringLiteral("down"),

@@ -1,12 +1,12 @@
 #include "importloop.h"
 #include "nesteddocument.h"
 
-#include "model/document.h"
+#include "base/scriptedprompt.h"
+#include "base/windows1252.h"
 #include "file/qosfiletable.h"
 #include "file/qosreader.h"
 #include "file/qoswriter.h"
-#include "base/scriptedprompt.h"
-#include "base/windows1252.h"
+#include "model/document.h"
 
 #include <benchmark/benchmark.h>
 

@@ -18,14 +18,14 @@
 //   BM_OpenShown/...:  reading those files while the page is on screen, up to its picture
 //   BM_ScrollStep/...: one page-width step right, or one page-height step down, from the
 //                      top-left corner of those pages, painted
-#include "model/document.h"
+#include "base/scriptedprompt.h"
 #include "file/qosreader.h"
 #include "file/qoswriter.h"
-#include "base/scriptedprompt.h"
+#include "model/document.h"
+#include "model/objectpage.h"
 #include "model/qosclass.h"
 #include "model/qosobjectbox.h"
 #include "page/moveobject.h"
-#include "model/objectpage.h"
 #include "page/objectpageview.h"
 #include "page/objectpane.h"
 #include "page/pagerenderer.h"
@@ -53,17 +53,18 @@ QByteArray largeRouterFile()
             for (int m = 0; m < 10; ++m) {
                 int mainIdx = 0;
                 page->AddClass(QStringLiteral("0"), QStringLiteral("1000kbit"), QStringLiteral("100000kbit"),
-                               page->Direction(), QStringLiteral("0"), mainIdx, false, QStringLiteral("Haus %1").arg(m));
+                               page->Direction(), QStringLiteral("0"), mainIdx, false,
+                               QStringLiteral("Haus %1").arg(m));
                 for (int s = 0; s < 49; ++s) {
                     int subIdx = 0;
-                    page->AddClass(QString::number(mainIdx), QStringLiteral("20kbit"), QStringLiteral("2000kbit"),
-                                   page->Direction(), QStringLiteral("2"), subIdx, false,
-                                   QStringLiteral("Rechner %1").arg(s));
+                    page->AddClass(QString::number(mainIdx), QStringLiteral("20kbit"),
+                                   QStringLiteral("2000kbit"), page->Direction(), QStringLiteral("2"), subIdx,
+                                   false, QStringLiteral("Rechner %1").arg(s));
                     for (int f = 0; f < (leaves < 20 ? 3 : 2); ++f) {
                         int filterIdx = 0;
-                        page->AddFilter(QString::number(subIdx), QStringLiteral("10.%1.%2.%3").arg(m).arg(s).arg(f),
-                                        QStringLiteral("80"), QStringLiteral("client"), QString(), filterIdx,
-                                        QString());
+                        page->AddFilter(
+                            QString::number(subIdx), QStringLiteral("10.%1.%2.%3").arg(m).arg(s).arg(f),
+                            QStringLiteral("80"), QStringLiteral("client"), QString(), filterIdx, QString());
                     }
                     ++leaves;
                 }

@@ -1,11 +1,11 @@
-#include "model/document.h"
-#include "file/qosreader.h"
-#include "file/qoswriter.h"
 #include "base/scriptedprompt.h"
 #include "base/windows1252.h"
+#include "file/qosreader.h"
+#include "file/qoswriter.h"
 #include "importloop.h"
-#include "model/qosclass.h"
+#include "model/document.h"
 #include "model/objectpage.h"
+#include "model/qosclass.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "model/document.h"
+#include "base/scriptedprompt.h"
 #include "file/qosreader.h"
 #include "file/qoswriter.h"
-#include "base/scriptedprompt.h"
+#include "model/document.h"
 
 #include <benchmark/benchmark.h>
 

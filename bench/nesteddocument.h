@@ -37,7 +37,8 @@ inline QByteArray NestedQoSFile(int classes)
     out += "QOS_FILTER_N='" + QByteArray::number(2 * hosts) + "'\n";
     for (int h = 0; h < hosts; ++h) {
         const QByteArray c = QByteArray::number(2 + groups + h);
-        const QByteArray ip = "10." + QByteArray::number(h / 250 % 250) + "." + QByteArray::number(h % 250) + ".1";
+        const QByteArray ip =
+            "10." + QByteArray::number(h / 250 % 250) + "." + QByteArray::number(h % 250) + ".1";
         for (int k = 0; k < 2; ++k) {
             const QByteArray p = "QOS_FILTER_" + QByteArray::number(2 * h + k + 1);
             out += p + "_CLASS='" + c + "'\n";

@@ -1,8 +1,8 @@
-#include "model/document.h"
 #include "base/qoserror.h"
+#include "base/scriptedprompt.h"
 #include "file/qosreader.h"
 #include "file/qoswriter.h"
-#include "base/scriptedprompt.h"
+#include "model/document.h"
 #include "model/objectpage.h"
 
 #include <QByteArray>

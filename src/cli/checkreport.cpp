@@ -1,17 +1,17 @@
 #include "checkreport.h"
 
-#include "clisession.h"
 #include "base/numbers.h"
-#include "model/qoscommon.h"
 #include "base/qoserror.h"
+#include "clisession.h"
 #include "inputs/bandwidthfield.h"
 #include "inputs/ipfield.h"
 #include "inputs/portfield.h"
+#include "model/objectpage.h"
 #include "model/qosclass.h"
+#include "model/qoscommon.h"
 #include "model/qosfilter.h"
 #include "model/treedepth.h"
 #include "model/validationpass.h"
-#include "model/objectpage.h"
 
 #include <functional>
 #include <optional>
@@ -87,8 +87,8 @@ void checkFilter(const ObjectPage& page, const QoSFilter& f, CheckReport& report
     const QString at = where(page, f, QStringLiteral("Filter"));
     const PortField& field = *f.PortInput();
     if (!field.CountFits())
-        report.problems << at + QStringLiteral(": \"%1\" steht für mehr Ports, als sich zählen lassen")
-                                    .arg(f.QoSPort());
+        report.problems
+            << at + QStringLiteral(": \"%1\" steht für mehr Ports, als sich zählen lassen").arg(f.QoSPort());
     else if (field.count() > PortField::MaxPorts)
         report.problems << at + QStringLiteral(": %1 Ports, erlaubt sind höchstens %2")
                                     .arg(field.count())

@@ -1,12 +1,11 @@
 #include "clisession.h"
 
-#include "model/qoscommon.h"
 #include "base/qoserror.h"
 #include "file/qosreader.h"
-#include "model/qosclass.h"
-#include "model/validationpass.h"
 #include "model/objectpage.h"
-
+#include "model/qosclass.h"
+#include "model/qoscommon.h"
+#include "model/validationpass.h"
 
 CliSession::CliSession() : m_document(&m_prompt)
 {

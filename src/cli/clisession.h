@@ -1,8 +1,8 @@
 #pragma once
 
-#include "model/document.h"
-#include "file/qosreader.h"
 #include "base/scriptedprompt.h"
+#include "file/qosreader.h"
+#include "model/document.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,11 +1,11 @@
 #include "jsonreport.h"
 
 #include "clisession.h"
-#include "model/qoscommon.h"
 #include "inputs/bandwidthfield.h"
-#include "model/qosclass.h"
-#include "model/qosfilter.h"
 #include "model/objectpage.h"
+#include "model/qosclass.h"
+#include "model/qoscommon.h"
+#include "model/qosfilter.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -27,7 +27,8 @@ int outputErrno = 0;
 
 void write(FILE* stream, const QByteArray& bytes)
 {
-    if (std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream) != size_t(bytes.size()) && !outputFailed) {
+    if (std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream) != size_t(bytes.size()) &&
+        !outputFailed) {
         outputFailed = stream == stdout;
         outputErrno = errno;
     }
@@ -92,7 +93,8 @@ int finish(int code)
     }
     if (!outputFailed)
         return code;
-    line(stderr, QStringLiteral("Fehler: Die Ausgabe konnte nicht geschrieben werden: %1.").arg(systemReason(outputErrno)));
+    line(stderr, QStringLiteral("Fehler: Die Ausgabe konnte nicht geschrieben werden: %1.")
+                     .arg(systemReason(outputErrno)));
     return Failed;
 }
 
@@ -199,7 +201,8 @@ int main(int argc, char* argv[])
         return usageError(QStringLiteral("Fehler: zu viele Argumente für \"%1\".").arg(command));
     const QString direction = render && args.size() > 3 ? args[3] : QStringLiteral("down");
     if (direction != u"down" && direction != u"up")
-        return usageError(QStringLiteral("Fehler: die Seite heißt \"down\" oder \"up\", nicht \"%1\".").arg(direction));
+        return usageError(
+            QStringLiteral("Fehler: die Seite heißt \"down\" oder \"up\", nicht \"%1\".").arg(direction));
     if (render)
         return renderCommand(args);
 

@@ -269,14 +269,17 @@ private slots:
         const QString path = dir.filePath(QStringLiteral("ports.qos.txt"));
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("QOS_CLASS_N='1'\nQOS_FILTER_N='2'\nQOS_FILTER_1_CLASS='1'\nQOS_FILTER_1_PORT='6010-6000'\n"
-                   "QOS_FILTER_2_CLASS='1'\nQOS_FILTER_2_PORT='99999999999999999999'\n");
+        file.write(
+            "QOS_CLASS_N='1'\nQOS_FILTER_N='2'\nQOS_FILTER_1_CLASS='1'\nQOS_FILTER_1_PORT='6010-6000'\n"
+            "QOS_FILTER_2_CLASS='1'\nQOS_FILTER_2_PORT='99999999999999999999'\n");
         file.close();
         const Run r = run({QStringLiteral("check"), path});
         QCOMPARE(r.exitCode, 1);
         const QString out = QString::fromUtf8(r.out);
-        QVERIFY(out.contains(QStringLiteral("der Bereich \"6010-6000\" läuft rückwärts und zählt 9 Ports, steht aber für 11")));
-        QVERIFY(out.contains(QStringLiteral("der erste Port von \"99999999999999999999\" liegt nicht zwischen 0 und 65535")));
+        QVERIFY(out.contains(QStringLiteral(
+            "der Bereich \"6010-6000\" läuft rückwärts und zählt 9 Ports, steht aber für 11")));
+        QVERIFY(out.contains(
+            QStringLiteral("der erste Port von \"99999999999999999999\" liegt nicht zwischen 0 und 65535")));
     }
 
     void checkNamesEveryProblem()

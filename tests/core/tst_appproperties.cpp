@@ -1,7 +1,7 @@
 #include "app/appproperties.h"
 #include "model/document.h"
-#include "model/qoscommon.h"
 #include "model/objectpage.h"
+#include "model/qoscommon.h"
 #include "pagescript.h"
 
 #include <QFile>

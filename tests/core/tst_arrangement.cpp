@@ -1,5 +1,5 @@
-#include "model/document.h"
 #include "base/scriptedprompt.h"
+#include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qosconnector.h"
 #include "pagescript.h"
@@ -20,41 +20,64 @@ private slots:
         QTest::addColumn<QString>("size");
         QTest::addColumn<QStringList>("messages");
 
-        QTest::newRow("main classes take the leftmost free columns")
-            << "C C C" << "C1@0,0 C2@1,0 C3@2,0" << "6x5" << QStringList();
+        QTest::newRow("main classes take the leftmost free columns") << "C C C"
+                                                                     << "C1@0,0 C2@1,0 C3@2,0"
+                                                                     << "6x5" << QStringList();
         QTest::newRow("seventh main class widens the page")
-            << "C C C C C C C" << "C1@0,0 C2@1,0 C3@2,0 C4@3,0 C5@4,0 C6@5,0 C7@6,0" << "7x5" << QStringList();
-        QTest::newRow("first sub class stands below its parent")
-            << "C C C S3" << "C1@0,0 C2@1,0 C3@2,0 C4@2,1" << "6x5" << QStringList();
+            << "C C C C C C C"
+            << "C1@0,0 C2@1,0 C3@2,0 C4@3,0 C5@4,0 C6@5,0 C7@6,0"
+            << "7x5" << QStringList();
+        QTest::newRow("first sub class stands below its parent") << "C C C S3"
+                                                                 << "C1@0,0 C2@1,0 C3@2,0 C4@2,1"
+                                                                 << "6x5" << QStringList();
         QTest::newRow("second sub class shifts the columns right of it")
-            << "C C C C S3 S3" << "C1@0,0 C2@1,0 C3@2,0 C4@4,0 C5@2,1 C6@3,1" << "6x5" << QStringList();
-        QTest::newRow("filters shift with their column")
-            << "C C S1 F2 F3 S1" << "C1@0,0 C2@2,0 C3@0,1 F1@2,4 F2@0,4 C4@1,1" << "6x5" << QStringList();
+            << "C C C C S3 S3"
+            << "C1@0,0 C2@1,0 C3@2,0 C4@4,0 C5@2,1 C6@3,1"
+            << "6x5" << QStringList();
+        QTest::newRow("filters shift with their column") << "C C S1 F2 F3 S1"
+                                                         << "C1@0,0 C2@2,0 C3@0,1 F1@2,4 F2@0,4 C4@1,1"
+                                                         << "6x5" << QStringList();
         QTest::newRow("second sub class of the rightmost class on a full page widens it")
-            << "C C C C C C S6 S6" << "C1@0,0 C2@1,0 C3@2,0 C4@3,0 C5@4,0 C6@5,0 C7@5,1 C8@6,1" << "7x5"
-            << QStringList();
+            << "C C C C C C S6 S6"
+            << "C1@0,0 C2@1,0 C3@2,0 C4@3,0 C5@4,0 C6@5,0 C7@5,1 C8@6,1"
+            << "7x5" << QStringList();
         QTest::newRow("first filter goes to row 4 and the page keeps 5 rows")
-            << "C C C C C C F6" << "C1@0,0 C2@1,0 C3@2,0 C4@3,0 C5@4,0 C6@5,0 F1@5,4" << "6x5" << QStringList();
-        QTest::newRow("second filter grows the page")
-            << "C F1 F1" << "C1@0,0 F1@0,4 F2@0,5" << "6x6" << QStringList();
-        QTest::newRow("third filter goes to row 6 and the page to 7 rows")
-            << "C F1 F1 F1" << "C1@0,0 F1@0,4 F2@0,5 F3@0,6" << "6x7" << QStringList();
-        QTest::newRow("a column with a sub class only is not free")
-            << "C S1 S1 C" << "C1@0,0 C2@0,1 C3@1,1 C4@2,0" << "6x5" << QStringList();
+            << "C C C C C C F6"
+            << "C1@0,0 C2@1,0 C3@2,0 C4@3,0 C5@4,0 C6@5,0 F1@5,4"
+            << "6x5" << QStringList();
+        QTest::newRow("second filter grows the page") << "C F1 F1"
+                                                      << "C1@0,0 F1@0,4 F2@0,5"
+                                                      << "6x6" << QStringList();
+        QTest::newRow("third filter goes to row 6 and the page to 7 rows") << "C F1 F1 F1"
+                                                                           << "C1@0,0 F1@0,4 F2@0,5 F3@0,6"
+                                                                           << "6x7" << QStringList();
+        QTest::newRow("a column with a sub class only is not free") << "C S1 S1 C"
+                                                                    << "C1@0,0 C2@0,1 C3@1,1 C4@2,0"
+                                                                    << "6x5" << QStringList();
         QTest::newRow("rows stop at 3")
-            << "C S1 S2 S3 S4" << "C1@0,0 C2@0,1 C3@0,2 C4@0,3" << "6x5"
-            << QStringList{QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich.")};
+            << "C S1 S2 S3 S4"
+            << "C1@0,0 C2@0,1 C3@0,2 C4@0,3"
+            << "6x5" << QStringList{QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich.")};
         QTest::newRow("no sub class under a class with filters")
-            << "C F1 S1" << "C1@0,0 F1@0,4" << "6x5"
-            << QStringList{QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Filter!")};
+            << "C F1 S1"
+            << "C1@0,0 F1@0,4"
+            << "6x5"
+            << QStringList{
+                   QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Filter!")};
         QTest::newRow("no filter under a class with sub classes")
-            << "C S1 F1" << "C1@0,0 C2@0,1" << "6x5"
-            << QStringList{QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Klassen!")};
+            << "C S1 F1"
+            << "C1@0,0 C2@0,1"
+            << "6x5"
+            << QStringList{
+                   QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Klassen!")};
         QTest::newRow("a filter needs a class")
-            << "C F0" << "C1@0,0" << "6x5"
+            << "C F0"
+            << "C1@0,0"
+            << "6x5"
             << QStringList{QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse")};
-        QTest::newRow("a parent number that names no class makes a main class")
-            << "C S9" << "C1@0,0 C2@1,0" << "6x5" << QStringList();
+        QTest::newRow("a parent number that names no class makes a main class") << "C S9"
+                                                                                << "C1@0,0 C2@1,0"
+                                                                                << "6x5" << QStringList();
     }
     void cells()
     {
@@ -111,8 +134,8 @@ private slots:
         Document doc;
         ObjectPage* page = doc.Down1();
         PageScript::run(page, QStringLiteral("C C C C"));
-        PageScript::cls(doc, 1)->SetMatrixX(3);   // column 3 now holds two boxes
-        PageScript::cls(doc, 3)->SetMatrixY(9);   // beyond the rows: not seen in its column
+        PageScript::cls(doc, 1)->SetMatrixX(3); // column 3 now holds two boxes
+        PageScript::cls(doc, 3)->SetMatrixY(9); // beyond the rows: not seen in its column
         QVERIFY(page->IsColumnEmpty(0));
         QVERIFY(page->IsColumnEmpty(2));
         QVERIFY(!page->IsColumnEmpty(3));

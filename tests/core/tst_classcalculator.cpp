@@ -1,8 +1,8 @@
-#include "model/document.h"
-#include "model/qoscommon.h"
 #include "model/classcalculator.h"
-#include "model/qosclass.h"
+#include "model/document.h"
 #include "model/objectpage.h"
+#include "model/qosclass.h"
+#include "model/qoscommon.h"
 #include "pagescript.h"
 
 #include <QTest>

@@ -1,8 +1,8 @@
+#include "base/scriptedprompt.h"
 #include "model/document.h"
+#include "model/objectpage.h"
 #include "model/qosclassesfilter.h"
 #include "model/qoscommon.h"
-#include "base/scriptedprompt.h"
-#include "model/objectpage.h"
 #include "model/qosconnector.h"
 #include "pagescript.h"
 
@@ -78,7 +78,8 @@ private slots:
         QTest::addColumn<int>("questions");
         QTest::addColumn<int>("saves");
         QTest::newRow("unmodified asks nothing") << false << 0 << true << 0 << 0;
-        QTest::newRow("cancel keeps everything") << true << int(UserPrompt::Answer::Cancel) << false << 1 << 0;
+        QTest::newRow("cancel keeps everything")
+            << true << int(UserPrompt::Answer::Cancel) << false << 1 << 0;
         QTest::newRow("no clears") << true << int(UserPrompt::Answer::No) << true << 1 << 0;
         QTest::newRow("yes saves, then clears") << true << int(UserPrompt::Answer::Yes) << true << 1 << 1;
     }
@@ -119,10 +120,10 @@ private slots:
         QCOMPARE(doc.Down1()->ObjectCount(), 0);
         QCOMPARE(doc.Down1()->ObjectAt(0, 0), nullptr);
         // Removal in creation order, connectors among them.
-        QCOMPARE(status.messages.mid(1),
-                 (QStringList{"Räume auf\r\nEntferne Objekt QoSClass1", "Räume auf\r\nEntferne Objekt QoSFilter1",
-                              "Räume auf\r\nEntferne Objekt LineTopQoSFilter1",
-                              "Räume auf\r\nEntferne Objekt QoSClass2"}));
+        QCOMPARE(status.messages.mid(1), (QStringList{"Räume auf\r\nEntferne Objekt QoSClass1",
+                                                      "Räume auf\r\nEntferne Objekt QoSFilter1",
+                                                      "Räume auf\r\nEntferne Objekt LineTopQoSFilter1",
+                                                      "Räume auf\r\nEntferne Objekt QoSClass2"}));
         QCOMPARE(status.captions.first(), QStringLiteral("Räume auf..."));
         QCOMPARE(status.closed, 1);
         // The counters go on: the next document's first class is not QoSClass1.
@@ -264,8 +265,8 @@ private slots:
         QCOMPARE(doc.Up1()->NewClassCommand()->QoSDirection(), QStringLiteral("up"));
         c->SetSelected(true);
         QCOMPARE(doc.Down1()->NewFilterCommand(), nullptr);
-        QCOMPARE(prompt.messages(),
-                 QStringList{QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse")});
+        QCOMPARE(prompt.messages(), QStringList{QStringLiteral(
+                                        "Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse")});
     }
 
     void selection()

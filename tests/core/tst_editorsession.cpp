@@ -1,11 +1,11 @@
 #include "app/editorsession.h"
-#include "model/document.h"
-#include "model/qoscommon.h"
-#include "file/qoswriter.h"
 #include "base/scriptedprompt.h"
-#include "model/qosclass.h"
-#include "model/qosfilter.h"
+#include "file/qoswriter.h"
+#include "model/document.h"
 #include "model/objectpage.h"
+#include "model/qosclass.h"
+#include "model/qoscommon.h"
+#include "model/qosfilter.h"
 #include "pagescript.h"
 
 #include <QDir>
@@ -335,7 +335,8 @@ private slots:
         QVERIFY(!f.session.Generate([&](const QString& t) { clipboard = t; }));
         QVERIFY(clipboard.isEmpty());
         // The fixed text first, then which filter is at fault.
-        QVERIFY(f.prompt.messages().last().startsWith(QStringLiteral("Bei der Erstellung sind Fehler aufgetreten!\n\n")));
+        QVERIFY(f.prompt.messages().last().startsWith(
+            QStringLiteral("Bei der Erstellung sind Fehler aufgetreten!\n\n")));
         QVERIFY(f.prompt.messages().last().contains(QStringLiteral("1-100000")));
         QVERIFY(f.doc.IsModified()); // set by the edits above, and left so
     }

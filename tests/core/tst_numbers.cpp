@@ -164,8 +164,8 @@ private slots:
     void conversionOverflow()
     {
         bool inexact = false;
-        QVERIFY_THROWS_EXCEPTION(QoSError,
-                                 UnitConversion::ConvertUnit(3, QStringLiteral("gbit"), QStringLiteral("bit"), inexact));
+        QVERIFY_THROWS_EXCEPTION(
+            QoSError, UnitConversion::ConvertUnit(3, QStringLiteral("gbit"), QStringLiteral("bit"), inexact));
     }
 };
 

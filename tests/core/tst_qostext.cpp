@@ -1,15 +1,15 @@
-#include "model/document.h"
-#include "model/qoscommon.h"
 #include "base/qoserror.h"
+#include "base/scriptedprompt.h"
+#include "base/windows1252.h"
 #include "file/qosfiletable.h"
 #include "file/qosreader.h"
 #include "file/qoswriter.h"
-#include "base/scriptedprompt.h"
-#include "base/windows1252.h"
-#include "model/qosclass.h"
-#include "model/qosfilter.h"
+#include "model/document.h"
 #include "model/objectpage.h"
+#include "model/qosclass.h"
+#include "model/qoscommon.h"
 #include "model/qosconnector.h"
+#include "model/qosfilter.h"
 #include "pagescript.h"
 
 #include <QFile>
@@ -84,9 +84,11 @@ private slots:
         QTest::addColumn<QString>("handWritten");
         QTest::addColumn<QString>("editorWritten");
         QTest::addColumn<int>("boxes");
-        QTest::newRow("home router") << "home-router.qos.txt" << "editor-written.qos.txt" << 13;
+        QTest::newRow("home router") << "home-router.qos.txt"
+                                     << "editor-written.qos.txt" << 13;
         // Filters in rows 5 to 7 of the up page, below the five rows of the down page.
-        QTest::newRow("upstream only") << "upstream-only.qos.txt" << "upstream-only.editor-written.qos.txt" << 8;
+        QTest::newRow("upstream only") << "upstream-only.qos.txt"
+                                       << "upstream-only.editor-written.qos.txt" << 8;
     }
     void sampleExportMatchesEditorFile()
     {
@@ -145,7 +147,8 @@ private slots:
             << QStringLiteral("eins\r\n")
             << QStringLiteral("#QOS_DESCRIPTION='2' #Zeilen\r\n#eins\r\n#\r\n\r\n");
         QTest::newRow("lone LF and CR break lines too")
-            << QStringLiteral("a\nb\rc") << QStringLiteral("#QOS_DESCRIPTION='3' #Zeilen\r\n#a\r\n#b\r\n#c\r\n\r\n");
+            << QStringLiteral("a\nb\rc")
+            << QStringLiteral("#QOS_DESCRIPTION='3' #Zeilen\r\n#a\r\n#b\r\n#c\r\n\r\n");
     }
     void description()
     {
@@ -238,15 +241,21 @@ private slots:
         QTest::addColumn<QString>("reason");
         QTest::newRow("port list of more than 65536 entries") << "ports 1-100000"
                                                               << "65536";
-        QTest::newRow("class below row 3") << "class row 5" << "Zeile 5";
+        QTest::newRow("class below row 3") << "class row 5"
+                                           << "Zeile 5";
         QTest::newRow("a caption with a percent sign is named as it is")
             << "class row 5 50%1"
             << "\"50%1\" in Zelle 0,5 der Seite Down steht in Zeile 5";
-        QTest::newRow("filter without class") << "cut filter" << "an keiner Klasse";
-        QTest::newRow("quote in a caption") << "caption Bob's" << "Hochkomma";
-        QTest::newRow("line break in a priority") << "prio 1\n2" << "Zeilenumbruch";
-        QTest::newRow("character outside the code page") << "caption Ωmega" << "Ω";
-        QTest::newRow("description outside the code page") << "description →" << "→";
+        QTest::newRow("filter without class") << "cut filter"
+                                              << "an keiner Klasse";
+        QTest::newRow("quote in a caption") << "caption Bob's"
+                                            << "Hochkomma";
+        QTest::newRow("line break in a priority") << "prio 1\n2"
+                                                  << "Zeilenumbruch";
+        QTest::newRow("character outside the code page") << "caption Ωmega"
+                                                         << "Ω";
+        QTest::newRow("description outside the code page") << "description →"
+                                                           << "→";
     }
     void writerRefusesWhatCannotBeReadBack()
     {
@@ -453,8 +462,9 @@ private slots:
                      .arg(report.entriesAnnounced),
                  read);
         if (!report.complete)
-            QVERIFY(report.Message().startsWith(QStringLiteral("Die Datei wurde nicht vollständig gelesen: ") +
-                                                report.reason + QStringLiteral(" Gelesen: ")));
+            QVERIFY(
+                report.Message().startsWith(QStringLiteral("Die Datei wurde nicht vollständig gelesen: ") +
+                                            report.reason + QStringLiteral(" Gelesen: ")));
         else
             QCOMPARE(report.Message(), QString());
     }
@@ -533,13 +543,16 @@ private slots:
                 .toLatin1();
         };
         QTest::newRow("parent later, its direction taken")
-            << "QOS_CLASS_N='2'\n" + cls(1, 2, "DOWN") + cls(2, 0, "down") << "Class 1<Class 2 down, Class 2<- down";
+            << "QOS_CLASS_N='2'\n" + cls(1, 2, "DOWN") + cls(2, 0, "down")
+            << "Class 1<Class 2 down, Class 2<- down";
         QTest::newRow("parent first as always") << "QOS_CLASS_N='2'\n" + cls(1, 0, "down") + cls(2, 1, "down")
                                                 << "Class 1<- down, Class 2<Class 1 down";
         QTest::newRow("own parent") << "QOS_CLASS_N='1'\n" + cls(1, 1, "down") << "Class 1<- down";
         QTest::newRow("two classes naming each other")
-            << "QOS_CLASS_N='2'\n" + cls(1, 2, "down") + cls(2, 1, "down") << "Class 1<- down, Class 2<Class 1 down";
-        QTest::newRow("beyond the announced classes") << "QOS_CLASS_N='1'\n" + cls(1, 5, "down") << "Class 1<- down";
+            << "QOS_CLASS_N='2'\n" + cls(1, 2, "down") + cls(2, 1, "down")
+            << "Class 1<- down, Class 2<Class 1 down";
+        QTest::newRow("beyond the announced classes")
+            << "QOS_CLASS_N='1'\n" + cls(1, 5, "down") << "Class 1<- down";
         QTest::newRow("later parent on the other page")
             << "QOS_CLASS_N='2'\n" + cls(1, 2, "down") + cls(2, 0, "up") << "Class 1<- down, Class 2<- up";
     }
@@ -554,8 +567,9 @@ private slots:
             for (QoSObject* o : page->ContainedObjects()) {
                 auto* c = qobject_cast<QoSClass*>(o);
                 classes << QStringLiteral("%1<%2 %3")
-                               .arg(c->Caption(), c->ParentQoSObject() ? c->ParentQoSObject()->Caption()
-                                                                       : QStringLiteral("-"),
+                               .arg(c->Caption(),
+                                    c->ParentQoSObject() ? c->ParentQoSObject()->Caption()
+                                                         : QStringLiteral("-"),
                                     c->QoSDirection());
             }
         QCOMPARE(classes.join(QStringLiteral(", ")), tree);
@@ -573,14 +587,21 @@ private slots:
             "QOS_CLASS_N='1'\nQOS_CLASS_1_PRIO='0'\nQOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='1'\n"
             "QOS_FILTER_1_PORT='80'\n";
         QTest::newRow("settings in the description")
-            << "#QOS_DESCRIPTION='2' #Zeilen\n#QOS_CLASS_1_CAPTION='fremd'\n#QOS_FILTER_1_PORTEXT='ignore'\n" +
+            << "#QOS_DESCRIPTION='2' "
+               "#Zeilen\n#QOS_CLASS_1_CAPTION='fremd'\n#QOS_FILTER_1_PORTEXT='ignore'\n" +
                    oneFilter
-            << "QOS_CLASS_1_CAPTION='fremd'\r\nQOS_FILTER_1_PORTEXT='ignore'" << "Class 1" << "ppp0" << 1;
+            << "QOS_CLASS_1_CAPTION='fremd'\r\nQOS_FILTER_1_PORTEXT='ignore'"
+            << "Class 1"
+            << "ppp0" << 1;
         QTest::newRow("a line without # under a count too large stays a setting")
             << "#QOS_DESCRIPTION='3'\n#a\nQOS_INTERNET_DEV='eth7'\n" + oneFilter
-            << "a\r\nOS_INTERNET_DEV='eth7'\r\nOS_CLASS_N='1'" << "Class 1" << "eth7" << 1;
+            << "a\r\nOS_INTERNET_DEV='eth7'\r\nOS_CLASS_N='1'"
+            << "Class 1"
+            << "eth7" << 1;
         QTest::newRow("the lines after the block are settings again")
-            << "#QOS_DESCRIPTION='1'\n#x\n#QOS_CLASS_1_CAPTION='eigen'\n" + oneFilter << "x" << "eigen" << "ppp0" << 1;
+            << "#QOS_DESCRIPTION='1'\n#x\n#QOS_CLASS_1_CAPTION='eigen'\n" + oneFilter << "x"
+            << "eigen"
+            << "ppp0" << 1;
     }
     void descriptionLinesAreText()
     {
@@ -600,10 +621,12 @@ private slots:
     void pagesGrowToHoldBoxesReadBeyondThem()
     {
         Fixture f;
-        const ImportReport report = ImportQoSBytes(
-            f.doc, "#QOS_FILEVERSION='Tarnwick 1.1'\n#QOS_PAGESIZE='6,5'\nQOS_CLASS_N='2'\n#QOS_CLASS_1_CELLPOS='9,0'\n"
-                   "#QOS_CLASS_2_CELLPOS='20,3'\nQOS_CLASS_2_DIRECTION='up'\nQOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='1'\n"
-                   "#QOS_FILTER_1_CELLPOS='11,12'\n");
+        const ImportReport report =
+            ImportQoSBytes(f.doc, "#QOS_FILEVERSION='Tarnwick "
+                                  "1.1'\n#QOS_PAGESIZE='6,5'\nQOS_CLASS_N='2'\n#QOS_CLASS_1_CELLPOS='9,0'\n"
+                                  "#QOS_CLASS_2_CELLPOS='20,3'\nQOS_CLASS_2_DIRECTION='up'\nQOS_FILTER_N='1'"
+                                  "\nQOS_FILTER_1_CLASS='1'\n"
+                                  "#QOS_FILTER_1_CELLPOS='11,12'\n");
         QVERIFY(report.complete);
         QCOMPARE(PageScript::size(f.doc.Down1()), QStringLiteral("12x13"));
         QCOMPARE(PageScript::size(f.doc.Up1()), QStringLiteral("21x5"));

@@ -1,11 +1,11 @@
-#include "model/document.h"
-#include "model/qoscommon.h"
+#include "base/scriptedprompt.h"
 #include "file/qosreader.h"
 #include "file/qoswriter.h"
-#include "base/scriptedprompt.h"
-#include "model/qosclass.h"
-#include "model/qosfilter.h"
+#include "model/document.h"
 #include "model/objectpage.h"
+#include "model/qosclass.h"
+#include "model/qoscommon.h"
+#include "model/qosfilter.h"
 
 #include <QRandomGenerator>
 #include <QRegularExpression>
@@ -19,8 +19,9 @@ namespace {
 
 const QStringList bandwidths{QStringLiteral("768kbit"), QStringLiteral("1.5Mbit"), QStringLiteral("-0.4kbit"),
                              QStringLiteral("2.5kbit"), QStringLiteral("10Mbit"),  QStringLiteral("100")};
-const QStringList portLists{QStringLiteral("80"),          QStringLiteral("21,22"),  QStringLiteral("6000-6003"),
-                            QStringLiteral("1.5-3"),       QStringLiteral("10-5"),   QString(),
+const QStringList portLists{QStringLiteral("80"),           QStringLiteral("21,22"),
+                            QStringLiteral("6000-6003"),    QStringLiteral("1.5-3"),
+                            QStringLiteral("10-5"),         QString(),
                             QStringLiteral("443,8080-8081")};
 
 class Generator
@@ -67,8 +68,9 @@ private:
                 // Every fourth filter has no caption: such a filter is written as it always was.
                 const QString caption =
                     pick(4) == 0 ? QString() : QStringLiteral("Filter %1").arg(++m_filters);
-                page->AddFilter(number(c), QStringLiteral("10.%1.%2.0/24").arg(pick(250)).arg(pick(250)), ports,
-                                ports.isEmpty() ? QString() : QStringLiteral("client"), QString(), idx, caption);
+                page->AddFilter(number(c), QStringLiteral("10.%1.%2.0/24").arg(pick(250)).arg(pick(250)),
+                                ports, ports.isEmpty() ? QString() : QStringLiteral("client"), QString(), idx,
+                                caption);
             }
         }
         classes[pick(int(classes.size()))]->SetDefaultClass(true);
@@ -77,8 +79,9 @@ private:
     QoSClass* addClass(ObjectPage* page, const QString& parent)
     {
         int idx = 0;
-        return page->AddClass(parent, bandwidths[pick(int(bandwidths.size()))], bandwidths[pick(int(bandwidths.size()))],
-                              page->Direction(), QString::number(pick(8)), idx, false,
+        return page->AddClass(parent, bandwidths[pick(int(bandwidths.size()))],
+                              bandwidths[pick(int(bandwidths.size()))], page->Direction(),
+                              QString::number(pick(8)), idx, false,
                               QStringLiteral("Klasse %1").arg(++m_classes));
     }
 
@@ -144,7 +147,8 @@ QStringList picture(ObjectPage* page)
                         .arg(c->QoSMinBandWidth(), c->QoSMaxBandWidth(), c->QoSDirection(), c->QoSPrio(),
                              c->DefaultClass() ? QStringLiteral(" default") : QString());
         else if (auto* f = qobject_cast<QoSFilter*>(o))
-            line += QStringLiteral(" %1 [%2] %3 %4").arg(f->QoSIP(), f->QoSPort(), f->QoSType(), f->QoSOption());
+            line +=
+                QStringLiteral(" %1 [%2] %3 %4").arg(f->QoSIP(), f->QoSPort(), f->QoSType(), f->QoSOption());
         out << line;
     }
     return out;

@@ -1,13 +1,13 @@
-#include "model/document.h"
-#include "model/qoscommon.h"
 #include "base/qoserror.h"
+#include "base/scriptedprompt.h"
 #include "file/qosreader.h"
 #include "file/qoswriter.h"
-#include "base/scriptedprompt.h"
 #include "inputs/bandwidthfield.h"
+#include "model/document.h"
 #include "model/dropplan.h"
 #include "model/history.h"
 #include "model/objectpage.h"
+#include "model/qoscommon.h"
 #include "model/qosconnector.h"
 #include "pagescript.h"
 
@@ -58,31 +58,39 @@ class TestTree : public QObject
 private slots:
     void validation_data()
     {
-        QTest::addColumn<QString>("line");       // downstream line bandwidth
-        QTest::addColumn<QStringList>("mins");   // main classes, or sub classes of one parent
-        QTest::addColumn<QString>("max");        // the maximum of every class
-        QTest::addColumn<QString>("parentMax");  // "" for main classes
+        QTest::addColumn<QString>("line");      // downstream line bandwidth
+        QTest::addColumn<QStringList>("mins");  // main classes, or sub classes of one parent
+        QTest::addColumn<QString>("max");       // the maximum of every class
+        QTest::addColumn<QString>("parentMax"); // "" for main classes
         QTest::addColumn<bool>("minValid");
         QTest::addColumn<bool>("maxValid");
 
         QTest::newRow("zero minimum is invalid although the line has room")
-            << "768kbit" << QStringList{"0kbit"} << "768kbit" << "" << false << true;
-        QTest::newRow("three of 400 overbook 1000") << "1000kbit" << QStringList{"400kbit", "400kbit", "400kbit"}
-                                                    << "1000kbit" << "" << false << true;
-        QTest::newRow("three of 300 fit 1000") << "1000kbit" << QStringList{"300kbit", "300kbit", "300kbit"}
-                                               << "1000kbit" << "" << true << true;
+            << "768kbit" << QStringList{"0kbit"} << "768kbit"
+            << "" << false << true;
+        QTest::newRow("three of 400 overbook 1000")
+            << "1000kbit" << QStringList{"400kbit", "400kbit", "400kbit"} << "1000kbit"
+            << "" << false << true;
+        QTest::newRow("three of 300 fit 1000")
+            << "1000kbit" << QStringList{"300kbit", "300kbit", "300kbit"} << "1000kbit"
+            << "" << true << true;
         QTest::newRow("limit of a main class takes the bare line number")
-            << "2Mbit" << QStringList{"100kbit"} << "2kbit" << "" << false << true;
+            << "2Mbit" << QStringList{"100kbit"} << "2kbit"
+            << "" << false << true;
         QTest::newRow("maximum is compared by its entered number")
-            << "1000kbit" << QStringList{"100kbit"} << "2Mbit" << "" << true << true;
-        QTest::newRow("maximum above the limit") << "1000kbit" << QStringList{"100kbit"} << "1001kbit" << ""
-                                                 << true << false;
+            << "1000kbit" << QStringList{"100kbit"} << "2Mbit"
+            << "" << true << true;
+        QTest::newRow("maximum above the limit") << "1000kbit" << QStringList{"100kbit"} << "1001kbit"
+                                                 << "" << true << false;
         QTest::newRow("parent maximum 0 makes every maximum invalid")
-            << "1000kbit" << QStringList{"1kbit"} << "1kbit" << "0kbit" << false << false;
+            << "1000kbit" << QStringList{"1kbit"} << "1kbit"
+            << "0kbit" << false << false;
         QTest::newRow("sub classes against the parent maximum in kbit")
-            << "1000kbit" << QStringList{"512kbit", "512kbit"} << "1Mbit" << "1Mbit" << true << true;
+            << "1000kbit" << QStringList{"512kbit", "512kbit"} << "1Mbit"
+            << "1Mbit" << true << true;
         QTest::newRow("sub classes overbooking the parent")
-            << "1000kbit" << QStringList{"600kbit", "500kbit"} << "1kbit" << "1Mbit" << false << true;
+            << "1000kbit" << QStringList{"600kbit", "500kbit"} << "1kbit"
+            << "1Mbit" << false << true;
     }
     void validation()
     {
@@ -98,15 +106,15 @@ private slots:
         int idx = 0;
         QString parent = QStringLiteral("0");
         if (!parentMax.isEmpty()) {
-            page->AddClass(parent, QStringLiteral("1kbit"), parentMax, QStringLiteral("down"), QStringLiteral("0"),
-                           idx, false, QString());
+            page->AddClass(parent, QStringLiteral("1kbit"), parentMax, QStringLiteral("down"),
+                           QStringLiteral("0"), idx, false, QString());
             parent = QString::number(idx);
         }
         QList<QoSClass*> classes;
         for (const QString& min : mins) {
             idx = 0;
-            classes << page->AddClass(parent, min, max, QStringLiteral("down"), QStringLiteral("0"), idx, false,
-                                      QString());
+            classes << page->AddClass(parent, min, max, QStringLiteral("down"), QStringLiteral("0"), idx,
+                                      false, QString());
         }
         QoSClass* root = classes.first()->TopClass();
         root->Validate(true);
@@ -123,8 +131,9 @@ private slots:
     {
         Document doc;
         int idx = 0;
-        QoSClass* a = doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("2000000000kbit"),
-                                            QStringLiteral("1kbit"), QStringLiteral("down"), QString(), idx, false, {});
+        QoSClass* a =
+            doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("2000000000kbit"),
+                                  QStringLiteral("1kbit"), QStringLiteral("down"), QString(), idx, false, {});
         idx = 0;
         doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("2000000000kbit"), QStringLiteral("1kbit"),
                               QStringLiteral("down"), QString(), idx, false, {});
@@ -137,8 +146,9 @@ private slots:
     {
         Document doc;
         int idx = 0;
-        QoSClass* c = doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("1kbit"), QStringLiteral("10Mbit"),
-                                            QStringLiteral("down"), QString(), idx, false, {});
+        QoSClass* c =
+            doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("1kbit"), QStringLiteral("10Mbit"),
+                                  QStringLiteral("down"), QString(), idx, false, {});
         QCOMPARE(c->QoSMaxBandWidthKBit(), 10240);
         // A unit with capitals cannot be written back from kbit: the field's own rule.
         c->SetQoSMaxBandWidthKBit(2048);
@@ -166,15 +176,24 @@ private slots:
     {
         QTest::addColumn<QString>("number");
         QTest::addColumn<QString>("parent");
-        QTest::newRow("zero") << "0" << "0";
-        QTest::newRow("negative") << "-1" << "0";
-        QTest::newRow("no number") << "abc" << "0";
-        QTest::newRow("no such class") << "77" << "0";
-        QTest::newRow("itself") << "4" << "0";
-        QTest::newRow("a class with filters") << "2" << "0";
-        QTest::newRow("a plain main class") << "3" << "3";
-        QTest::newRow("fraction truncates") << "3.9" << "3";
-        QTest::newRow("huge") << "99999999999999" << "0";
+        QTest::newRow("zero") << "0"
+                              << "0";
+        QTest::newRow("negative") << "-1"
+                                  << "0";
+        QTest::newRow("no number") << "abc"
+                                   << "0";
+        QTest::newRow("no such class") << "77"
+                                       << "0";
+        QTest::newRow("itself") << "4"
+                                << "0";
+        QTest::newRow("a class with filters") << "2"
+                                              << "0";
+        QTest::newRow("a plain main class") << "3"
+                                            << "3";
+        QTest::newRow("fraction truncates") << "3.9"
+                                            << "3";
+        QTest::newRow("huge") << "99999999999999"
+                              << "0";
     }
     void parentLinks()
     {
@@ -408,7 +427,8 @@ private slots:
         PageScript::run(doc.Down1(), QStringLiteral("C F1"));
         QoSConnector* line = flt(doc, 1)->LineTop();
         line->Move(100, 200, 100, 2000);
-        QCOMPARE(QList<int>({line->x1(), line->y1(), line->x2(), line->y2()}), QList<int>({90, 195, 90, 1995}));
+        QCOMPARE(QList<int>({line->x1(), line->y1(), line->x2(), line->y2()}),
+                 QList<int>({90, 195, 90, 1995}));
         QCOMPARE(line->Width(), 135);
         QCOMPARE(line->Height(), 1920);
         // The connector follows its boxes: from the parent's bottom middle to the child's top middle.
@@ -648,10 +668,10 @@ private slots:
         QStringList keys;
         for (const HistoryItem& item : doc.history()->Items())
             keys << item.PropertyName + u'=' + item.Value.toString();
-        QCOMPARE(keys, (QStringList{"QoSPort=80",        "QoSType=client", "QoSType=server", "QoSPort=",
-                                    "QoSType=",          "QoSPort=21,80",  "QoSType=client", "QoSType=",
-                                    "QoSType=client",    "QoSIP=10.0.0.0", "QoSIP=10.0.0.0/8", "QoSIP=10.0.0.1/8",
-                                    "QoSIP=10.0.0.1/24", "QoSIP=10.0.0.1"}));
+        QCOMPARE(keys, (QStringList{"QoSPort=80", "QoSType=client", "QoSType=server",
+                                    "QoSPort=", "QoSType=", "QoSPort=21,80", "QoSType=client",
+                                    "QoSType=", "QoSType=client", "QoSIP=10.0.0.0", "QoSIP=10.0.0.0/8",
+                                    "QoSIP=10.0.0.1/8", "QoSIP=10.0.0.1/24", "QoSIP=10.0.0.1"}));
         QCOMPARE(doc.history()->count(), keys.size());
         QCOMPARE(doc.history()->Items().first().ObjectName, QStringLiteral("QoSFilter1"));
         doc.history()->Restore();

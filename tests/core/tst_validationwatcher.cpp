@@ -1,11 +1,11 @@
-#include "model/document.h"
-#include "model/qoscommon.h"
-#include "file/qosreader.h"
 #include "base/scriptedprompt.h"
-#include "inputs/bandwidthfield.h"
-#include "model/qosclass.h"
 #include "check/validationwatcher.h"
+#include "file/qosreader.h"
+#include "inputs/bandwidthfield.h"
+#include "model/document.h"
 #include "model/objectpage.h"
+#include "model/qosclass.h"
+#include "model/qoscommon.h"
 #include "model/qosconnector.h"
 
 #include <QFile>
@@ -18,7 +18,8 @@ class TestValidationWatcher : public QObject
 
     // On a 1000kbit down line: main classes A and B (400 each, maximum 1000) and two sub
     // classes A1 and A2 under A (300 each, maximum 800). Everything is valid.
-    struct Tree {
+    struct Tree
+    {
         ScriptedPrompt prompt;
         Document doc{&prompt};
         ValidationWatcher watcher{doc.Down1()};
@@ -29,16 +30,18 @@ class TestValidationWatcher : public QObject
             doc.Common1()->SetQoSInternetBandDown(QStringLiteral("1000kbit"));
             add(QStringLiteral("A"), nullptr, QStringLiteral("400kbit"), QStringLiteral("1000kbit"));
             add(QStringLiteral("B"), nullptr, QStringLiteral("400kbit"), QStringLiteral("1000kbit"));
-            add(QStringLiteral("A1"), classes[QStringLiteral("A")], QStringLiteral("300kbit"), QStringLiteral("800kbit"));
-            add(QStringLiteral("A2"), classes[QStringLiteral("A")], QStringLiteral("300kbit"), QStringLiteral("800kbit"));
+            add(QStringLiteral("A1"), classes[QStringLiteral("A")], QStringLiteral("300kbit"),
+                QStringLiteral("800kbit"));
+            add(QStringLiteral("A2"), classes[QStringLiteral("A")], QStringLiteral("300kbit"),
+                QStringLiteral("800kbit"));
             QCoreApplication::processEvents();
         }
         void add(const QString& name, QoSClass* parent, const QString& min, const QString& max)
         {
             int idx = 0;
-            classes.insert(name, doc.Down1()->AddClass(parent ? QString::number(parent->ClassIdx()) : QStringLiteral("0"),
-                                                       min, max, QStringLiteral("down"), QStringLiteral("0"), idx,
-                                                       false, name));
+            classes.insert(name, doc.Down1()->AddClass(
+                                     parent ? QString::number(parent->ClassIdx()) : QStringLiteral("0"), min,
+                                     max, QStringLiteral("down"), QStringLiteral("0"), idx, false, name));
         }
         // "A.min B.max": the flags that are invalid; every other flag is valid.
         QString invalid() const
@@ -170,13 +173,15 @@ private slots:
         Document doc(&prompt);
         ValidationWatcher watcher(doc.Down1());
         doc.Common1()->SetQoSInternetBandDown(QStringLiteral("1000kbit"));
-        const char* steps[][3] = {{"0", "300kbit", "1000kbit"}, {"0", "300kbit", "800kbit"}, {"1", "500kbit", "900kbit"},
-                                  {"1", "600kbit", "1200kbit"}, {"0", "500kbit", "1000kbit"}, {"3", "1kbit", "500kbit"},
-                                  {"2", "700kbit", "700kbit"}, {"2", "200kbit", "900kbit"}};
+        const char* steps[][3] = {{"0", "300kbit", "1000kbit"}, {"0", "300kbit", "800kbit"},
+                                  {"1", "500kbit", "900kbit"},  {"1", "600kbit", "1200kbit"},
+                                  {"0", "500kbit", "1000kbit"}, {"3", "1kbit", "500kbit"},
+                                  {"2", "700kbit", "700kbit"},  {"2", "200kbit", "900kbit"}};
         for (const auto& step : steps) {
             int idx = 0;
-            doc.Down1()->AddClass(QString::fromLatin1(step[0]), QString::fromLatin1(step[1]), QString::fromLatin1(step[2]),
-                                  QStringLiteral("down"), QStringLiteral("0"), idx, false, QString());
+            doc.Down1()->AddClass(QString::fromLatin1(step[0]), QString::fromLatin1(step[1]),
+                                  QString::fromLatin1(step[2]), QStringLiteral("down"), QStringLiteral("0"),
+                                  idx, false, QString());
             QCoreApplication::processEvents();
         }
         qobject_cast<QoSClass*>(doc.Object(QStringLiteral("QoSClass4")))->LineTop()->EditCut();
@@ -185,7 +190,8 @@ private slots:
             QString out;
             for (QoSObject* o : doc.Down1()->ContainedObjects())
                 if (auto* c = qobject_cast<QoSClass*>(o))
-                    out += QString(c->MinField()->IsValid() ? u'+' : u'-') + (c->MaxField()->IsValid() ? u'+' : u'-') + u' ';
+                    out += QString(c->MinField()->IsValid() ? u'+' : u'-') +
+                           (c->MaxField()->IsValid() ? u'+' : u'-') + u' ';
             return out;
         };
         const QString watched = flags();

@@ -1,11 +1,11 @@
-#include "model/document.h"
-#include "model/qoscommon.h"
 #include "base/qoserror.h"
-#include "file/qoswriter.h"
 #include "base/scriptedprompt.h"
 #include "base/writablevalue.h"
-#include "model/qosclass.h"
+#include "file/qoswriter.h"
+#include "model/document.h"
 #include "model/objectpage.h"
+#include "model/qosclass.h"
+#include "model/qoscommon.h"
 
 #include <QTest>
 

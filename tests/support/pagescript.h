@@ -6,9 +6,9 @@
 // Layouts are written as "name@x,y" in creation order, e.g. "C1@0,0 C2@0,1 F1@0,4".
 
 #include "model/document.h"
+#include "model/objectpage.h"
 #include "model/qosclass.h"
 #include "model/qosfilter.h"
-#include "model/objectpage.h"
 
 #include <QStringList>
 
@@ -29,11 +29,12 @@ inline void run(ObjectPage* page, const QString& script)
         int idx = 0;
         switch (step.at(0).unicode()) {
         case u'C':
-            page->AddClass(QStringLiteral("0"), QString(), QString(), page->Direction(), QStringLiteral("0"), idx,
-                           false, QString());
+            page->AddClass(QStringLiteral("0"), QString(), QString(), page->Direction(), QStringLiteral("0"),
+                           idx, false, QString());
             break;
         case u'S':
-            page->AddClass(arg, QString(), QString(), page->Direction(), QStringLiteral("0"), idx, false, QString());
+            page->AddClass(arg, QString(), QString(), page->Direction(), QStringLiteral("0"), idx, false,
+                           QString());
             break;
         case u'F':
             page->AddFilter(arg, QString(), QString(), QString(), QString(), idx, QString());

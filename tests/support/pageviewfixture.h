@@ -14,7 +14,8 @@
 #include <QApplication>
 #include <QTest>
 
-struct PageViewFixture {
+struct PageViewFixture
+{
     ScriptedPrompt prompt;
     Document doc{&prompt};
     ObjectPage* page;

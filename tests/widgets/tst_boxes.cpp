@@ -1,9 +1,9 @@
-#include "model/qoscommon.h"
 #include "inputs/bandwidthfield.h"
 #include "inputs/palettecolor.h"
-#include "model/qosclassbox.h"
-#include "model/qosfilterbox.h"
 #include "model/history.h"
+#include "model/qosclassbox.h"
+#include "model/qoscommon.h"
+#include "model/qosfilterbox.h"
 #include "pageviewfixture.h"
 
 #include <QAction>
@@ -42,9 +42,12 @@ private slots:
         QTest::addColumn<QString>("end");   // "Enter", "leave" or "Escape"
         QTest::addColumn<int>("changes");
         QTest::addColumn<QString>("caption");
-        QTest::newRow("F2, Enter") << "F2" << "Enter" << 1 << "Telefon";
-        QTest::newRow("double click, leaving the field") << "double click" << "leave" << 1 << "Telefon";
-        QTest::newRow("Escape keeps the caption") << "F2" << "Escape" << 0 << "alt";
+        QTest::newRow("F2, Enter") << "F2"
+                                   << "Enter" << 1 << "Telefon";
+        QTest::newRow("double click, leaving the field") << "double click"
+                                                         << "leave" << 1 << "Telefon";
+        QTest::newRow("Escape keeps the caption") << "F2"
+                                                  << "Escape" << 0 << "alt";
     }
     void editingTheTitle()
     {
@@ -109,7 +112,8 @@ private slots:
         TittleBar bar;
         bar.SetActive(true);
         auto* label = bar.findChild<QLabel*>(QStringLiteral("Label2"));
-        QCOMPARE(label->palette().color(QPalette::Window), bar.palette().color(QPalette::Active, QPalette::Highlight));
+        QCOMPARE(label->palette().color(QPalette::Window),
+                 bar.palette().color(QPalette::Active, QPalette::Highlight));
         bar.SetActive(false);
         const QColor inactive = label->palette().color(QPalette::Window);
         QVERIFY(inactive != bar.palette().color(QPalette::Active, QPalette::Highlight));
@@ -128,7 +132,8 @@ private slots:
         QTest::newRow("Ctrl+C copies nothing") << int(Qt::Key_C) << int(Qt::ControlModifier) << false;
         QTest::newRow("Ctrl+V pastes nothing") << int(Qt::Key_V) << int(Qt::ControlModifier) << false;
         QTest::newRow("Ctrl+X cuts") << int(Qt::Key_X) << int(Qt::ControlModifier) << true;
-        QTest::newRow("Ctrl+Alt+X is not Ctrl+X") << int(Qt::Key_X) << int(Qt::ControlModifier | Qt::AltModifier) << false;
+        QTest::newRow("Ctrl+Alt+X is not Ctrl+X")
+            << int(Qt::Key_X) << int(Qt::ControlModifier | Qt::AltModifier) << false;
         QTest::newRow("Delete") << int(Qt::Key_Delete) << int(Qt::NoModifier) << true;
         QTest::newRow("Shift+Delete") << int(Qt::Key_Delete) << int(Qt::ShiftModifier) << true;
     }
@@ -157,11 +162,13 @@ private slots:
     {
         QTest::addColumn<QString>("script");
         QTest::addColumn<QString>("entries");
-        QTest::newRow("class") << "C" << "itmEditCut itmEditCopy itmEditPaste itmEditDelete - itmEditDuplicate "
-                                         "itmEditCopyProperties itmEditPasteProperties - itmEditCaption";
-        QTest::newRow("filter") << "C F1" << "itmEditCut itmEditCopy itmEditPaste itmEditDelete - itmEditDuplicate "
-                                             "itmEditCopyProperties itmEditPasteProperties itmFilterProperties - "
-                                             "itmEditCaption";
+        QTest::newRow("class") << "C"
+                               << "itmEditCut itmEditCopy itmEditPaste itmEditDelete - itmEditDuplicate "
+                                  "itmEditCopyProperties itmEditPasteProperties - itmEditCaption";
+        QTest::newRow("filter") << "C F1"
+                                << "itmEditCut itmEditCopy itmEditPaste itmEditDelete - itmEditDuplicate "
+                                   "itmEditCopyProperties itmEditPasteProperties itmFilterProperties - "
+                                   "itmEditCaption";
     }
     void theBoxMenu()
     {
@@ -177,8 +184,8 @@ private slots:
         QCOMPARE(names.join(u' '), entries);
         // Everything but cut and delete leaves the document as it was.
         for (QAction* item : menu->actions())
-            if (!item->isSeparator() && item->objectName() != u"itmEditCut" && item->objectName() != u"itmEditDelete" &&
-                item->objectName() != u"itmEditCaption")
+            if (!item->isSeparator() && item->objectName() != u"itmEditCut" &&
+                item->objectName() != u"itmEditDelete" && item->objectName() != u"itmEditCaption")
                 item->trigger();
         QVERIFY(!f.doc.IsModified());
         QCOMPARE(f.page->ObjectCount(), script.count(u' ') + 1);
@@ -246,11 +253,13 @@ private slots:
         PageViewFixture f;
         f.doc.Common1()->SetQoSInternetBandDown(QStringLiteral("1000kbit"));
         int idx = 0;
-        QoSClass* a = f.page->AddClass(QStringLiteral("0"), QStringLiteral("400kbit"), QStringLiteral("1000kbit"),
-                                       QStringLiteral("down"), QStringLiteral("0"), idx, false, QStringLiteral("A"));
+        QoSClass* a =
+            f.page->AddClass(QStringLiteral("0"), QStringLiteral("400kbit"), QStringLiteral("1000kbit"),
+                             QStringLiteral("down"), QStringLiteral("0"), idx, false, QStringLiteral("A"));
         idx = 0;
-        QoSClass* b = f.page->AddClass(QStringLiteral("0"), QStringLiteral("400kbit"), QStringLiteral("1000kbit"),
-                                       QStringLiteral("down"), QStringLiteral("0"), idx, false, QStringLiteral("B"));
+        QoSClass* b =
+            f.page->AddClass(QStringLiteral("0"), QStringLiteral("400kbit"), QStringLiteral("1000kbit"),
+                             QStringLiteral("down"), QStringLiteral("0"), idx, false, QStringLiteral("B"));
         f.settle();
         const QColor white(Qt::white);
         const QColor red = PaletteColor(Colors::LightRed, QPalette());
@@ -380,7 +389,8 @@ private slots:
         QoSObject* object = f.page->ContainedObjects().last();
         QoSObjectBox* box = f.box(object);
         object->SetCaption(QString()); // a box without a title is named by its kind
-        QCOMPARE(box->accessibleName(), object->IsClass() ? QStringLiteral("Klasse") : QStringLiteral("Filter"));
+        QCOMPARE(box->accessibleName(),
+                 object->IsClass() ? QStringLiteral("Klasse") : QStringLiteral("Filter"));
         object->SetCaption(QStringLiteral("Telefonie"));
         QCOMPARE(box->accessibleName(), QStringLiteral("Telefonie"));
         QCOMPARE(box->focusControl()->accessibleName(), QStringLiteral("Telefonie"));

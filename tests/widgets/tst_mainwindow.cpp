@@ -2,15 +2,15 @@
 #include "app/editorsession.h"
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
-#include "model/document.h"
-#include "model/qoscommon.h"
-#include "file/qoswriter.h"
 #include "base/scriptedprompt.h"
+#include "file/qoswriter.h"
 #include "model/classcalculator.h"
+#include "model/document.h"
+#include "model/objectpage.h"
 #include "model/qosclass.h"
+#include "model/qoscommon.h"
 #include "model/qosfilter.h"
 #include "model/qosobjectbox.h"
-#include "model/objectpage.h"
 #include "page/objectpageview.h"
 
 #include <QAction>
@@ -582,7 +582,6 @@ private slots:
         trigger(e, "itmFileOpen");
         QCOMPARE(e.child<QLabel>("pnlStatus")->accessibleName(), QStringLiteral("Datei öffnen abgebrochen."));
     }
-
 };
 
 QTEST_MAIN(TestMainWindow)

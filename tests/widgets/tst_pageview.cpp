@@ -1,8 +1,8 @@
-#include "model/qoscommon.h"
 #include "file/qosreader.h"
 #include "model/plugbottom.h"
-#include "page/pagerenderer.h"
+#include "model/qoscommon.h"
 #include "model/qosconnector.h"
+#include "page/pagerenderer.h"
 #include "page/qosconnectorview.h"
 #include "page/spatialindex.h"
 #include "pageviewfixture.h"
@@ -23,7 +23,10 @@ class TestPageView : public QObject
 {
     Q_OBJECT
 
-    static QString cell(const QoSObject* o) { return QStringLiteral("%1,%2").arg(o->MatrixX()).arg(o->MatrixY()); }
+    static QString cell(const QoSObject* o)
+    {
+        return QStringLiteral("%1,%2").arg(o->MatrixX()).arg(o->MatrixY());
+    }
     static QoSObject* named(PageViewFixture& f, const QString& shortName)
     {
         const int n = shortName.mid(1).toInt();
@@ -79,7 +82,8 @@ private slots:
         // Put back to the centre of its new cell, on screen as in the core.
         const ObjectPageProperties& p = f.page->prop();
         QCOMPARE(child->Left(), child->MatrixX() * double(p.ColWidth) + (p.ColWidth - child->Width()) / 2.0);
-        QCOMPARE(f.box(child)->geometry().topLeft(), QPoint(int(child->Left() / 15), int(child->Top() / 15)) - f.view->scrollPosition());
+        QCOMPARE(f.box(child)->geometry().topLeft(),
+                 QPoint(int(child->Left() / 15), int(child->Top() / 15)) - f.view->scrollPosition());
     }
 
     void aDraggedBoxStaysOnThePage()
@@ -132,7 +136,8 @@ private slots:
         f.drag(moving, f.cellCorner(onto->MatrixX(), onto->MatrixY()) + QPoint(4, 4));
         QCOMPARE(f.prompt.messages().join(u'|'), message);
         QCOMPARE(cell(moving), before); // every drop on a box puts the dragged box back
-        QCOMPARE(moving->ParentQoSObject() ? PageScript::shortName(moving->ParentQoSObject()) : QString(), parentAfter);
+        QCOMPARE(moving->ParentQoSObject() ? PageScript::shortName(moving->ParentQoSObject()) : QString(),
+                 parentAfter);
         QCOMPARE(bool(moving->LineTop()), !parentAfter.isEmpty());
         QCOMPARE(!f.view->lineOnPane(QStringLiteral("LineTop") + moving->Name()).isNull(),
                  !parentAfter.isEmpty());
@@ -438,7 +443,8 @@ private slots:
         // A filter from the page's own menu never has a class.
         menu->actions().at(1)->trigger();
         f.settle();
-        QCOMPARE(f.prompt.messages(), QStringList{"Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"});
+        QCOMPARE(f.prompt.messages(),
+                 QStringList{"Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"});
     }
 
     void thePageSize()
@@ -450,7 +456,8 @@ private slots:
         QCOMPARE(PageScript::size(f.page), QStringLiteral("10x8"));
         const ObjectPageProperties& p = f.page->prop();
         QCOMPARE(f.view->pageSize(), QSize(10 * p.ColWidth / 15, 8 * p.RowHeight / 15));
-        QCOMPARE(f.view->horizontalScrollBar()->maximum(), std::max(0, f.view->pageSize().width() - f.view->pane()->width()));
+        QCOMPARE(f.view->horizontalScrollBar()->maximum(),
+                 std::max(0, f.view->pageSize().width() - f.view->pane()->width()));
     }
 
     // A page read as millions of columns wide is shown up to the last column a box can take,
@@ -461,8 +468,9 @@ private slots:
         qint32 cols = 2000000000, rows = 5;
         f.page->SetGridDimensions(cols, rows);
         int idx = 0;
-        QoSClass* far = f.page->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"), QString(),
-                                         idx, false, QStringLiteral("weit"), qint16(32767), qint16(0));
+        QoSClass* far =
+            f.page->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"), QString(),
+                             idx, false, QStringLiteral("weit"), qint16(32767), qint16(0));
         f.settle();
         const ObjectPageProperties& p = f.page->prop();
         QCOMPARE(f.view->pageSize().width(), int(32768LL * p.ColWidth / 15));
@@ -524,7 +532,8 @@ private slots:
         f.doc.setStatusWindow(&status);
         QByteArray file = "QOS_CLASS_N='200'\n";
         for (int n = 1; n <= 200; ++n)
-            file += "QOS_CLASS_" + QByteArray::number(n) + "_PARENT='" + QByteArray::number(n > 1 ? 1 : 0) + "'\n";
+            file += "QOS_CLASS_" + QByteArray::number(n) + "_PARENT='" + QByteArray::number(n > 1 ? 1 : 0) +
+                    "'\n";
         QVERIFY(ImportQoSBytes(f.doc, file).complete);
         QCOMPARE(status.most, 0);
         f.settle();
@@ -562,9 +571,11 @@ private slots:
             QCOMPARE(boxes.size(), 8);
             for (QoSObjectBox* b : boxes) {
                 const QoSObject* o = b->object();
-                const QRect cellRect(int(o->MatrixX() * p.ColWidth / 15.0), int(o->MatrixY() * p.RowHeight / 15.0),
-                                     p.ColWidth / 15, p.RowHeight / 15);
-                QVERIFY2(cellRect.contains(b->geometry().translated(f.view->scrollPosition())), qPrintable(o->Name()));
+                const QRect cellRect(int(o->MatrixX() * p.ColWidth / 15.0),
+                                     int(o->MatrixY() * p.RowHeight / 15.0), p.ColWidth / 15,
+                                     p.RowHeight / 15);
+                QVERIFY2(cellRect.contains(b->geometry().translated(f.view->scrollPosition())),
+                         qPrintable(o->Name()));
                 for (QoSObjectBox* other : boxes)
                     QVERIFY(other == b || !other->geometry().intersects(b->geometry()));
                 // Every field lies wholly inside its box, and no text is cut: each text box and
@@ -581,7 +592,8 @@ private slots:
                         QVERIFY2(edit->height() >= need.height() && text <= edit->contentsRect().width() - 4,
                                  qPrintable(what));
                     } else if (qobject_cast<QLabel*>(w) && w->objectName() != u"Label2") {
-                        QVERIFY2(w->height() >= need.height() && w->width() >= need.width(), qPrintable(what));
+                        QVERIFY2(w->height() >= need.height() && w->width() >= need.width(),
+                                 qPrintable(what));
                     }
                 }
             }

@@ -1,11 +1,11 @@
 #include "app/appproperties.h"
 
 #include "base/atomicfile.h"
-#include "model/document.h"
 #include "base/numbers.h"
-#include "model/qoscommon.h"
 #include "base/qoserror.h"
+#include "model/document.h"
 #include "model/objectpage.h"
+#include "model/qoscommon.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,16 +1,16 @@
 #include "app/editorsession.h"
 
 #include "base/atomicfile.h"
-#include "model/document.h"
-#include "model/qoscommon.h"
 #include "base/qoserror.h"
+#include "base/userprompt.h"
 #include "file/qosreader.h"
 #include "file/qoswriter.h"
-#include "base/userprompt.h"
-#include "model/qosclass.h"
-#include "model/validationpass.h"
-#include "model/qosfilter.h"
+#include "model/document.h"
 #include "model/objectpage.h"
+#include "model/qosclass.h"
+#include "model/qoscommon.h"
+#include "model/qosfilter.h"
+#include "model/validationpass.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -141,7 +141,8 @@ bool EditorSession::SaveAs()
         bytes = ExportQoSBytes(m_document);
     } catch (const QoSError& e) {
         // The reason names the box or the setting, so that the user can put it right.
-        m_document.prompt().Message(WriterFailed + QStringLiteral("\n\n") + e.message(), UserPrompt::Icon::Critical);
+        m_document.prompt().Message(WriterFailed + QStringLiteral("\n\n") + e.message(),
+                                    UserPrompt::Icon::Critical);
         m_document.SetStatusText(NotSaved);
         return false;
     }
@@ -174,7 +175,8 @@ bool EditorSession::Generate(const std::function<void(const QString&)>& toClipbo
     }
     m_document.SetModified(modified);
     if (text.isEmpty()) {
-        m_document.prompt().Message(reason.isEmpty() ? WriterFailed : WriterFailed + QStringLiteral("\n\n") + reason,
+        m_document.prompt().Message(reason.isEmpty() ? WriterFailed
+                                                     : WriterFailed + QStringLiteral("\n\n") + reason,
                                     UserPrompt::Icon::Critical);
         return false;
     }

@@ -2,8 +2,7 @@
 
 QoSError::QoSError(Kind kind, const QString& message)
     : std::runtime_error(message.toStdString()), m_kind(kind), m_message(message)
-{
-}
+{}
 
 QoSError QoSError::overflow()
 {
@@ -13,5 +12,6 @@ QoSError QoSError::overflow()
 
 QoSError QoSError::typeMismatch(const QString& text)
 {
-    return QoSError(Kind::TypeMismatch, QStringLiteral("Typen unverträglich: \"%1\" ist keine Zahl.").arg(text));
+    return QoSError(Kind::TypeMismatch,
+                    QStringLiteral("Typen unverträglich: \"%1\" ist keine Zahl.").arg(text));
 }

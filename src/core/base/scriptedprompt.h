@@ -12,7 +12,8 @@
 class ScriptedPrompt : public UserPrompt
 {
 public:
-    struct Entry {
+    struct Entry
+    {
         QString kind; // "message", "yesno", "yesnocancel", "input", "open", "save"
         QString text;
         Icon icon = Icon::None;
@@ -37,7 +38,11 @@ public:
     QStringList inputDefaults;
 
     QStringList messages() const; // texts of the message boxes, in order
-    void clear() { log.clear(); inputDefaults.clear(); }
+    void clear()
+    {
+        log.clear();
+        inputDefaults.clear();
+    }
 };
 
 class RecordingStatus : public StatusLine, public StatusWindow
@@ -53,7 +58,11 @@ public:
     void SetCaption(const QString& caption) override { captions << caption; }
     void SetMessage(const QString& message) override { this->messages << message; }
     void SetProgress(int value, int maximum) override { progress << qMakePair(value, maximum); }
-    void Close() override { ++closed; visible = false; }
+    void Close() override
+    {
+        ++closed;
+        visible = false;
+    }
 
     QStringList statusTexts;
     QStringList captions;

@@ -1,11 +1,11 @@
 #include "check/validationwatcher.h"
 
-#include "model/document.h"
 #include "base/numbers.h"
-#include "model/qoscommon.h"
 #include "base/qoserror.h"
+#include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qosclass.h"
+#include "model/qoscommon.h"
 
 #include <QList>
 
@@ -40,7 +40,8 @@ void ValidationWatcher::watch(QoSObject* object)
     auto* c = qobject_cast<QoSClass*>(object);
     if (!c)
         return; // filters take no part in a bandwidth check
-    connect(c, &QoSObject::propertyChanged, this, [this, c](const QString& property) { propertyChanged(c, property); });
+    connect(c, &QoSObject::propertyChanged, this,
+            [this, c](const QString& property) { propertyChanged(c, property); });
     connect(c, &QoSObject::parentChanged, this, [this, c](const QString& name) { parentChanged(c, name); });
     const Place place{c->ParentName(), c->QoSDirection(), c->Sequence()};
     m_places.insert(c->Name(), place);
@@ -135,7 +136,8 @@ void ValidationWatcher::Flush()
     for (const QString& direction : directions)
         checkMainClasses(direction);
     for (const QString& name : parents)
-        if (auto* parent = qobject_cast<QoSClass*>(m_document->Object(name)); parent && parent->GetObjectPage() == m_page)
+        if (auto* parent = qobject_cast<QoSClass*>(m_document->Object(name));
+            parent && parent->GetObjectPage() == m_page)
             checkChildren(parent);
 }
 

@@ -35,7 +35,8 @@ public:
     bool Pending() const { return m_scheduled; }
 
 private:
-    struct Place {
+    struct Place
+    {
         QString parent;    // the parent's name, "" for a main class
         QString direction; // the direction the class had
         qint64 sequence = 0;

@@ -2,8 +2,8 @@
 
 #include "base/numbers.h"
 #include "base/qoserror.h"
-#include "file/qosreader.h"
 #include "base/windows1252.h"
+#include "file/qosreader.h"
 
 #include <QStringList>
 
@@ -31,7 +31,8 @@ inline QStringView leadingWord(QStringView line)
         ++start;
     qsizetype end = start;
     // Letters, digits and "_" are the usual characters; the four breaks are told apart after.
-    while (end < n && (p[end] > u'\'' || (p[end] != u' ' && p[end] != u'\t' && p[end] != u'\'')) && p[end] != u'=')
+    while (end < n && (p[end] > u'\'' || (p[end] != u' ' && p[end] != u'\t' && p[end] != u'\'')) &&
+           p[end] != u'=')
         ++end;
     return line.sliced(start, end - start);
 }
@@ -126,9 +127,18 @@ const Head heads[] = {
 
 // The other names the reader asks for.
 const QStringView globals[] = {
-    u"QOS_INTERNET_DEV",      u"QOS_INTERNET_BAND_DOWN", u"QOS_INTERNET_BAND_UP", u"QOS_INTERNET_DEFAULT_DOWN",
-    u"QOS_INTERNET_DEFAULT_UP", u"QOS_LOCALNET_DEV",     u"QOS_LOCALNET_BAND",    u"#QOS_DESCRIPTION",
-    u"#QOS_FILEVERSION",      u"#QOS_PAGESIZE",          u"QOS_CLASS_N",          u"QOS_FILTER_N",
+    u"QOS_INTERNET_DEV",
+    u"QOS_INTERNET_BAND_DOWN",
+    u"QOS_INTERNET_BAND_UP",
+    u"QOS_INTERNET_DEFAULT_DOWN",
+    u"QOS_INTERNET_DEFAULT_UP",
+    u"QOS_LOCALNET_DEV",
+    u"QOS_LOCALNET_BAND",
+    u"#QOS_DESCRIPTION",
+    u"#QOS_FILEVERSION",
+    u"#QOS_PAGESIZE",
+    u"QOS_CLASS_N",
+    u"QOS_FILTER_N",
 };
 constexpr int descriptionGlobal = 7;
 
@@ -170,7 +180,8 @@ inline std::optional<Numbered> splitNumbered(QStringView word)
 } // namespace
 
 QoSFileTable::QoSFileTable(const QByteArray& bytes)
-    : m_text(Windows1252::Decode(bytes)), m_lines(splitLines(m_text, bytes)), m_globals(std::size(globals), -1)
+    : m_text(Windows1252::Decode(bytes)), m_lines(splitLines(m_text, bytes)),
+      m_globals(std::size(globals), -1)
 {
     index();
 }
@@ -259,7 +270,8 @@ std::optional<qsizetype> QoSFileTable::FindLine(QStringView name) const
     for (qsizetype i = 0; i < LineCount(); ++i) {
         if (isText(i))
             continue;
-        if (plain ? leadingWord(m_lines[std::size_t(i)]).startsWith(name) : CleanLine(m_lines[std::size_t(i)]).startsWith(name))
+        if (plain ? leadingWord(m_lines[std::size_t(i)]).startsWith(name)
+                  : CleanLine(m_lines[std::size_t(i)]).startsWith(name))
             return i;
     }
     return std::nullopt;

@@ -23,8 +23,21 @@ class QoSFileTable
 public:
     // The numbered fields, looked up without building their names.
     enum class Field {
-        ClassCaption, ClassCellPos, ClassParent, ClassMinBandwidth, ClassMaxBandwidth, ClassDirection, ClassPrio,
-        FilterCaption, FilterCellPos, FilterPortExt, FilterClass, FilterIp, FilterPort, FilterType, FilterOption,
+        ClassCaption,
+        ClassCellPos,
+        ClassParent,
+        ClassMinBandwidth,
+        ClassMaxBandwidth,
+        ClassDirection,
+        ClassPrio,
+        FilterCaption,
+        FilterCellPos,
+        FilterPortExt,
+        FilterClass,
+        FilterIp,
+        FilterPort,
+        FilterType,
+        FilterOption,
     };
     static constexpr int FieldCount = int(Field::FilterOption) + 1;
 

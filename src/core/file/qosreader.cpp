@@ -1,13 +1,13 @@
 #include "file/qosreader.h"
 
-#include "model/document.h"
-#include "model/qosclass.h"
 #include "base/numbers.h"
-#include "model/objectpage.h"
-#include "model/qoscommon.h"
 #include "base/qoserror.h"
-#include "file/qosfiletable.h"
 #include "base/userprompt.h"
+#include "file/qosfiletable.h"
+#include "model/document.h"
+#include "model/objectpage.h"
+#include "model/qosclass.h"
+#include "model/qoscommon.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -218,8 +218,7 @@ private:
         common.SetQoSVersion(value(u"%Version", QStringLiteral("unbekannt")));
     }
 
-    template <typename Set>
-    void setBandwidth(QStringView name, const QString& defaultValue, Set set)
+    template <typename Set> void setBandwidth(QStringView name, const QString& defaultValue, Set set)
     {
         const QString v = value(name, defaultValue);
         try {
@@ -233,7 +232,8 @@ private:
     {
         const QStringList parts = value(u"#QOS_PAGESIZE", QStringLiteral("10,5")).split(u',');
         if (parts.size() < 2)
-            throw fileError(QStringLiteral("Die Seitengröße '%1' hat nicht zwei Teile.").arg(parts.join(u',')));
+            throw fileError(
+                QStringLiteral("Die Seitengröße '%1' hat nicht zwei Teile.").arg(parts.join(u',')));
         qint32 cols = Numbers::RoundToInt32(Numbers::LeadingValue(parts[0]));
         qint32 rows = Numbers::RoundToInt32(Numbers::LeadingValue(parts[1]));
         m_doc.Down1()->SetGridDimensions(cols, rows);
@@ -319,8 +319,8 @@ private:
         int classIdx = n;
         QoSClass* c = nullptr;
         try {
-            c = page->AddClass(parent, minimum, maximum, direction, prio, classIdx, isDefault, caption, cell.x,
-                               cell.y, true);
+            c = page->AddClass(parent, minimum, maximum, direction, prio, classIdx, isDefault, caption,
+                               cell.x, cell.y, true);
         } catch (const QoSError& e) {
             if (e.kind() == QoSError::Kind::Tree)
                 throw fileError(QStringLiteral("%1 steht nicht auf der Seite ihrer übergeordneten Klasse %2.")
@@ -389,7 +389,8 @@ private:
         }
         QoSClass* c = number ? m_doc.ClassByIdx(*number) : nullptr;
         if (!c || !c->GetObjectPage())
-            throw fileError(QStringLiteral("%1 nennt die Klasse '%2', die es nicht gibt.").arg(where(), classText));
+            throw fileError(
+                QStringLiteral("%1 nennt die Klasse '%2', die es nicht gibt.").arg(where(), classText));
         // A filter of several ports was written as several entries: the first carries the
         // whole list, the others are marked "ignore".
         if (portList == u"ignore")
@@ -423,7 +424,8 @@ QByteArray readFile(const QString& path)
         throw fileError(QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden.").arg(path));
     QByteArray bytes = file.read(MaxQoSFileSize + 1);
     if (file.error() != QFileDevice::NoError)
-        throw fileError(QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden: %2").arg(path, file.errorString()));
+        throw fileError(
+            QStringLiteral("Die Datei \"%1\" kann nicht gelesen werden: %2").arg(path, file.errorString()));
     if (bytes.size() > MaxQoSFileSize)
         throw fileError(QStringLiteral("Die Datei \"%1\" ist größer als %2 MB und wird nicht gelesen.")
                             .arg(path)

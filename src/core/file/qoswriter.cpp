@@ -1,23 +1,23 @@
 #include "file/qoswriter.h"
 
-#include "model/document.h"
-#include "inputs/ipfield.h"
-#include "inputs/portfield.h"
-#include "model/qosclass.h"
-#include "model/qosfilter.h"
-#include "model/objectpage.h"
-#include "model/qoscommon.h"
 #include "base/qoserror.h"
 #include "base/windows1252.h"
 #include "base/writablevalue.h"
+#include "inputs/ipfield.h"
+#include "inputs/portfield.h"
+#include "model/document.h"
+#include "model/objectpage.h"
+#include "model/qosclass.h"
+#include "model/qoscommon.h"
+#include "model/qosfilter.h"
 
 #include <QDate>
-#include <QRegularExpression>
 #include <QDateTime>
+#include <QRegularExpression>
 
 #include <charconv>
-#include <functional>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -95,17 +95,12 @@ struct BytesSink
     }
 };
 
-template <typename Sink>
-class Lines
+template <typename Sink> class Lines
 {
 public:
     explicit Lines(Sink& sink) : m_out(sink) {}
 
-    template <std::size_t N>
-    void literal(const char (&s)[N])
-    {
-        m_out.ascii(s, N - 1);
-    }
+    template <std::size_t N> void literal(const char (&s)[N]) { m_out.ascii(s, N - 1); }
     void text(QStringView s) { m_out.append(s); }
     void number(qint64 n)
     {
@@ -163,7 +158,8 @@ constexpr qsizetype lineRoom = 64;
 
 QString pageName(const QoSObject& o)
 {
-    return o.GetObjectPage() && o.GetObjectPage()->Direction() == u"up" ? QStringLiteral("Up") : QStringLiteral("Down");
+    return o.GetObjectPage() && o.GetObjectPage()->Direction() == u"up" ? QStringLiteral("Up")
+                                                                        : QStringLiteral("Down");
 }
 
 QString describe(const QoSObject& o)
@@ -181,8 +177,7 @@ QoSError unwritable(const QString& text)
 
 // A value that would not read back as it is (a quote, a line break, a character the code page
 // lacks) is refused rather than changed.
-template <typename Owner>
-void checkValue(QStringView value, const Owner& owner, QStringView what)
+template <typename Owner> void checkValue(QStringView value, const Owner& owner, QStringView what)
 {
     const WritableValue::Verdict verdict = WritableValue::Check(value);
     if (!verdict.writable())
@@ -211,9 +206,10 @@ void checkFilter(const QoSFilter& f)
     const auto owner = [&f] { return describe(f); };
     // A filter without its class would end the reading of the file.
     if (!f.ParentQoSObject())
-        throw unwritable(QStringLiteral("%1 hängt an keiner Klasse; so lässt sich die Datei nicht wieder vollständig "
-                                        "lesen.")
-                             .arg(owner()));
+        throw unwritable(
+            QStringLiteral("%1 hängt an keiner Klasse; so lässt sich die Datei nicht wieder vollständig "
+                           "lesen.")
+                .arg(owner()));
     checkValue(f.Caption(), owner, u"der Titel");
     checkValue(f.QoSIP(), owner, u"die IP-Adresse");
     checkValue(f.QoSPort(), owner, u"die Ports");
@@ -306,14 +302,16 @@ private:
 qsizetype sizeBound(const Numbering& numbering, const QoSCommon& common)
 {
     qsizetype n = 4096 + common.QoSDescription().size() * 2 + common.QoSVersion().size();
-    for (const QString& v : {common.QoSInternetDev(), common.QoSInternetBandDown(), common.QoSInternetBandUp(),
-                             common.QoSInternetDefaultDown(), common.QoSInternetDefaultUp(), common.QoSLocalNetDev(),
-                             common.QoSLocalBand()})
+    for (const QString& v : {common.QoSInternetDev(), common.QoSInternetBandDown(),
+                             common.QoSInternetBandUp(), common.QoSInternetDefaultDown(),
+                             common.QoSInternetDefaultUp(), common.QoSLocalNetDev(), common.QoSLocalBand()})
         n += v.size();
     for (const Entry& e : numbering.boxes()) {
         if (auto* c = qobject_cast<QoSClass*>(e.object)) {
             // A bandwidth is written as its number and unit, or as the text it was read as.
-            const auto bandwidth = [](const BandwidthField* f) { return f->Value().size() + f->Unit().size() + 64; };
+            const auto bandwidth = [](const BandwidthField* f) {
+                return f->Value().size() + f->Unit().size() + 64;
+            };
             n += 8 * lineRoom + c->Caption().size() + bandwidth(c->MinField()) + bandwidth(c->MaxField()) +
                  c->QoSDirection().size() + c->QoSPrio().size();
         } else if (auto* f = qobject_cast<QoSFilter*>(e.object)) {
@@ -329,8 +327,7 @@ qsizetype sizeBound(const Numbering& numbering, const QoSCommon& common)
     return n;
 }
 
-template <typename Sink>
-void writeHeader(Lines<Sink>& h, const QString& version, int cols, int rows)
+template <typename Sink> void writeHeader(Lines<Sink>& h, const QString& version, int cols, int rows)
 {
     const QString rule = QStringLiteral("##") + QString(77, u'-');
     h.line(rule);
@@ -371,8 +368,7 @@ void writeHeader(Lines<Sink>& h, const QString& version, int cols, int rows)
     h.end();
 }
 
-template <typename Sink>
-void writeCommon(Lines<Sink>& out, const QoSCommon& common)
+template <typename Sink> void writeCommon(Lines<Sink>& out, const QoSCommon& common)
 {
     // The blank counts are fixed: with the default values every "#" stands in column 36.
     struct Row
@@ -407,8 +403,7 @@ void writeCommon(Lines<Sink>& out, const QoSCommon& common)
     out.end();
 }
 
-template <typename Sink>
-void writeDescription(Lines<Sink>& out, const QString& description)
+template <typename Sink> void writeDescription(Lines<Sink>& out, const QString& description)
 {
     // Every line break starts a line of its own, a lone CR or LF too: a piece that ran on into
     // the next line would stand there without its "#" and read as a setting.
@@ -424,8 +419,7 @@ void writeDescription(Lines<Sink>& out, const QString& description)
     out.end();
 }
 
-template <typename Sink>
-void writeClass(Lines<Sink>& out, const QoSClass& c)
+template <typename Sink> void writeClass(Lines<Sink>& out, const QoSClass& c)
 {
     const qint32 n = c.ClassIdx();
     out.setting("#QOS_CLASS_", n, "_CAPTION", c.Caption());
@@ -478,8 +472,7 @@ template <typename Sink> void writeFilter(Lines<Sink>& out, const QoSFilter& f, 
     }
 }
 
-template <typename Sink>
-void exportInto(Document& doc, Sink& sink)
+template <typename Sink> void exportInto(Document& doc, Sink& sink)
 {
     QoSCommon& common = *doc.Common1();
     common.SetQoSInternetDefaultUp(QString());

@@ -9,10 +9,11 @@ BandwidthField::BandwidthField(QObject* parent) : QObject(parent) {}
 
 QoSError BandwidthField::OutOfRange(const QString& text)
 {
-    return QoSError(QoSError::Kind::Overflow,
-                    QStringLiteral("Die Bandbreite '%1' liegt außerhalb des Zahlenbereichs von -2147483648 bis "
-                                   "2147483647.")
-                        .arg(text.size() > 60 ? text.left(60) + u'…' : text));
+    return QoSError(
+        QoSError::Kind::Overflow,
+        QStringLiteral("Die Bandbreite '%1' liegt außerhalb des Zahlenbereichs von -2147483648 bis "
+                       "2147483647.")
+            .arg(text.size() > 60 ? text.left(60) + u'…' : text));
 }
 
 void BandwidthField::SetValue(const QString& number)

@@ -6,8 +6,8 @@
 
 #include <QObject>
 
-#include <functional>
 #include <QString>
+#include <functional>
 
 class QoSError;
 class UserPrompt;

@@ -7,8 +7,14 @@
 namespace Colors {
 using Rgb = quint32;
 constexpr Rgb SystemColorFlag = 0x80000000u;
-constexpr Rgb System(quint32 index) { return SystemColorFlag | index; }
-constexpr bool IsSystem(Rgb c) { return (c & SystemColorFlag) != 0; }
+constexpr Rgb System(quint32 index)
+{
+    return SystemColorFlag | index;
+}
+constexpr bool IsSystem(Rgb c)
+{
+    return (c & SystemColorFlag) != 0;
+}
 
 constexpr Rgb White = 0xFFFFFF;
 constexpr Rgb Black = 0x000000;

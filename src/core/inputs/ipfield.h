@@ -4,8 +4,8 @@
 
 #include <QObject>
 
-#include <functional>
 #include <QString>
+#include <functional>
 
 // The value behind the address input: a dotted address and optional mask bits.
 // Text is "address" or "address/bits" when the bits read as a number above 0.
@@ -28,7 +28,8 @@ public:
     void SetText(const QString& text);
 
     // Key filter of the address box. text is the box's text, the selection is replaced by key.
-    static KeyAction FilterAddressKey(const QString& text, int selectionStart, int selectionLength, QChar key);
+    static KeyAction FilterAddressKey(const QString& text, int selectionStart, int selectionLength,
+                                      QChar key);
     // Key filter of the mask box: digits, backspace, Ctrl+X and Ctrl+C.
     static bool AcceptsMaskKey(QChar key);
     // The check when the focus leaves the address box; an empty box passes.

@@ -25,9 +25,10 @@ qint64 rangeEnd(QStringView s)
 
 QoSError tooManyPorts(QStringView port)
 {
-    return QoSError(QoSError::Kind::Overflow,
-                    QStringLiteral("Die Portliste '%1' steht für mehr Ports, als sich zählen lassen.")
-                        .arg(port.size() > 60 ? port.first(60).toString() + QStringLiteral("…") : port.toString()));
+    return QoSError(
+        QoSError::Kind::Overflow,
+        QStringLiteral("Die Portliste '%1' steht für mehr Ports, als sich zählen lassen.")
+            .arg(port.size() > 60 ? port.first(60).toString() + QStringLiteral("…") : port.toString()));
 }
 
 } // namespace

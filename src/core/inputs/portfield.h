@@ -4,10 +4,10 @@
 
 #include <QObject>
 
-#include <functional>
-#include <optional>
 #include <QString>
 #include <QStringList>
+#include <functional>
+#include <optional>
 
 // The value behind the port input: a list such as "21,80,6000-6010". Every single port
 // becomes one filter entry in the file, so the list is counted as it changes.

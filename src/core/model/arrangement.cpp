@@ -1,9 +1,9 @@
 #include "model/arrangement.h"
 
 #include "base/qoserror.h"
+#include "model/objectpage.h"
 #include "model/qosclass.h"
 #include "model/qosobject.h"
-#include "model/objectpage.h"
 
 int Arrangement::FindFreeColumn(bool grow)
 {
@@ -92,7 +92,8 @@ Arrangement::Column Arrangement::NewClassColumn(QoSClass* parent, std::optional<
         }
         const QList<QoSObject*>& children = parent->ChildQoSObjects();
         const QoSObject* last = children.isEmpty() ? nullptr : children.last();
-        if (parent->GetObjectPage() == &m_page && parent->m_columnNode >= 0 && (!last || last->m_columnNode >= 0)) {
+        if (parent->GetObjectPage() == &m_page && parent->m_columnNode >= 0 &&
+            (!last || last->m_columnNode >= 0)) {
             // The first child stands below its parent. Every further child was placed right
             // of the one before, and shifts keep the order of columns: the newest child is
             // the rightmost, and the new column comes right after it.

@@ -43,5 +43,5 @@ private:
     std::vector<int> m_any;                 // boxes in any row, per column
     std::vector<quint64> m_occupied;        // bit per column 0..ColumnLimit-1: m_inRows > 0
     int m_rows = 0;
-    int m_maxColumn = -65536;               // rightmost column that holds a box, or below all
+    int m_maxColumn = -65536; // rightmost column that holds a box, or below all
 };

@@ -1,11 +1,11 @@
 #include "model/classcalculator.h"
 
-#include "model/document.h"
 #include "base/numbers.h"
-#include "model/qoscommon.h"
 #include "base/qoserror.h"
+#include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qosclass.h"
+#include "model/qoscommon.h"
 
 namespace {
 

@@ -1,14 +1,14 @@
 #include "model/document.h"
 
-#include "model/qosclass.h"
-#include "model/qosobject.h"
-#include "model/history.h"
-#include "model/objectpage.h"
-#include "model/qosconnector.h"
-#include "model/qoscommon.h"
-#include "base/scriptedprompt.h"
 #include "base/numbers.h"
 #include "base/qoserror.h"
+#include "base/scriptedprompt.h"
+#include "model/history.h"
+#include "model/objectpage.h"
+#include "model/qosclass.h"
+#include "model/qoscommon.h"
+#include "model/qosconnector.h"
+#include "model/qosobject.h"
 
 #include <cmath>
 

@@ -7,7 +7,8 @@
 class QObject;
 
 // One recorded edit: which box, which property, and the value it held at that moment.
-struct HistoryItem {
+struct HistoryItem
+{
     QString ObjectName;
     QString PropertyName;
     QVariant Value;

@@ -1,13 +1,13 @@
 #include "model/objectpage.h"
 
-#include "model/document.h"
 #include "base/numbers.h"
-#include "model/qoscommon.h"
 #include "base/qoserror.h"
 #include "base/userprompt.h"
+#include "model/document.h"
 #include "model/qosclass.h"
-#include "model/qosfilter.h"
+#include "model/qoscommon.h"
 #include "model/qosconnector.h"
+#include "model/qosfilter.h"
 
 #include <QSet>
 
@@ -154,8 +154,10 @@ void ObjectPage::PlaceObject(QoSObject* object) const
 {
     if (IsDeferred())
         return; // every box is placed once when the import ends
-    const double left = object->MatrixX() * double(m_prop.ColWidth) + (m_prop.ColWidth - object->Width()) / 2.0;
-    const double top = object->MatrixY() * double(m_prop.RowHeight) + (m_prop.RowHeight - object->Height()) / 2.0;
+    const double left =
+        object->MatrixX() * double(m_prop.ColWidth) + (m_prop.ColWidth - object->Width()) / 2.0;
+    const double top =
+        object->MatrixY() * double(m_prop.RowHeight) + (m_prop.RowHeight - object->Height()) / 2.0;
     object->Move(left, top);
 }
 
@@ -242,10 +244,10 @@ void ObjectPage::refuse(Refusal refusal, const QString& text)
         m_document->prompt().Message(text, UserPrompt::Icon::Warning);
 }
 
-QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandwidth, const QString& maxBandwidth,
-                               const QString& direction, const QString& prio, int& classIdx, bool flag,
-                               const QString& caption, std::optional<qint16> x, std::optional<qint16> y,
-                               bool visible)
+QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandwidth,
+                               const QString& maxBandwidth, const QString& direction, const QString& prio,
+                               int& classIdx, bool flag, const QString& caption, std::optional<qint16> x,
+                               std::optional<qint16> y, bool visible)
 {
     // A parent number that names no class makes a main class in every step.
     return AddClass(m_document->ClassByNumberText(parentIdx), minBandwidth, maxBandwidth, direction, prio,
@@ -346,8 +348,9 @@ QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, co
 }
 
 QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, const QString& port,
-                                 const QString& type, const QString& option, int& filterIdx, const QString& extra,
-                                 std::optional<qint16> x, std::optional<qint16> y, bool visible)
+                                 const QString& type, const QString& option, int& filterIdx,
+                                 const QString& extra, std::optional<qint16> x, std::optional<qint16> y,
+                                 bool visible)
 {
     double number = 0;
     try {
@@ -487,7 +490,8 @@ void ObjectPage::SetSelectedObject(QoSObject* object)
         m_selectedFilter = f;
         m_selectedClass = nullptr;
     } else {
-        qDebug("Fehler: Typename '%s' nicht bekannt in ObjectPage.SelectedObject", object->metaObject()->className());
+        qDebug("Fehler: Typename '%s' nicht bekannt in ObjectPage.SelectedObject",
+               object->metaObject()->className());
         return;
     }
     emit selectionChanged();
@@ -517,9 +521,11 @@ QoSFilter* ObjectPage::NewFilterCommand()
 
 bool ObjectPage::PageSizeCommand()
 {
-    const QString defaultText = QString::number(m_prop.Cols) + QStringLiteral(", ") + QString::number(m_prop.Rows);
+    const QString defaultText =
+        QString::number(m_prop.Cols) + QStringLiteral(", ") + QString::number(m_prop.Rows);
     for (;;) {
-        const QString answer = m_document->prompt().InputBox(QStringLiteral("Neue Breite, Höhe eingeben:"), defaultText);
+        const QString answer =
+            m_document->prompt().InputBox(QStringLiteral("Neue Breite, Höhe eingeben:"), defaultText);
         if (answer.isEmpty())
             return false;
         const QStringList parts = answer.split(u',');

@@ -3,7 +3,8 @@
 #include <QtGlobal>
 
 // Geometry of a page in twips (15 twips to a pixel) and its size in cells.
-struct ObjectPageProperties {
+struct ObjectPageProperties
+{
     qint32 ObjectWidth = 1755;
     qint32 ObjectHeight = 1275;
     qint32 Rows = 5;

@@ -1,10 +1,10 @@
 #include "model/qosclass.h"
 
-#include "model/document.h"
 #include "base/numbers.h"
-#include "model/qoscommon.h"
 #include "inputs/bandwidthfield.h"
+#include "model/document.h"
 #include "model/objectpage.h"
+#include "model/qoscommon.h"
 #include "model/qosconnector.h"
 #include "model/qosfilter.h"
 #include "model/validationpass.h"

@@ -1,17 +1,16 @@
 #include "model/qosconnector.h"
 
 #include "model/document.h"
+#include "model/objectpage.h"
 #include "model/qosclass.h"
 #include "model/qosobject.h"
-#include "model/objectpage.h"
 
 #include <cstdlib>
 
 QoSConnector::QoSConnector(Document* document, QoSObject* bottom)
     : QObject(nullptr), m_document(document), m_name(QStringLiteral("LineTop") + bottom->Name()),
       m_page(bottom->GetObjectPage()), m_bottom(bottom)
-{
-}
+{}
 
 void QoSConnector::Move(int x1, int y1, int x2, int y2)
 {

@@ -1,9 +1,9 @@
 #include "model/qosfilter.h"
 
-#include "model/document.h"
 #include "base/qoserror.h"
 #include "inputs/ipfield.h"
 #include "inputs/portfield.h"
+#include "model/document.h"
 #include "model/history.h"
 #include "model/objectpage.h"
 #include "model/qosclass.h"

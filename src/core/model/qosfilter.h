@@ -5,7 +5,6 @@
 #include "inputs/ipfield.h"
 #include "inputs/portfield.h"
 
-
 // A filter: which traffic (address, ports, type, option) goes into the class above it.
 class QoSFilter final : public QoSObject
 {

@@ -1,19 +1,19 @@
 #include "model/qosobject.h"
 
-#include "model/document.h"
 #include "base/userprompt.h"
+#include "model/document.h"
 #include "model/dropplan.h"
 #include "model/objectpage.h"
-#include "model/qosconnector.h"
 #include "model/qosclass.h"
+#include "model/qosconnector.h"
 #include "model/qosfilter.h"
 #include "model/treedepth.h"
 
 QoSObject::QoSObject(Document* document, ObjectPage* page, const QString& name)
-    : QObject(nullptr), m_document(document), m_page(page), m_name(name), m_sequence(document->NextSequence()),
-      m_width(page ? page->prop().ObjectWidth : 1755), m_height(page ? page->prop().ObjectHeight : 1275)
-{
-}
+    : QObject(nullptr), m_document(document), m_page(page), m_name(name),
+      m_sequence(document->NextSequence()), m_width(page ? page->prop().ObjectWidth : 1755),
+      m_height(page ? page->prop().ObjectHeight : 1275)
+{}
 
 QoSObject::~QoSObject() = default;
 

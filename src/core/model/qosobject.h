@@ -20,7 +20,8 @@ class QoSObject : public QObject
     Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
 public:
     // The result of letting a dragged box go.
-    struct DropResult {
+    struct DropResult
+    {
         bool moved = false;  // went to a free cell
         bool linked = false; // hung under the box it was dropped on
         QString message;     // the refusal shown to the user, if any

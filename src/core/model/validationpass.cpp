@@ -1,8 +1,8 @@
 #include "model/validationpass.h"
 
-#include "model/document.h"
 #include "base/numbers.h"
 #include "base/qoserror.h"
+#include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qosclass.h"
 

@@ -1,9 +1,9 @@
 #include "dialogprompt.h"
 
-#include <QGuiApplication>
-#include <QFileDialog>
-#include <QInputDialog>
 #include <QAbstractButton>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QInputDialog>
 #include <QMessageBox>
 
 namespace {
@@ -62,7 +62,9 @@ QString DialogPrompt::QtFilter(const QString& filter)
 static void germanButtons(QMessageBox& box)
 {
     const std::pair<QMessageBox::StandardButton, const char16_t*> texts[] = {
-        {QMessageBox::Ok, u"OK"}, {QMessageBox::Yes, u"&Ja"}, {QMessageBox::No, u"&Nein"},
+        {QMessageBox::Ok, u"OK"},
+        {QMessageBox::Yes, u"&Ja"},
+        {QMessageBox::No, u"&Nein"},
         {QMessageBox::Cancel, u"Abbrechen"}};
     for (const auto& [button, text] : texts)
         if (QAbstractButton* b = box.button(button))

@@ -1,10 +1,10 @@
 #include "qoscommonpage.h"
 
 #include "app/dialogprompt.h"
-#include "model/qoscommon.h"
 #include "base/writablevalue.h"
 #include "inputs/inputbandwidth.h"
 #include "inputs/pasteguard.h"
+#include "model/qoscommon.h"
 
 #include <QComboBox>
 #include <QGridLayout>

@@ -38,7 +38,8 @@ void InputDirection::setField(DirectionField* field)
 void InputDirection::showText()
 {
     m_lblDirection->setText(m_field->Text());
-    m_lblDirection->setAccessibleName(m_field->Text().isEmpty() ? QStringLiteral("Richtung") : m_field->Text());
+    m_lblDirection->setAccessibleName(m_field->Text().isEmpty() ? QStringLiteral("Richtung")
+                                                                : m_field->Text());
 }
 
 bool InputDirection::eventFilter(QObject* watched, QEvent* event)

@@ -12,7 +12,8 @@ QColor PaletteColor(Colors::Rgb color, const QPalette& palette)
     case 3: // inactive caption
         // Many schemes give inactive selections the active colour; a caption must still
         // tell active from inactive, so such a scheme gets its quiet mid tone instead.
-        if (palette.color(QPalette::Inactive, QPalette::Highlight) != palette.color(QPalette::Active, QPalette::Highlight))
+        if (palette.color(QPalette::Inactive, QPalette::Highlight) !=
+            palette.color(QPalette::Active, QPalette::Highlight))
             return palette.color(QPalette::Inactive, QPalette::Highlight);
         return palette.color(QPalette::Mid);
     case 5: // window background: the background of text boxes
@@ -26,7 +27,8 @@ QColor PaletteColor(Colors::Rgb color, const QPalette& palette)
     case 18: // button text
         return palette.color(QPalette::ButtonText);
     case 19: // inactive caption text
-        if (palette.color(QPalette::Inactive, QPalette::Highlight) != palette.color(QPalette::Active, QPalette::Highlight))
+        if (palette.color(QPalette::Inactive, QPalette::Highlight) !=
+            palette.color(QPalette::Active, QPalette::Highlight))
             return palette.color(QPalette::Inactive, QPalette::HighlightedText);
         return palette.color(QPalette::WindowText);
     default:

@@ -68,8 +68,10 @@ BoxMetrics measure(const QFont& font)
     const int prioRow = m.labelWidth + m.gap + prio.sizeHint().width() + m.gap + m.directionWidth;
 
     const int mask = advance(QStringLiteral("0000")) + 12; // the mask box's own maximum
-    const int ip = advance(QStringLiteral("255.255.255.255")) + editExtra + 2 + advance(QStringLiteral("/")) + 2 + mask;
-    const int port = advance(QStringLiteral("6000-6010")) + editExtra + 4 + advance(QStringLiteral("000")) + 12;
+    const int ip =
+        advance(QStringLiteral("255.255.255.255")) + editExtra + 2 + advance(QStringLiteral("/")) + 2 + mask;
+    const int port =
+        advance(QStringLiteral("6000-6010")) + editExtra + 4 + advance(QStringLiteral("000")) + 12;
     m.typeWidth = advance(QStringLiteral("server")) + editExtra + arrow.sizeHint().width();
     const int option = advance(QStringLiteral("TOSMD")) + editExtra + arrow.sizeHint().width();
     const int filterRows = m.labelWidth + m.gap + std::max({ip, port, m.typeWidth + m.gap + option});

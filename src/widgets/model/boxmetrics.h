@@ -9,7 +9,8 @@
 //   filter box: width = title width + title offset + 1, height = bottom of the option field + 6.
 // Both kinds share one title width, so that the boxes of a column line up and every line
 // runs straight down the middle.
-struct BoxMetrics {
+struct BoxMetrics
+{
     int titleOffset = 3; // left and top offset of the title bar
     int gap = 2;         // between rows and between controls of a row
     int titleWidth = 0;

@@ -14,7 +14,8 @@ PlugBottom::PlugBottom(QoSClass* owner, QWidget* parent) : QWidget(parent), m_ow
     setCursor(Qt::PointingHandCursor);
     setToolTip(QStringLiteral("Auf eine Klasse oder einen Filter ziehen, um sie hier unterzuordnen"));
     setAccessibleName(QStringLiteral("Anschluss"));
-    setAccessibleDescription(QStringLiteral("Auf eine Klasse oder einen Filter ziehen, um sie hier unterzuordnen"));
+    setAccessibleDescription(
+        QStringLiteral("Auf eine Klasse oder einen Filter ziehen, um sie hier unterzuordnen"));
 }
 
 QString PlugBottom::MimeType()

@@ -1,11 +1,11 @@
 #include "qosclassbox.h"
 
-#include "boxmetrics.h"
-#include "model/document.h"
 #include "base/qoserror.h"
 #include "base/userprompt.h"
+#include "boxmetrics.h"
 #include "inputs/inputbandwidth.h"
 #include "inputs/inputprio.h"
+#include "model/document.h"
 #include "model/qosclass.h"
 #include "page/tittlebar.h"
 #include "plugbottom.h"
@@ -116,7 +116,8 @@ QColor QoSClassBox::background() const
     // Classes carry a tint of the selection colour, so that they stand apart from filters.
     const QColor window = palette().color(QPalette::Window);
     const QColor tint = palette().color(QPalette::Highlight);
-    return QColor::fromRgbF(window.redF() * 0.9f + tint.redF() * 0.1f, window.greenF() * 0.9f + tint.greenF() * 0.1f,
+    return QColor::fromRgbF(window.redF() * 0.9f + tint.redF() * 0.1f,
+                            window.greenF() * 0.9f + tint.greenF() * 0.1f,
                             window.blueF() * 0.9f + tint.blueF() * 0.1f);
 }
 
@@ -130,7 +131,8 @@ void QoSClassBox::showProperty(const QString& name)
     } else if (name == u"QoSDirection") {
         // A screen reader reads the direction itself; the description says what it is.
         m_lblDirection->setText(c->QoSDirection());
-        m_lblDirection->setAccessibleName(c->QoSDirection().isEmpty() ? QStringLiteral("Richtung") : c->QoSDirection());
+        m_lblDirection->setAccessibleName(c->QoSDirection().isEmpty() ? QStringLiteral("Richtung")
+                                                                      : c->QoSDirection());
     } else if (name == u"DefaultClass") {
         for (QFrame* mark : m_fraDefaultClass)
             mark->setVisible(c->DefaultClass());

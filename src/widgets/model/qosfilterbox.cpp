@@ -33,7 +33,8 @@ QoSFilterBox::QoSFilterBox(QoSFilter* filter, ObjectPageView* view, QWidget* par
     m_txtOption->setObjectName(QStringLiteral("txtOption"));
     m_txtOption->setAccessibleName(QStringLiteral("Option"));
     const int optionLeft = m.fieldLeft() + m.typeWidth + m.gap;
-    m_txtOption->setGeometry(optionLeft, m.rowTop(2), m.fieldLeft() + m.fieldWidth() - optionLeft, m.rowHeight);
+    m_txtOption->setGeometry(optionLeft, m.rowTop(2), m.fieldLeft() + m.fieldWidth() - optionLeft,
+                             m.rowHeight);
     // In a box an example address in grey reads like a value; the option field, which shares
     // the type's row and label, names itself while it is empty.
     if (auto* address = qobject_cast<QLineEdit*>(m_txtIP->focusProxy()))
@@ -124,7 +125,8 @@ bool QoSFilterBox::eventFilter(QObject* watched, QEvent* event)
     if (watched == m_txtType->focusProxy() && event->type() == QEvent::FocusOut) {
         // A list of ports needs a type: leaving the type empty makes it "client".
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-        if (QoSFilter* f = filter(); f && reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
+        if (QoSFilter* f = filter();
+            f && reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
             f->TypeFieldLeft();
     }
     return QoSObjectBox::eventFilter(watched, event);

@@ -103,12 +103,13 @@ void QoSObjectBox::paintEvent(QPaintEvent*)
     p.setPen(palette().color(QPalette::WindowText));
     const QStringList labels = rowLabels();
     for (int row = 0; row < labels.size(); ++row)
-        p.drawText(QRect(m.titleOffset, m.rowTop(row), m.labelWidth, m.rowHeight), Qt::AlignLeft | Qt::AlignVCenter,
-                   labels.at(row));
+        p.drawText(QRect(m.titleOffset, m.rowTop(row), m.labelWidth, m.rowHeight),
+                   Qt::AlignLeft | Qt::AlignVCenter, labels.at(row));
     // The selected box carries a broad frame in the selection colour; the others a thin one.
     const bool selected = m_object && m_object->Selected();
     const int frame = selected ? 2 : 1;
-    const QColor frameColor = selected ? palette().color(QPalette::Highlight) : palette().color(QPalette::Mid);
+    const QColor frameColor =
+        selected ? palette().color(QPalette::Highlight) : palette().color(QPalette::Mid);
     p.setPen(Qt::NoPen);
     p.setBrush(frameColor);
     const QRect r = rect();
@@ -282,8 +283,9 @@ bool QoSObjectBox::eventFilter(QObject* watched, QEvent* event)
             // The box's keys come before shortcuts of the window that use the same keys.
             auto* key = static_cast<QKeyEvent*>(event);
             const Qt::KeyboardModifiers modifiers = key->modifiers() & ~Qt::KeypadModifier;
-            const bool clipboardKey = modifiers == Qt::ControlModifier &&
-                                      (key->key() == Qt::Key_C || key->key() == Qt::Key_V || key->key() == Qt::Key_X);
+            const bool clipboardKey =
+                modifiers == Qt::ControlModifier &&
+                (key->key() == Qt::Key_C || key->key() == Qt::Key_V || key->key() == Qt::Key_X);
             if (clipboardKey || key->key() == Qt::Key_Delete || key->key() == Qt::Key_F2) {
                 event->accept();
                 return true;
@@ -312,8 +314,9 @@ namespace {
 
 QString plugData(const QMimeData* data)
 {
-    return data && data->hasFormat(PlugBottom::MimeType()) ? QString::fromUtf8(data->data(PlugBottom::MimeType()))
-                                                            : QString();
+    return data && data->hasFormat(PlugBottom::MimeType())
+               ? QString::fromUtf8(data->data(PlugBottom::MimeType()))
+               : QString();
 }
 
 } // namespace

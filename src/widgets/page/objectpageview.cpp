@@ -1,16 +1,16 @@
 #include "objectpageview.h"
 
-#include "model/document.h"
+#include "check/validationwatcher.h"
 #include "model/boxmetrics.h"
+#include "model/document.h"
+#include "model/objectpage.h"
 #include "model/qosclass.h"
 #include "model/qosclassbox.h"
+#include "model/qosconnector.h"
 #include "model/qosfilter.h"
 #include "model/qosfilterbox.h"
-#include "check/validationwatcher.h"
 #include "moveobject.h"
 #include "objectpane.h"
-#include "model/objectpage.h"
-#include "model/qosconnector.h"
 #include "pagelines.h"
 #include "qosconnectorview.h"
 
@@ -46,9 +46,9 @@ bool safeToDeleteNow()
 } // namespace
 
 ObjectPageView::ObjectPageView(ObjectPage* page, QWidget* parent)
-    : QWidget(parent), m_page(page), m_pane(new ObjectPane(this)), m_hscrPane(new QScrollBar(Qt::Horizontal, this)),
-      m_vscrPane(new QScrollBar(Qt::Vertical, this)), m_corner(new QWidget(this)), m_mover(new MoveObject(this)),
-      m_watcher(new ValidationWatcher(page, this))
+    : QWidget(parent), m_page(page), m_pane(new ObjectPane(this)),
+      m_hscrPane(new QScrollBar(Qt::Horizontal, this)), m_vscrPane(new QScrollBar(Qt::Vertical, this)),
+      m_corner(new QWidget(this)), m_mover(new MoveObject(this)), m_watcher(new ValidationWatcher(page, this))
 {
     setObjectName(page->Name());
     setAccessibleName(page->Direction() == u"up" ? QStringLiteral("Up") : QStringLiteral("Down"));
@@ -188,7 +188,8 @@ void ObjectPageView::adopt(QoSObject* object)
     m_boxIndex.insert(record, record->rect);
     connect(object, &QoSObject::geometryChanged, this, [this, object] { objectMoved(object); });
     connect(object, &QoSObject::visibleChanged, this, [this, object] { objectMoved(object); });
-    connect(object, &QoSObject::selectedChanged, this, [this, object](bool selected) { objectSelected(object, selected); });
+    connect(object, &QoSObject::selectedChanged, this,
+            [this, object](bool selected) { objectSelected(object, selected); });
     if (QoSConnector* line = object->LineTop())
         adoptConnector(line);
     // A file read box by box adds most boxes far out of sight: they wait for the scroll bars.
@@ -224,7 +225,8 @@ void ObjectPageView::dropWidget(QWidget* widget)
     // object), so it goes later. The focus moves to the page first: it must not wander on to
     // the next box, which would select it, and a second Delete would then delete that too.
     m_pinned.remove(widget);
-    if (QWidget* focus = QApplication::focusWidget(); focus && (focus == widget || widget->isAncestorOf(focus)))
+    if (QWidget* focus = QApplication::focusWidget();
+        focus && (focus == widget || widget->isAncestorOf(focus)))
         m_pane->setFocus(Qt::OtherFocusReason);
     widget->hide();
     widget->deleteLater();
@@ -655,7 +657,8 @@ void ObjectPageView::realize()
 
 void ObjectPageView::realizeAll()
 {
-    const QRect everything(QPoint(-int(MaxPixels / 2), -int(MaxPixels / 2)), QPoint(int(MaxPixels), int(MaxPixels)));
+    const QRect everything(QPoint(-int(MaxPixels / 2), -int(MaxPixels / 2)),
+                           QPoint(int(MaxPixels), int(MaxPixels)));
     realizeIn(everything, everything);
 }
 
@@ -749,12 +752,15 @@ QMenu* ObjectPageView::createPageMenu(QWidget* parent)
     auto add = [this, menu](const QString& name, const QString& caption, void (ObjectPageView::*command)()) {
         QAction* item = menu->addAction(caption);
         item->setObjectName(name);
-        connect(item, &QAction::triggered, this, [this, command] { QMetaObject::invokeMethod(this, command, Qt::QueuedConnection); });
+        connect(item, &QAction::triggered, this,
+                [this, command] { QMetaObject::invokeMethod(this, command, Qt::QueuedConnection); });
     };
     add(QStringLiteral("itmEditNewClass"), QStringLiteral("Neue &Klasse"), &ObjectPageView::NewClassCommand);
-    add(QStringLiteral("itmEditNewFilter"), QStringLiteral("Neuer &Filter"), &ObjectPageView::NewFilterCommand);
+    add(QStringLiteral("itmEditNewFilter"), QStringLiteral("Neuer &Filter"),
+        &ObjectPageView::NewFilterCommand);
     menu->addSeparator();
-    add(QStringLiteral("itmObjectPageProperties"), QStringLiteral("&Seitengröße..."), &ObjectPageView::PageSizeCommand);
+    add(QStringLiteral("itmObjectPageProperties"), QStringLiteral("&Seitengröße..."),
+        &ObjectPageView::PageSizeCommand);
     return menu;
 }
 

@@ -151,7 +151,10 @@ public:
     void updatePageRect(const QRect& rect);
     void setPinned(QWidget* widget, bool pinned);
     int typePosition(const QString& filterName) const { return m_typePositions.value(filterName); }
-    void setTypePosition(const QString& filterName, int position) { m_typePositions.insert(filterName, position); }
+    void setTypePosition(const QString& filterName, int position)
+    {
+        m_typePositions.insert(filterName, position);
+    }
     // Called by the pane when its size changed.
     void paneResized();
 
@@ -163,7 +166,8 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    struct BoxRecord {
+    struct BoxRecord
+    {
         QPointer<QoSObject> object;
         QPointer<QoSObjectBox> widget;
         QRect rect; // page pixels, as entered in the index
@@ -186,8 +190,8 @@ private:
     QoSObjectBox* makeBox(QoSObject* object);
     void retireBox(BoxRecord* record);
     bool isPinned(QWidget* widget) const;
-    QRect boxRect(const QoSObject* object) const;         // page pixels
-    QRect visibleRect() const;                            // page pixels
+    QRect boxRect(const QoSObject* object) const; // page pixels
+    QRect visibleRect() const;                    // page pixels
     QRect makeArea() const;
     QRect keepArea() const;
 

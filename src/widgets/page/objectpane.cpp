@@ -1,9 +1,9 @@
 #include "objectpane.h"
 
-#include "model/qosobject.h"
-#include "objectpageview.h"
 #include "model/objectpage.h"
 #include "model/qosconnector.h"
+#include "model/qosobject.h"
+#include "objectpageview.h"
 #include "qosconnectorview.h"
 
 #include <QApplication>
@@ -63,7 +63,8 @@ void ObjectPane::paintEvent(QPaintEvent* event)
     const QRect area = pageRect.translated(offset); // in page pixels
     const int classRows = std::min(4, prop.Rows);
     const int classBottom = int(classRows * rowPx) - offset.y();
-    const QRect classBand = QRect(-offset.x(), -offset.y(), size.width(), classBottom + offset.y()).intersected(pageRect);
+    const QRect classBand =
+        QRect(-offset.x(), -offset.y(), size.width(), classBottom + offset.y()).intersected(pageRect);
     if (!classBand.isEmpty())
         p.fillRect(classBand, mix(base, pal.color(QPalette::Highlight), 0.05));
 

@@ -1,10 +1,10 @@
 #include "pagelines.h"
 
+#include "model/objectpage.h"
+#include "model/qosconnector.h"
 #include "model/qosobject.h"
 #include "objectpageview.h"
 #include "objectpane.h"
-#include "model/objectpage.h"
-#include "model/qosconnector.h"
 #include "qosconnectorview.h"
 
 #include <QPainter>

@@ -13,12 +13,13 @@ QImage RenderObjectPage(ObjectPage* page, QString* error)
     if (size.width() > MaxRenderSide || size.height() > MaxRenderSide ||
         qint64(size.width()) * size.height() > MaxRenderPixels) {
         if (error)
-            *error = QStringLiteral("Die Seite ist mit %1 × %2 Pixeln zu groß für ein Bild (höchstens %3 Pixel je "
-                                    "Seite und %4 Millionen Pixel).")
-                         .arg(size.width())
-                         .arg(size.height())
-                         .arg(MaxRenderSide)
-                         .arg(MaxRenderPixels / 1'000'000);
+            *error =
+                QStringLiteral("Die Seite ist mit %1 × %2 Pixeln zu groß für ein Bild (höchstens %3 Pixel je "
+                               "Seite und %4 Millionen Pixel).")
+                    .arg(size.width())
+                    .arg(size.height())
+                    .arg(MaxRenderSide)
+                    .arg(MaxRenderPixels / 1'000'000);
         return {};
     }
     view.setAttribute(Qt::WA_DontShowOnScreen);

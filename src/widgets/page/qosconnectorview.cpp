@@ -1,8 +1,8 @@
 #include "qosconnectorview.h"
 
+#include "model/qosconnector.h"
 #include "model/qosobject.h"
 #include "objectpageview.h"
-#include "model/qosconnector.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>

@@ -71,7 +71,7 @@ private:
     void showCaption();
     void endEdit(bool commit);
 
-    QLabel* m_label; // Label2
+    QLabel* m_label;            // Label2
     QPointer<QLineEdit> m_edit; // Text1, made only while editing
     QString m_caption;
     UserPrompt* m_prompt = nullptr;
