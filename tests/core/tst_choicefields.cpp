@@ -1,4 +1,3 @@
-#include "inputs/directionfield.h"
 #include "inputs/optionfield.h"
 #include "inputs/priofield.h"
 #include "inputs/typefield.h"
@@ -210,20 +209,6 @@ private slots:
         f.SetText(text);
         QCOMPARE(f.KeyDown(key, modifiers), result);
         QCOMPARE(f.Text(), after);
-    }
-
-    void directionClickOnlyTellsTheHost()
-    {
-        DirectionField f;
-        QCOMPARE(f.Text(), QStringLiteral("down"));
-        QSignalSpy change(&f, &DirectionField::Change);
-        QSignalSpy text(&f, &DirectionField::textChanged);
-        f.Click();
-        QCOMPARE(change.count(), 1);
-        QCOMPARE(f.Text(), QStringLiteral("down"));
-        f.SetText(QStringLiteral("up"));
-        QCOMPARE(change.count(), 1);
-        QCOMPARE(text.count(), 1);
     }
 };
 

@@ -1,7 +1,6 @@
 #include "base/scriptedprompt.h"
 #include "model/document.h"
 #include "model/objectpage.h"
-#include "model/qosclassesfilter.h"
 #include "model/qoscommon.h"
 #include "model/qosconnector.h"
 #include "pagescript.h"
@@ -146,31 +145,6 @@ private slots:
         QVERIFY(doc.ClearDocument());
         QVERIFY(!doc.IsModified());
         QCOMPARE(prompt.log.size(), 2);
-    }
-
-    void classesFilter()
-    {
-        Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C S1 F2 C"));
-        PageScript::run(doc.Up1(), QStringLiteral("C"));
-        auto names = [](const QoSClassesFilter& f) {
-            QStringList out;
-            for (QoSClass* c : f)
-                out << c->Name();
-            return out.join(u' ');
-        };
-        QoSClassesFilter all;
-        all.Filter(std::nullopt, std::nullopt, doc.Objects());
-        QCOMPARE(names(all), QStringLiteral("QoSClass1 QoSClass2 QoSClass3 QoSClass4"));
-        QoSClassesFilter mainDown;
-        mainDown.Filter(QStringLiteral("down"), QStringLiteral("0"), doc.Objects());
-        QCOMPARE(names(mainDown), QStringLiteral("QoSClass1 QoSClass3"));
-        QoSClassesFilter children;
-        children.Filter(std::nullopt, QStringLiteral("1"), doc.Down1()->ContainedObjects());
-        QCOMPARE(names(children), QStringLiteral("QoSClass2"));
-        mainDown.Remove(0);
-        QCOMPARE(mainDown.count(), 1);
-        QCOMPARE(mainDown.Item(0)->Name(), QStringLiteral("QoSClass3"));
     }
 
     void pageGeometry()

@@ -1,7 +1,6 @@
 #include "app/statusbarline.h"
 #include "base/scriptedprompt.h"
 #include "inputs/inputbandwidth.h"
-#include "inputs/inputdirection.h"
 #include "inputs/inputip.h"
 #include "inputs/inputoption.h"
 #include "inputs/inputport.h"
@@ -596,20 +595,6 @@ private slots:
         QCOMPARE(spy.count(), 3);
     }
 
-    void directionClickOnlyReports()
-    {
-        InputDirection w;
-        Host host(&w);
-        QSignalSpy spy(&w, &InputDirection::Change);
-        auto* label = child<QLabel>(&w, "lblDirection");
-        QCOMPARE(label->text(), QStringLiteral("down"));
-        QTest::mouseClick(label, Qt::LeftButton);
-        QCOMPARE(spy.count(), 1);
-        QCOMPARE(label->text(), QStringLiteral("down"));
-        w.field()->SetText(QStringLiteral("up"));
-        QCOMPARE(label->text(), QStringLiteral("up"));
-    }
-
     // The boxes of a class or filter bind to the fields their object owns.
     void boundToAnExternalField()
     {
@@ -638,7 +623,6 @@ private slots:
         // clang-format off
         QTest::newRow("unit") << "bandwidth" << "10Mbit" << "Mbit" << "Einheit";
         QTest::newRow("port count") << "port" << "21,80,6000-6010" << "13" << "Anzahl Ports";
-        QTest::newRow("direction") << "direction" << "up" << "up" << "Richtung";
         QTest::newRow("status line") << "status" << "Datei öffnen abgebrochen." << "Datei öffnen abgebrochen." << "Statuszeile";
         QTest::newRow("empty status line") << "status" << "" << "Statuszeile" << "Statuszeile";
         // clang-format on
@@ -659,10 +643,6 @@ private slots:
             auto* w = new InputPort(&host);
             w->field()->SetPort(value);
             label = child<QLabel>(w, "lblFilterCount");
-        } else if (widget == u"direction") {
-            auto* w = new InputDirection(&host);
-            w->field()->SetText(value);
-            label = child<QLabel>(w, "lblDirection");
         } else {
             auto* bar = new QStatusBar(&host);
             StatusBarLine line(bar);

@@ -59,8 +59,6 @@ void ObjectPage::growGrid(qint32 width, qint32 height)
     m_prop.Rows = height;
     if (rowsChanged)
         m_index.SetRows(height, m_contained);
-    m_posX = 0;
-    m_posY = 0;
     emit gridChanged(width, height);
 }
 

@@ -38,7 +38,6 @@ public:
     // Page size in columns and rows; below 1 keeps the current value, below 3 becomes 3.
     // Both values are written back.
     void SetGridDimensions(qint32& width, qint32& height);
-    void ResizeGrid(qint32 width, qint32 height) { SetGridDimensions(width, height); }
     // 64-bit: a page size read from a file may be far larger than any screen.
     qint64 PaneWidth() const { return qint64(m_prop.Cols) * m_prop.ColWidth; }
     qint64 PaneHeight() const { return qint64(m_prop.Rows) * m_prop.RowHeight; }
@@ -145,9 +144,6 @@ public:
     void CellChanged(QoSObject* object, int oldX, int oldY);
     // Forgets every box without removing it; the document is being cleared.
     void ResetContainedObjects();
-    // The mouse handling's two position values, reset whenever the grid is resized.
-    int PositionX() const { return m_posX; }
-    int PositionY() const { return m_posY; }
 
 signals:
     void gridChanged(int cols, int rows);
@@ -179,8 +175,6 @@ private:
     QPointer<QoSClass> m_selectedClass;
     QPointer<QoSFilter> m_selectedFilter;
     QPointer<QoSConnector> m_selectedConnector;
-    int m_posX = 0;
-    int m_posY = 0;
     bool m_placing = false;
     Refusal m_lastRefusal = Refusal::None;
     QString m_lastRefusalText;

@@ -92,7 +92,6 @@ public:
     void EditDelete() override;
 
     // Lays out the children below the class; the arrangement is done when a box is added.
-    void ArrangeChildObjects() {}
 
 private:
     void unlinkChildConnectors();

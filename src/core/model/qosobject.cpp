@@ -233,12 +233,6 @@ void QoSObject::UpdateTopConnector()
     }
 }
 
-void QoSObject::ShowConnectors(bool show)
-{
-    if (watched())
-        emit connectorsShown(show);
-}
-
 QoSObject::DropResult QoSObject::MoveObject(double left, double top)
 {
     DropResult result;
@@ -270,10 +264,8 @@ QoSObject::DropResult QoSObject::MoveObject(double left, double top)
     result.message = plan.message;
     if (!result.message.isEmpty())
         m_document->prompt().Message(result.message, UserPrompt::Icon::Warning);
-    if (plan.hasCell) {
-        ShowConnectors(true);
+    if (plan.hasCell)
         PaintLines();
-    }
     return result;
 }
 

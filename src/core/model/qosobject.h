@@ -78,7 +78,6 @@ public:
     void RemoveTopConnector();
     void PaintLines();
     void UpdateTopConnector();
-    void ShowConnectors(bool show = true);
 
     // Edit commands of the box's menu and keys. Copy and paste do nothing on purpose;
     // cut is delete (nothing goes to a clipboard).
@@ -117,7 +116,6 @@ signals:
     void selectedChanged(bool selected);
     void parentChanged(const QString& parentName);
     void linesChanged();
-    void connectorsShown(bool shown);
     // Any stored property, by its name.
     void propertyChanged(const QString& name);
 

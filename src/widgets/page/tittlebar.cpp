@@ -149,27 +149,6 @@ bool TittleBar::eventFilter(QObject* watched, QEvent* event)
     return QWidget::eventFilter(watched, event);
 }
 
-// The mouse events are the title bar's own events first and then go on to the box.
-void TittleBar::mousePressEvent(QMouseEvent* event)
-{
-    emit MouseDown(event->button(), event->modifiers(), event->position().toPoint());
-    event->ignore();
-}
-
-void TittleBar::mouseMoveEvent(QMouseEvent* event)
-{
-    emit MouseMove(event->buttons(), event->modifiers(), event->position().toPoint());
-    event->ignore();
-}
-
-void TittleBar::mouseReleaseEvent(QMouseEvent* event)
-{
-    emit MouseUp(event->button(), event->modifiers(), event->position().toPoint());
-    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
-        emit Click();
-    event->ignore();
-}
-
 void TittleBar::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton) {

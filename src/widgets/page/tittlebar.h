@@ -10,8 +10,8 @@ class QLabel;
 class UserPrompt;
 
 // The title strip of a class or filter box: the caption in the colours of an active or an
-// inactive window caption, edited in place. Its mouse events are raised as its own and then
-// passed on to the box, so that a box is selected and dragged by its title.
+// inactive window caption, edited in place. Its mouse presses go on to the box, so that a box
+// is selected and dragged by its title.
 //
 // The colours default to references to the desktop's caption colours, resolved against the
 // current palette whenever they are painted, so they follow the colour scheme.
@@ -50,17 +50,10 @@ public:
     QSize sizeHint() const override;
 
 signals:
-    void Click();
     void DblClick();
-    void MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers shift, const QPoint& pos);
-    void MouseMove(Qt::MouseButtons buttons, Qt::KeyboardModifiers shift, const QPoint& pos);
-    void MouseUp(Qt::MouseButton button, Qt::KeyboardModifiers shift, const QPoint& pos);
     void Change();
 
 protected:
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
