@@ -3,6 +3,7 @@
 #include "base/atomicfile.h"
 #include "base/numbers.h"
 #include "base/qoserror.h"
+#include "base/twips.h"
 #include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qoscommon.h"
@@ -100,13 +101,13 @@ private:
 
 int toPixels(float twips)
 {
-    const double px = std::round(double(twips) / AppProperties::TwipsPerPixel);
+    const double px = std::round(double(twips) / Twips::PerPixel);
     return int(qBound(-1.0e6, px, 1.0e6));
 }
 
 QString twipsText(int pixels)
 {
-    return QString::number(qint64(pixels) * AppProperties::TwipsPerPixel);
+    return QString::number(qint64(pixels) * Twips::PerPixel);
 }
 
 } // namespace

@@ -30,7 +30,6 @@ class AppProperties
 {
 public:
     // Geometry is kept in twips, as the pages are.
-    static constexpr int TwipsPerPixel = 15;
     static constexpr int MaxRecentFiles = 6;
 
     explicit AppProperties(Document& document, const QString& path = DefaultPath());

@@ -1,5 +1,6 @@
 #include "app/editorsession.h"
 
+#include "app/appproperties.h"
 #include "base/atomicfile.h"
 #include "base/qoserror.h"
 #include "base/userprompt.h"
@@ -223,7 +224,7 @@ void EditorSession::SetRecentFiles(const QStringList& files)
 {
     QStringList unique;
     for (const QString& f : files)
-        if (!f.isEmpty() && !unique.contains(f) && unique.size() < MaxRecentFiles)
+        if (!f.isEmpty() && !unique.contains(f) && unique.size() < AppProperties::MaxRecentFiles)
             unique << f;
     if (unique == m_recentFiles)
         return;

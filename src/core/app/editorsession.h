@@ -20,8 +20,6 @@ class EditorSession : public QObject
 {
     Q_OBJECT
 public:
-    static constexpr int MaxRecentFiles = 6;
-
     explicit EditorSession(Document& document, QObject* parent = nullptr);
 
     Document& document() const { return m_document; }

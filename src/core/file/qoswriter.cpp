@@ -189,7 +189,7 @@ void checkClass(const QoSClass& c)
 {
     const auto owner = [&c] { return describe(c); };
     // A class below row 3 would be refused when the file is read again.
-    if (c.MatrixY() >= 4)
+    if (c.MatrixY() >= ClassRows)
         throw unwritable(
             QStringLiteral("%1 steht in Zeile %2; Klassen stehen in den Zeilen 0 bis 3, sonst lässt sich "
                            "die Datei nicht wieder vollständig lesen.")

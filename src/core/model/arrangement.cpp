@@ -160,7 +160,7 @@ void Arrangement::BeginDeferred()
     m_deferred = true;
     // Class rows are 0 to 3: on a page of fewer rows a class may stand outside them, and its
     // column then counts as free; the list does not keep that apart, the single steps do.
-    m_listed = m_page.m_contained.isEmpty() && m_page.prop().Rows >= 4;
+    m_listed = m_page.m_contained.isEmpty() && m_page.prop().Rows >= ClassRows;
 }
 
 void Arrangement::AddListed(QoSObject* object, int node)
@@ -207,5 +207,5 @@ void Arrangement::Reset()
     m_listedBoxes.clear();
     m_next.clear();
     m_head = m_tail = -1;
-    m_listed = m_deferred && m_page.prop().Rows >= 4;
+    m_listed = m_deferred && m_page.prop().Rows >= ClassRows;
 }

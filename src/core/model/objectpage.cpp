@@ -273,7 +273,7 @@ QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, co
         return nullptr;
     }
     const int row = NewClassRow(parent, y);
-    if (row >= 4) {
+    if (row >= ClassRows) {
         refuse(Refusal::NoFurtherLevel,
                QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich."));
         return nullptr;

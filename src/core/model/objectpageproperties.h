@@ -2,6 +2,10 @@
 
 #include <QtGlobal>
 
+// Classes stand in rows 0 to ClassRows - 1 of a page, filters below them: a class in a lower
+// row could not be read back from qos.txt.
+inline constexpr qint32 ClassRows = 4;
+
 // Geometry of a page in twips (15 twips to a pixel) and its size in cells.
 struct ObjectPageProperties
 {

@@ -1,5 +1,6 @@
 #include "model/qosconnector.h"
 
+#include "base/twips.h"
 #include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qosclass.h"
@@ -14,10 +15,10 @@ QoSConnector::QoSConnector(Document* document, QoSObject* bottom)
 
 void QoSConnector::Move(int x1, int y1, int x2, int y2)
 {
-    m_x1 = x1 / 15 * 15;
-    m_y1 = y1 / 15 * 15;
-    m_x2 = x2 / 15 * 15;
-    m_y2 = y2 / 15 * 15;
+    m_x1 = Twips::SnapToPixel(x1);
+    m_y1 = Twips::SnapToPixel(y1);
+    m_x2 = Twips::SnapToPixel(x2);
+    m_y2 = Twips::SnapToPixel(y2);
     const int height = qMax(std::abs(m_y2 - m_y1) + 2 * MarginY, MinHeight);
     const int width = qMax(std::abs(m_x2 - m_x1) + 2 * MarginX, MinWidth);
     const int left = qMin(m_x1, m_x2) - MarginX;

@@ -1,5 +1,6 @@
 #include "moveobject.h"
 
+#include "base/twips.h"
 #include "model/dropplan.h"
 #include "model/qosobject.h"
 #include "model/qosobjectbox.h"
@@ -28,7 +29,7 @@ void MoveObject::Press(QoSObjectBox* box, const QPointF& globalPos)
     m_dragging = false;
     m_pressGlobal = m_lastGlobal = globalPos;
     const QPointF mouse = m_view->pagePosition(globalPos);
-    m_grab = mouse - QPointF(object->Left() / 15.0, object->Top() / 15.0);
+    m_grab = mouse - QPointF(Twips::ToPixelsF(object->Left()), Twips::ToPixelsF(object->Top()));
     m_view->setPinned(box, true);
 }
 
@@ -58,11 +59,11 @@ void MoveObject::follow()
     // The box keeps its size and stays wholly on the page.
     const QSize page = m_view->pageSize();
     const QPointF topLeft = m_view->pagePosition(m_lastGlobal) - m_grab;
-    const double width = object->Width() / 15.0;
-    const double height = object->Height() / 15.0;
+    const double width = Twips::ToPixelsF(object->Width());
+    const double height = Twips::ToPixelsF(object->Height());
     const double left = std::clamp(std::round(topLeft.x()), 0.0, std::max(0.0, page.width() - width));
     const double top = std::clamp(std::round(topLeft.y()), 0.0, std::max(0.0, page.height() - height));
-    object->Move(left * 15, top * 15);
+    object->Move(Twips::FromPixels(left), Twips::FromPixels(top));
     // What letting go here would do, by the same plan as the drop itself.
     m_view->showDropTarget(DropPlan::For(*object, object->Left(), object->Top()));
 }

@@ -1,5 +1,6 @@
 #include "objectpageview.h"
 
+#include "base/twips.h"
 #include "check/validationwatcher.h"
 #include "model/boxmetrics.h"
 #include "model/document.h"
@@ -32,7 +33,7 @@ constexpr qint64 MaxPixels = 1 << 30;
 
 int pixels(double twips)
 {
-    return int(std::floor(twips / 15.0));
+    return Twips::ToPixels(twips);
 }
 
 // Nothing can be half-way through an event of a widget far out of sight, unless a dialog,
@@ -115,8 +116,8 @@ void ObjectPageView::fitCells()
     // pitches follow), so that neighbouring boxes never overlap and no field is cut.
     const QSize box = BoxMetrics::For(font()).largestBox();
     const ObjectPageProperties& prop = m_page->prop();
-    const qint32 width = std::max(prop.ObjectWidth, box.width() * 15);
-    const qint32 height = std::max(prop.ObjectHeight, box.height() * 15);
+    const qint32 width = std::max(prop.ObjectWidth, Twips::FromPixels(box.width()));
+    const qint32 height = std::max(prop.ObjectHeight, Twips::FromPixels(box.height()));
     if (width != prop.ObjectWidth || height != prop.ObjectHeight)
         m_page->SetObjectDimensions(height, width);
 }
@@ -144,7 +145,7 @@ void ObjectPageView::sizeBox(QoSObject* object)
     // The box's size is that of its controls; it keeps its cell and is centred in it again.
     const BoxMetrics& m = BoxMetrics::For(font());
     const QSize size = object->IsClass() ? m.classBox() : m.filterBox();
-    object->Resize(size.width() * 15, size.height() * 15);
+    object->Resize(Twips::FromPixels(size.width()), Twips::FromPixels(size.height()));
     m_page->PlaceObject(object);
 }
 
@@ -321,14 +322,15 @@ void ObjectPageView::focusChanged(QWidget*, QWidget* now)
 QSize ObjectPageView::pageSize() const
 {
     const ObjectPageProperties& prop = m_page->prop();
-    const qint64 width = std::min<qint64>(prop.Cols, MaxCells) * prop.ColWidth / 15;
-    const qint64 height = std::min<qint64>(prop.Rows, MaxCells) * prop.RowHeight / 15;
+    const qint64 width = std::min<qint64>(prop.Cols, MaxCells) * prop.ColWidth / Twips::PerPixel;
+    const qint64 height = std::min<qint64>(prop.Rows, MaxCells) * prop.RowHeight / Twips::PerPixel;
     return QSize(int(std::clamp<qint64>(width, 0, MaxPixels)), int(std::clamp<qint64>(height, 0, MaxPixels)));
 }
 
 QRect ObjectPageView::boxRect(const QoSObject* object) const
 {
-    return QRect(pixels(object->Left()), pixels(object->Top()), object->Width() / 15, object->Height() / 15);
+    return QRect(pixels(object->Left()), pixels(object->Top()), Twips::LengthToPixels(object->Width()),
+                 Twips::LengthToPixels(object->Height()));
 }
 
 QRect ObjectPageView::visibleRect() const
@@ -342,16 +344,16 @@ QRect ObjectPageView::visibleRect() const
 QRect ObjectPageView::makeArea() const
 {
     const ObjectPageProperties& prop = m_page->prop();
-    const int w = prop.ColWidth / 15;
-    const int h = prop.RowHeight / 15;
+    const int w = Twips::LengthToPixels(prop.ColWidth);
+    const int h = Twips::LengthToPixels(prop.RowHeight);
     return visibleRect().adjusted(-w, -h, w, h);
 }
 
 QRect ObjectPageView::keepArea() const
 {
     const ObjectPageProperties& prop = m_page->prop();
-    const int w = 3 * prop.ColWidth / 15;
-    const int h = 3 * prop.RowHeight / 15;
+    const int w = Twips::LengthToPixels(3 * prop.ColWidth);
+    const int h = Twips::LengthToPixels(3 * prop.RowHeight);
     return visibleRect().adjusted(-w, -h, w, h);
 }
 
@@ -564,10 +566,10 @@ void ObjectPageView::showDropTarget(const DropPlan& plan)
     DropLook look = DropLook::None;
     const ObjectPageProperties& prop = m_page->prop();
     if (plan.hasCell && plan.x >= 0 && plan.y >= 0 && plan.x < MaxCells && plan.y < MaxCells) {
-        const int left = int(std::floor(plan.x * (prop.ColWidth / 15.0)));
-        const int top = int(std::floor(plan.y * (prop.RowHeight / 15.0)));
-        const int right = int(std::floor((plan.x + 1) * (prop.ColWidth / 15.0)));
-        const int bottom = int(std::floor((plan.y + 1) * (prop.RowHeight / 15.0)));
+        const int left = int(std::floor(plan.x * Twips::ToPixelsF(prop.ColWidth)));
+        const int top = int(std::floor(plan.y * Twips::ToPixelsF(prop.RowHeight)));
+        const int right = int(std::floor((plan.x + 1) * Twips::ToPixelsF(prop.ColWidth)));
+        const int bottom = int(std::floor((plan.y + 1) * Twips::ToPixelsF(prop.RowHeight)));
         rect = QRect(QPoint(left, top), QPoint(right, bottom));
         switch (plan.outcome) {
         case DropPlan::Outcome::Stay:

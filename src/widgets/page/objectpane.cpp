@@ -1,5 +1,6 @@
 #include "objectpane.h"
 
+#include "base/twips.h"
 #include "model/objectpage.h"
 #include "model/qosconnector.h"
 #include "model/qosobject.h"
@@ -56,12 +57,12 @@ void ObjectPane::paintEvent(QPaintEvent* event)
     p.fillRect(pageRect, base);
 
     // Column and row edges in page pixels; only the ones in the exposed part are touched.
-    const double colPx = prop.ColWidth / 15.0;
-    const double rowPx = prop.RowHeight / 15.0;
+    const double colPx = Twips::ToPixelsF(prop.ColWidth);
+    const double rowPx = Twips::ToPixelsF(prop.RowHeight);
     if (colPx < 2 || rowPx < 2)
         return;
     const QRect area = pageRect.translated(offset); // in page pixels
-    const int classRows = std::min(4, prop.Rows);
+    const int classRows = std::min(ClassRows, prop.Rows);
     const int classBottom = int(classRows * rowPx) - offset.y();
     const QRect classBand =
         QRect(-offset.x(), -offset.y(), size.width(), classBottom + offset.y()).intersected(pageRect);

@@ -1,5 +1,6 @@
 #include "pagelines.h"
 
+#include "base/twips.h"
 #include "model/objectpage.h"
 #include "model/qosconnector.h"
 #include "model/qosobject.h"
@@ -17,7 +18,7 @@ namespace {
 
 int pixels(double twips)
 {
-    return int(std::floor(twips / 15.0));
+    return Twips::ToPixels(twips);
 }
 
 } // namespace
@@ -31,8 +32,8 @@ PageLines::~PageLines()
 
 QRect PageLines::rectOf(const QoSConnector* connector)
 {
-    return QRect(pixels(connector->Left()), pixels(connector->Top()), connector->Width() / 15,
-                 connector->Height() / 15);
+    return QRect(pixels(connector->Left()), pixels(connector->Top()),
+                 Twips::LengthToPixels(connector->Width()), Twips::LengthToPixels(connector->Height()));
 }
 
 QLine PageLines::lineOf(const QoSConnector* connector)
