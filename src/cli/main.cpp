@@ -211,6 +211,7 @@ int main(int argc, char* argv[])
     auto* session = new CliSession;
     if (!session->Open(args[1])) {
         line(stderr, QStringLiteral("Fehler: ") + session->error());
+        delete session; // nothing was read, so this is cheap; returning from main checks for leaks
         return Usage;
     }
     int code = Ok;
