@@ -1,5 +1,14 @@
 #pragma once
 
+// The core of the editor, headless, in layers that only look down:
+//   base/    numbers and units, twips, the code page, errors, the user-question interface
+//   inputs/  the rules of each input field (bandwidth, address, ports, priority, type, option)
+//   model/   this document: common settings, classes and filters on two pages, arrangement,
+//            connectors, history, validation, the class calculator
+//   file/    the qos.txt table, reader and writer
+//   check/   validation following every change;  app/  config.ini and the window's commands
+// The widgets (src/widgets) show and edit these objects.
+
 #include "base/userprompt.h"
 
 #include <QHash>
