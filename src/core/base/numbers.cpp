@@ -68,6 +68,15 @@ double toDouble(QStringView number)
 
 } // namespace
 
+std::optional<double> TryLeadingValue(QStringView text)
+{
+    try {
+        return LeadingValue(text);
+    } catch (const QoSError&) {
+        return std::nullopt;
+    }
+}
+
 double LeadingValue(QStringView text)
 {
     // Most numbers in a file are short plain integers: read them without a conversion call.

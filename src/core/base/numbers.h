@@ -15,6 +15,10 @@ namespace Numbers {
 // when the number does not fit into a double.
 double LeadingValue(QStringView text);
 
+// The same, with nothing for a number beyond a double: for the many places where such a
+// number only names nothing or counts as a default.
+std::optional<double> TryLeadingValue(QStringView text);
+
 // The whole text as a number (blanks around it allowed), or nothing.
 std::optional<double> ParseNumber(QStringView text);
 

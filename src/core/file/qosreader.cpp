@@ -292,11 +292,7 @@ private:
         // Judged against the common page as it stands now.
         const QoSCommon& common = *m_doc.Common1();
         const auto names = [n](const QString& number) {
-            try {
-                return n == Numbers::LeadingValue(number);
-            } catch (const QoSError&) {
-                return false; // a number beyond any double names no class
-            }
+            return Numbers::TryLeadingValue(number) == double(n); // beyond any double: no class
         };
         const bool isDefault = (direction == u"down" && names(common.QoSInternetDefaultDown())) ||
                                (direction == u"up" && names(common.QoSInternetDefaultUp()));

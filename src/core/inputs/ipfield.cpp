@@ -62,11 +62,9 @@ IpField::KeyAction IpField::FilterAddressKey(const QString& text, int selectionS
         if (end < 0)
             end = after.size();
         const QStringView octet = QStringView(after).mid(begin, end - begin);
-        try {
-            return Numbers::LeadingValue(octet) > 255 ? KeyAction::Discard : KeyAction::Accept;
-        } catch (const QoSError&) {
-            return KeyAction::Discard; // a pasted octet too long for any number
-        }
+        // A pasted octet too long for any number is no octet either.
+        const std::optional<double> v = Numbers::TryLeadingValue(octet);
+        return v && *v <= 255 ? KeyAction::Accept : KeyAction::Discard;
     }
     switch (k) {
     case u'.':

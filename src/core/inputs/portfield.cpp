@@ -10,11 +10,7 @@ namespace {
 
 double leading(QStringView s)
 {
-    try {
-        return Numbers::LeadingValue(s);
-    } catch (const QoSError&) {
-        return std::numeric_limits<double>::max();
-    }
+    return Numbers::TryLeadingValue(s).value_or(std::numeric_limits<double>::max());
 }
 
 // A range end: its leading number rounded to 32 bits, halves to even; throws beyond.

@@ -29,12 +29,7 @@ QString PrioField::stepped(const QString& value, int delta)
 {
     // A pasted or loaded text may hold any number. The step is done in doubles with fmod,
     // which is exact, so even 1e300 steps without overflow; a number beyond a double counts 0.
-    double v = 0;
-    try {
-        v = Numbers::LeadingValue(value);
-    } catch (const QoSError&) {
-        v = 0;
-    }
+    const double v = Numbers::TryLeadingValue(value).value_or(0);
     const double r = std::fmod(std::nearbyint(v + 4 + delta), 4.0); // keeps the sign: -6 gives -1
     return QString::number(int(r));
 }

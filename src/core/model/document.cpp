@@ -94,12 +94,8 @@ QoSClass* Document::ClassByIdx(int n) const
 
 std::optional<qint32> Document::ClassNumber(const QString& text)
 {
-    double v = 0;
-    try {
-        v = Numbers::LeadingValue(text);
-    } catch (const QoSError&) {
-        return std::nullopt; // a number beyond any class number names no class
-    }
+    // A number beyond any double names no class, like one beyond any class number.
+    const double v = Numbers::TryLeadingValue(text).value_or(0);
     if (!(v > 0) || v > 2147483647.0)
         return std::nullopt;
     return qint32(std::trunc(v));

@@ -350,12 +350,7 @@ QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, con
                                  const QString& extra, std::optional<qint16> x, std::optional<qint16> y,
                                  bool visible)
 {
-    double number = 0;
-    try {
-        number = Numbers::LeadingValue(classIdx);
-    } catch (const QoSError&) {
-        number = -1;
-    }
+    const double number = Numbers::TryLeadingValue(classIdx).value_or(-1);
     if (number == 0) {
         refuse(Refusal::NoClass,
                QStringLiteral("Hinzufügen nicht möglich. Filter hat keine übergeordnete Klasse"));
@@ -530,14 +525,11 @@ bool ObjectPage::PageSizeCommand()
         if (parts.size() != 2)
             continue;
         auto dimension = [](const QString& part) -> qint32 {
-            try {
-                // Blanks anywhere are ignored; beyond 32 bits keeps the current value.
-                QString s = part;
-                s.remove(u' ');
-                return Numbers::TryRoundToInt32(Numbers::LeadingValue(s)).value_or(0);
-            } catch (const QoSError&) {
-                return 0;
-            }
+            // Blanks anywhere are ignored; beyond 32 bits keeps the current value.
+            QString s = part;
+            s.remove(u' ');
+            const std::optional<double> v = Numbers::TryLeadingValue(s);
+            return v ? Numbers::TryRoundToInt32(*v).value_or(0) : 0;
         };
         qint32 w = dimension(parts[0]);
         qint32 h = dimension(parts[1]);
