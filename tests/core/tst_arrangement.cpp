@@ -1,4 +1,5 @@
 #include "base/scriptedprompt.h"
+#include "model/arrangement.h"
 #include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qosconnector.h"

@@ -1,6 +1,7 @@
 #include "model/arrangement.h"
 
 #include "base/qoserror.h"
+#include "model/cellindex.h"
 #include "model/objectpage.h"
 #include "model/qosclass.h"
 #include "model/qosobject.h"
@@ -9,14 +10,14 @@ int Arrangement::FindFreeColumn(bool grow)
 {
     Materialize();
     const ObjectPageProperties& p = m_page.prop();
-    const int free = m_page.m_index.FirstEmptyColumn(p.Cols);
+    const int free = m_index.FirstEmptyColumn(p.Cols);
     if (free >= 0)
         return free;
     if (p.Cols > CellIndex::ColumnLimit)
         return CellIndex::ColumnLimit; // free, but beyond what a box's column can hold: AddClass refuses it
     if (!grow)
         return 0;
-    m_page.growGrid(p.Cols + 1, p.Rows);
+    m_page.GrowGrid(p.Cols + 1, p.Rows);
     return m_page.prop().Cols - 1;
 }
 
@@ -34,15 +35,15 @@ void Arrangement::ShiftColumnsRight(int x)
     Materialize();
     // Every box in column x or right of it moves one column right, whole columns at a time,
     // so that no two subtrees come to share a column.
-    if (!m_page.m_index.AnyAtOrRightOf(x))
+    if (!m_index.AnyAtOrRightOf(x))
         return; // nothing stands there: the common case of adding to the rightmost subtree
     QList<QoSObject*> moving;
-    for (QoSObject* o : std::as_const(m_page.m_contained))
+    for (QoSObject* o : m_page.ContainedObjects())
         if (o->MatrixX() >= x)
             moving << o;
     for (QoSObject* o : std::as_const(moving)) {
         if (o->MatrixX() + 1 >= m_page.prop().Cols)
-            m_page.growGrid(m_page.prop().Cols + 1, m_page.prop().Rows);
+            m_page.GrowGrid(m_page.prop().Cols + 1, m_page.prop().Rows);
         if (o->MatrixX() >= 32767)
             throw QoSError::overflow();
         o->SetMatrixX(qint16(o->MatrixX() + 1));
@@ -87,24 +88,25 @@ Arrangement::Column Arrangement::NewClassColumn(QoSClass* parent, std::optional<
                 return {taken, appendNode()};
             if (p.Cols > CellIndex::ColumnLimit)
                 return {CellIndex::ColumnLimit};
-            m_page.growGrid(p.Cols + 1, p.Rows);
+            m_page.GrowGrid(p.Cols + 1, p.Rows);
             return {taken, appendNode()};
         }
         const QList<QoSObject*>& children = parent->ChildQoSObjects();
         const QoSObject* last = children.isEmpty() ? nullptr : children.last();
-        if (parent->GetObjectPage() == &m_page && parent->m_columnNode >= 0 &&
-            (!last || last->m_columnNode >= 0)) {
+        const int parentNode = parent->GetObjectPage() == &m_page ? nodeOf(parent) : -1;
+        const int lastNode = last ? nodeOf(last) : -1;
+        if (parentNode >= 0 && (!last || lastNode >= 0)) {
             // The first child stands below its parent. Every further child was placed right
             // of the one before, and shifts keep the order of columns: the newest child is
             // the rightmost, and the new column comes right after it.
             if (!last)
-                return {0, parent->m_columnNode};
+                return {0, parentNode};
             if (taken >= CellIndex::ColumnLimit)
                 throw QoSError::overflow();
             // Shifting the columns right of it widens the page only when the last one was taken.
             if (taken >= p.Cols)
-                m_page.growGrid(p.Cols + 1, p.Rows);
-            return {0, insertNodeAfter(last->m_columnNode)};
+                m_page.GrowGrid(p.Cols + 1, p.Rows);
+            return {0, insertNodeAfter(lastNode)};
         }
         Materialize();
     }
@@ -116,7 +118,7 @@ Arrangement::Column Arrangement::NewClassColumn(QoSClass* parent, std::optional<
     const int c = m + 1;
     ShiftColumnsRight(c);
     if (c >= m_page.prop().Cols)
-        m_page.growGrid(c + 1, m_page.prop().Rows);
+        m_page.GrowGrid(c + 1, m_page.prop().Rows);
     return {c};
 }
 
@@ -133,8 +135,9 @@ Arrangement::Column Arrangement::NewFilterColumn(const QoSClass* c, std::optiona
         Materialize();
         return {*given};
     }
-    if (c && c->m_columnNode >= 0 && c->GetObjectPage() == &m_page)
-        return {0, c->m_columnNode};
+    if (c && c->GetObjectPage() == &m_page)
+        if (const int node = nodeOf(c); node >= 0)
+            return {0, node};
     return {c ? int(c->MatrixX()) : 0};
 }
 
@@ -151,7 +154,7 @@ int Arrangement::NewFilterRow(const QoSClass* c, std::optional<qint16> given)
                 ++row;
     }
     if (row >= m_page.prop().Rows - 1)
-        m_page.growGrid(0, row + 1);
+        m_page.GrowGrid(0, row + 1);
     return row;
 }
 
@@ -160,12 +163,12 @@ void Arrangement::BeginDeferred()
     m_deferred = true;
     // Class rows are 0 to 3: on a page of fewer rows a class may stand outside them, and its
     // column then counts as free; the list does not keep that apart, the single steps do.
-    m_listed = m_page.m_contained.isEmpty() && m_page.prop().Rows >= ClassRows;
+    m_listed = m_page.ContainedObjects().isEmpty() && m_page.prop().Rows >= ClassRows;
 }
 
 void Arrangement::AddListed(QoSObject* object, int node)
 {
-    object->m_columnNode = node;
+    m_nodes.insert(object, node);
     m_listedBoxes.push_back(object);
 }
 
@@ -180,31 +183,31 @@ void Arrangement::Materialize()
         rank[std::size_t(node)] = r++;
     // Emptied first, so that nothing below comes back here.
     const std::vector<QoSObject*> boxes = std::move(m_listedBoxes);
+    const QHash<const QoSObject*, int> nodes = std::move(m_nodes);
     m_listedBoxes.clear();
+    m_nodes.clear();
     m_next.clear();
     m_head = m_tail = -1;
+    // Every box has its column before anybody hears of one: a listener may look at the others.
     for (QoSObject* o : boxes) {
-        const int x = rank[std::size_t(o->m_columnNode)];
-        o->m_columnNode = -1;
-        o->InitCell(qint16(x), o->MatrixY());
-        m_page.m_index.Insert(o);
-        if (x != 0 && o->IsWatched())
-            emit o->cellChanged(x, o->MatrixY());
+        o->InitCell(qint16(rank[std::size_t(nodes.value(o))]), o->MatrixY());
+        m_index.Insert(o);
     }
+    for (QoSObject* o : boxes)
+        if (o->MatrixX() != 0 && o->IsWatched())
+            emit o->cellChanged(o->MatrixX(), o->MatrixY());
 }
 
 void Arrangement::EndDeferred()
 {
     Materialize();
     m_deferred = false;
-    m_page.placeAll();
 }
 
 void Arrangement::Reset()
 {
-    for (QoSObject* o : m_listedBoxes)
-        o->m_columnNode = -1;
     m_listedBoxes.clear();
+    m_nodes.clear();
     m_next.clear();
     m_head = m_tail = -1;
     m_listed = m_deferred && m_page.prop().Rows >= ClassRows;

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 
 #include <optional>
 #include <vector>
 
+class CellIndex;
 class ObjectPage;
 class QoSClass;
 class QoSObject;
@@ -20,10 +22,13 @@ class QoSObject;
 // arrangement places are kept as an ordered list instead, a column shift is one insertion
 // into that list, and every box gets its column number, its place on the page and its
 // connector once, at the end. Both ways give the same cells and the same page size.
+//
+// A listed box's MatrixX is not its column until the list is settled: whoever needs the
+// columns while the page is deferred calls Materialize first (the page's own look-ups do).
 class Arrangement
 {
 public:
-    explicit Arrangement(ObjectPage& page) : m_page(page) {}
+    Arrangement(ObjectPage& page, CellIndex& index) : m_page(page), m_index(index) {}
 
     // A column for a new box: a number, or a place in the list of columns.
     struct Column
@@ -48,6 +53,8 @@ public:
     bool IsDeferred() const { return m_deferred; }
     // Whether boxes still wait for their column number.
     bool HasListedColumns() const { return m_listed && !m_listedBoxes.empty(); }
+    // Whether this box waits for its column number.
+    bool IsListed(const QoSObject* object) const { return m_nodes.contains(object); }
     // Gives every listed box its column number and enters it in the page's cell index; the
     // arrangement goes on one box at a time from here.
     void Materialize();
@@ -59,12 +66,16 @@ public:
 private:
     int appendNode();
     int insertNodeAfter(int node);
+    // The place of a listed box in the list of columns, or -1.
+    int nodeOf(const QoSObject* object) const { return m_nodes.value(object, -1); }
 
     ObjectPage& m_page;
+    CellIndex& m_index;
     bool m_deferred = false;
     bool m_listed = false;
     std::vector<int> m_next; // the column after each listed column, -1 for the last
     int m_head = -1;
     int m_tail = -1;
-    std::vector<QoSObject*> m_listedBoxes;
+    std::vector<QoSObject*> m_listedBoxes; // in the order they were added
+    QHash<const QoSObject*, int> m_nodes;
 };

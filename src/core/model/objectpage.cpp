@@ -3,6 +3,8 @@
 #include "base/numbers.h"
 #include "base/qoserror.h"
 #include "base/userprompt.h"
+#include "model/arrangement.h"
+#include "model/cellindex.h"
 #include "model/document.h"
 #include "model/qosclass.h"
 #include "model/qoscommon.h"
@@ -17,13 +19,14 @@
 #include <compare>
 
 ObjectPage::ObjectPage(Document* document, const QString& name, const QString& direction)
-    : QObject(document), m_document(document), m_direction(direction)
+    : QObject(document), m_document(document), m_direction(direction), m_index(std::make_unique<CellIndex>()),
+      m_arrangement(std::make_unique<Arrangement>(*this, *m_index))
 {
     setObjectName(name);
     m_prop.SetObjectDimensions(1275, 1755);
     m_prop.Rows = 5;
     m_prop.Cols = 6;
-    m_index.SetRows(m_prop.Rows, m_contained);
+    m_index->SetRows(m_prop.Rows, m_contained);
 }
 
 ObjectPage::~ObjectPage() = default;
@@ -38,17 +41,17 @@ void ObjectPage::SetObjectDimensions(qint32 height, qint32 width)
 
 void ObjectPage::SetGridDimensions(qint32& width, qint32& height)
 {
-    m_arrangement.Materialize();
+    m_arrangement->Materialize();
     if (width < 1)
         width = m_prop.Cols;
     if (height < 1)
         height = m_prop.Rows;
     width = qMax(width, 3);
     height = qMax(height, 3);
-    growGrid(width, height);
+    GrowGrid(width, height);
 }
 
-void ObjectPage::growGrid(qint32 width, qint32 height)
+void ObjectPage::GrowGrid(qint32 width, qint32 height)
 {
     if (width < 1)
         width = m_prop.Cols;
@@ -58,31 +61,77 @@ void ObjectPage::growGrid(qint32 width, qint32 height)
     m_prop.Cols = width;
     m_prop.Rows = height;
     if (rowsChanged)
-        m_index.SetRows(height, m_contained);
+        m_index->SetRows(height, m_contained);
     emit gridChanged(width, height);
 }
 
 void ObjectPage::growToHold(int x, int y)
 {
     if (x >= m_prop.Cols || y >= m_prop.Rows)
-        growGrid(qMax(m_prop.Cols, x + 1), qMax(m_prop.Rows, y + 1));
+        GrowGrid(qMax(m_prop.Cols, x + 1), qMax(m_prop.Rows, y + 1));
+}
+
+void ObjectPage::SettleColumns()
+{
+    m_arrangement->Materialize();
+}
+
+int ObjectPage::FindFreeColumn(bool grow)
+{
+    return m_arrangement->FindFreeColumn(grow);
+}
+
+int ObjectPage::MaxChildColumn(const QoSClass* c)
+{
+    return Arrangement::MaxChildColumn(c);
+}
+
+void ObjectPage::ShiftColumnsRight(int x)
+{
+    m_arrangement->ShiftColumnsRight(x);
+}
+
+int ObjectPage::NewClassRow(const QoSClass* parent, std::optional<qint16> given)
+{
+    return Arrangement::NewClassRow(parent, given);
+}
+
+int ObjectPage::NewFilterRow(const QoSClass* c, std::optional<qint16> given)
+{
+    return m_arrangement->NewFilterRow(c, given);
+}
+
+void ObjectPage::BeginDeferred()
+{
+    m_arrangement->BeginDeferred();
+}
+
+void ObjectPage::EndDeferred()
+{
+    m_arrangement->EndDeferred();
+    placeAll();
+}
+
+bool ObjectPage::IsDeferred() const
+{
+    return m_arrangement->IsDeferred();
 }
 
 QoSObject* ObjectPage::ObjectAt(int x, int y)
 {
-    m_arrangement.Materialize();
-    return m_index.At(x, y);
+    m_arrangement->Materialize();
+    return m_index->At(x, y);
 }
 
 bool ObjectPage::IsColumnEmpty(int x)
 {
-    m_arrangement.Materialize();
-    return m_index.IsColumnEmpty(x);
+    m_arrangement->Materialize();
+    return m_index->IsColumnEmpty(x);
 }
 
 QList<QoSObject*> ObjectPage::ObjectsInWriteOrder()
 {
-    m_arrangement.Materialize();
+    m_arrangement->Materialize();
     QList<QoSObject*> out = m_contained;
     // Stable: boxes of one cell keep the order in which they were added.
     std::stable_sort(out.begin(), out.end(), [](const QoSObject* a, const QoSObject* b) {
@@ -93,7 +142,7 @@ QList<QoSObject*> ObjectPage::ObjectsInWriteOrder()
 
 QoSObject* ObjectPage::NextInPictureOrder(const QoSObject* object, bool forward)
 {
-    m_arrangement.Materialize();
+    m_arrangement->Materialize();
     // Row, column and place among the page's boxes order the picture; one pass finds the
     // neighbour, where sorting every box for each step would not be needed.
     struct Key
@@ -132,15 +181,15 @@ void ObjectPage::CellChanged(QoSObject* object, int oldX, int oldY)
 {
     if (object->GetObjectPage() != this)
         return;
-    m_index.Remove(object, oldX, oldY);
-    m_index.Insert(object);
+    m_index->Remove(object, oldX, oldY);
+    m_index->Insert(object);
 }
 
 void ObjectPage::ResetContainedObjects()
 {
     m_contained.clear();
-    m_index.Clear();
-    m_arrangement.Reset();
+    m_index->Clear();
+    m_arrangement->Reset();
     m_classCount = 0;
     m_selectedClass = nullptr;
     m_selectedFilter = nullptr;
@@ -201,7 +250,7 @@ QString controlName(QStringView prefix, int counter)
 
 } // namespace
 
-QoSObject* ObjectPage::createObject(bool isClass, const Arrangement::Column& column, qint16 y)
+QoSObject* ObjectPage::createObject(bool isClass, int x, int node, qint16 y)
 {
     const int counter = isClass ? m_document->NextClassCounter() : m_document->NextFilterCounter();
     const QString name = controlName(isClass ? u"QoSClass" : u"QoSFilter", counter);
@@ -217,16 +266,16 @@ QoSObject* ObjectPage::createObject(bool isClass, const Arrangement::Column& col
         object = f;
     }
     // The box is born in the cell it is meant for: the cell index is written once.
-    object->InitCell(qint16(column.node >= 0 ? 0 : column.x), y);
+    object->InitCell(qint16(node >= 0 ? 0 : x), y);
     m_document->RegisterObject(object);
     m_document->SetModified(true);
     m_contained << object;
     if (isClass)
         ++m_classCount;
-    if (column.node >= 0)
-        m_arrangement.AddListed(object, column.node);
+    if (node >= 0)
+        m_arrangement->AddListed(object, node);
     else
-        m_index.Insert(object);
+        m_index->Insert(object);
     PlaceObject(object);
     emit objectAdded(object);
     return object;
@@ -278,13 +327,13 @@ QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, co
                QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich."));
         return nullptr;
     }
-    const Arrangement::Column column = m_arrangement.NewClassColumn(parent, x);
+    const Arrangement::Column column = m_arrangement->NewClassColumn(parent, x);
     if (column.node < 0 && (column.x < -32768 || column.x > 32767))
         throw QoSError::overflow();
     // No box stands outside its page: a cell given beyond it, or a row below a small page.
     growToHold(column.node < 0 ? column.x : 0, row);
 
-    auto* c = static_cast<QoSClass*>(createObject(true, column, qint16(row)));
+    auto* c = static_cast<QoSClass*>(createObject(true, column.x, column.node, qint16(row)));
     if (classIdx == 0) {
         classIdx = c->ClassIdx();
         // A class named after its number must not take the title of another: a file keeps the
@@ -386,13 +435,13 @@ QoSFilter* ObjectPage::AddFilter(QoSClass* c, const QString& ip, const QString& 
                QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Klassen!"));
         return nullptr;
     }
-    const Arrangement::Column column = m_arrangement.NewFilterColumn(c, x);
+    const Arrangement::Column column = m_arrangement->NewFilterColumn(c, x);
     const int row = NewFilterRow(c, y);
     if (row > 32767)
         throw QoSError::overflow();
     growToHold(column.node < 0 ? column.x : 0, row);
 
-    auto* f = static_cast<QoSFilter*>(createObject(false, column, qint16(row)));
+    auto* f = static_cast<QoSFilter*>(createObject(false, column.x, column.node, qint16(row)));
     if (filterIdx == 0)
         filterIdx = f->FilterIdx();
     // Linked first, so that the field edits below already belong to a filter of the class.
@@ -420,7 +469,7 @@ void ObjectPage::Remove(QoSObject* object)
 {
     if (!object || object->GetObjectPage() != this || !m_contained.contains(object))
         return;
-    m_arrangement.Materialize();
+    m_arrangement->Materialize();
     // Whoever removes a box, it leaves its parent's children and its own children's links.
     if (QoSClass* parent = object->ParentQoSObject())
         parent->RemoveChildQoSQbject(object);
@@ -436,7 +485,7 @@ void ObjectPage::Remove(QoSObject* object)
     if (m_selectedFilter == object)
         m_selectedFilter = nullptr;
     const QString name = object->Name();
-    m_index.Remove(object, object->MatrixX(), object->MatrixY());
+    m_index->Remove(object, object->MatrixX(), object->MatrixY());
     m_contained.removeOne(object);
     if (object->IsClass())
         --m_classCount;

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "model/arrangement.h"
-#include "model/cellindex.h"
 #include "model/objectpageproperties.h"
 
-#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QSet>
+#include <memory>
 #include <optional>
 
+class Arrangement;
+class CellIndex;
 class Document;
 class QoSObject;
 class QoSClass;
@@ -38,6 +38,9 @@ public:
     // Page size in columns and rows; below 1 keeps the current value, below 3 becomes 3.
     // Both values are written back.
     void SetGridDimensions(qint32& width, qint32& height);
+    // Grows the page to a size the arrangement needs (below 1 keeps the current value),
+    // without settling the arrangement first: it calls this while it places a box.
+    void GrowGrid(qint32 width, qint32 height);
     // 64-bit: a page size read from a file may be far larger than any screen.
     qint64 PaneWidth() const { return qint64(m_prop.Cols) * m_prop.ColWidth; }
     qint64 PaneHeight() const { return qint64(m_prop.Rows) * m_prop.RowHeight; }
@@ -120,25 +123,22 @@ public:
     bool PageSizeCommand();
 
     // Arrangement of new boxes.
-    int FindFreeColumn(bool grow) { return m_arrangement.FindFreeColumn(grow); }
-    static int MaxChildColumn(const QoSClass* c) { return Arrangement::MaxChildColumn(c); }
-    void ShiftColumnsRight(int x) { m_arrangement.ShiftColumnsRight(x); }
-    static int NewClassRow(const QoSClass* parent, std::optional<qint16> given = std::nullopt)
-    {
-        return Arrangement::NewClassRow(parent, given);
-    }
-    int NewFilterRow(const QoSClass* c, std::optional<qint16> given = std::nullopt)
-    {
-        return m_arrangement.NewFilterRow(c, given);
-    }
+    int FindFreeColumn(bool grow);
+    static int MaxChildColumn(const QoSClass* c);
+    void ShiftColumnsRight(int x);
+    static int NewClassRow(const QoSClass* parent, std::optional<qint16> given = std::nullopt);
+    int NewFilterRow(const QoSClass* c, std::optional<qint16> given = std::nullopt);
 
     // While an import adds its boxes, they are placed and joined once at the end.
-    void BeginDeferred() { m_arrangement.BeginDeferred(); }
-    void EndDeferred() { m_arrangement.EndDeferred(); }
-    bool IsDeferred() const { return m_arrangement.IsDeferred(); }
+    void BeginDeferred();
+    void EndDeferred();
+    bool IsDeferred() const;
     // Whether connectors wait to be laid out: while the page is deferred or placing its boxes.
-    bool ConnectorsWait() const { return m_placing || m_arrangement.IsDeferred(); }
-    Arrangement& arrangement() { return m_arrangement; }
+    bool ConnectorsWait() const { return m_placing || IsDeferred(); }
+    Arrangement& arrangement() { return *m_arrangement; }
+    // Gives every box whose column the arrangement still keeps as a place in its list its
+    // column number. The page's own look-ups do this; a box's MatrixX alone does not.
+    void SettleColumns();
 
     // Called by a box whose cell changed, to keep the index right.
     void CellChanged(QoSObject* object, int oldX, int oldY);
@@ -154,11 +154,8 @@ signals:
     void placed();
 
 private:
-    friend class Arrangement;
-    QoSObject* createObject(bool isClass, const Arrangement::Column& column, qint16 y);
-    // Sets the size without asking the arrangement to settle first: the arrangement itself
-    // widens the page while it places a box.
-    void growGrid(qint32 width, qint32 height);
+    // A box in column x, or in the arrangement's list of columns at `node` (when not -1).
+    QoSObject* createObject(bool isClass, int x, int node, qint16 y);
     // Grows the page so that a box read with this cell stands on it.
     void growToHold(int x, int y);
     void placeAll();
@@ -170,8 +167,9 @@ private:
     ObjectPageProperties m_prop;
     QList<QoSObject*> m_contained;
     int m_classCount = 0;
-    CellIndex m_index;
-    Arrangement m_arrangement{*this};
+    // Behind pointers, so that their layout is not compiled into every user of the page.
+    std::unique_ptr<CellIndex> m_index;
+    std::unique_ptr<Arrangement> m_arrangement;
     QPointer<QoSClass> m_selectedClass;
     QPointer<QoSFilter> m_selectedFilter;
     QPointer<QoSConnector> m_selectedConnector;

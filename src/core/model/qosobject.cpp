@@ -1,6 +1,7 @@
 #include "model/qosobject.h"
 
 #include "base/userprompt.h"
+#include "model/arrangement.h"
 #include "model/document.h"
 #include "model/dropplan.h"
 #include "model/objectpage.h"
@@ -44,10 +45,9 @@ void QoSObject::SetCaption(const QString& caption)
     markChanged(QStringLiteral("Caption"));
 }
 
-void QoSObject::settleColumn() const
+bool QoSObject::columnSettled() const
 {
-    if (m_page)
-        m_page->arrangement().Materialize();
+    return !m_page || !m_page->arrangement().IsListed(this);
 }
 
 void QoSObject::SetMatrixX(qint16 x)

@@ -43,10 +43,11 @@ public:
     QString Caption() const { return m_caption; }
     void SetCaption(const QString& caption);
 
+    // While an import defers the arrangement, a box may not know its column yet: see
+    // ObjectPage::SettleColumns.
     qint16 MatrixX() const
     {
-        if (m_columnNode >= 0)
-            settleColumn();
+        Q_ASSERT(columnSettled());
         return m_x;
     }
     qint16 MatrixY() const { return m_y; }
@@ -133,11 +134,8 @@ protected:
     ObjectPage* m_page; // pages live as long as the document
 
 private:
-    friend class Arrangement;
-    // During an import the arrangement may keep the box's column as a place in its list of
-    // columns; the number is worked out when somebody asks for it, or when the import ends.
-    void settleColumn() const;
-    int m_columnNode = -1;
+    // Whether MatrixX is the box's column: not while the arrangement keeps it in a list.
+    bool columnSettled() const;
 
     QString m_name;
     qint64 m_sequence;
