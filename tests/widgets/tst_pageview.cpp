@@ -143,6 +143,46 @@ private slots:
                  !parentAfter.isEmpty());
     }
 
+    // A file may put two boxes into one cell. Pressing and releasing the later one without a
+    // move is a click: it selects the box and must not drop it on the box found in its cell.
+    void aClickOnABoxThatSharesItsCell_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("clicked"); // moved into the cell of the first box of its kind
+        QTest::addColumn<QString>("parent");  // of the clicked box, before and after
+        QTest::newRow("a filter on another filter's cell") << "C F1 F1"
+                                                           << "F2"
+                                                           << "C1";
+        QTest::newRow("a main class on another main class's cell") << "C C"
+                                                                   << "C2"
+                                                                   << "";
+    }
+    void aClickOnABoxThatSharesItsCell()
+    {
+        QFETCH(QString, script);
+        QFETCH(QString, clicked);
+        QFETCH(QString, parent);
+        PageViewFixture f(script);
+        QoSObject* first = named(f, clicked.left(1) + u'1');
+        QoSObject* moved = named(f, clicked);
+        moved->SetMatrixX(first->MatrixX());
+        moved->SetMatrixY(first->MatrixY());
+        f.settle();
+        QCOMPARE(f.page->ObjectAt(first->MatrixX(), first->MatrixY()), first);
+        f.doc.SetModified(false);
+
+        QoSObjectBox* b = f.box(moved);
+        QVERIFY(b);
+        QTest::mouseClick(b->titleBar(), Qt::LeftButton, {}, QPoint(8, 4));
+        f.settle();
+        QCOMPARE(f.page->SelectedObject(), moved);
+        QCOMPARE(f.prompt.messages().join(u'|'), QString());
+        QCOMPARE(cell(moved), cell(first));
+        QCOMPARE(moved->ParentQoSObject() ? PageScript::shortName(moved->ParentQoSObject()) : QString(),
+                 parent);
+        QVERIFY(!f.doc.IsModified());
+    }
+
     void aPlug_data()
     {
         QTest::addColumn<QString>("script");
