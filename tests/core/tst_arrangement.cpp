@@ -140,12 +140,12 @@ private slots:
         QVERIFY(page->IsColumnEmpty(0));
         QVERIFY(page->IsColumnEmpty(2));
         QVERIFY(!page->IsColumnEmpty(3));
-        QCOMPARE(page->FindFreeColumn(false), 0);
+        QCOMPARE(page->arrangement().FindFreeColumn(false), 0);
         PageScript::run(page, QStringLiteral("C C C C")); // columns 0, 2, 4 and 5
         QCOMPARE(PageScript::cls(doc, 8)->MatrixX(), 5);
-        QCOMPARE(page->FindFreeColumn(false), 0); // no free column, and not allowed to grow
+        QCOMPARE(page->arrangement().FindFreeColumn(false), 0); // no free column, and not allowed to grow
         QCOMPARE(page->prop().Cols, 6);
-        QCOMPARE(page->FindFreeColumn(true), 6);
+        QCOMPARE(page->arrangement().FindFreeColumn(true), 6);
         QCOMPARE(page->prop().Cols, 7);
     }
 
@@ -281,7 +281,7 @@ private slots:
         Document doc;
         PageScript::run(doc.Down1(), QStringLiteral("C C F2"));
         doc.SetModified(false);
-        doc.Down1()->ShiftColumnsRight(1);
+        doc.Down1()->arrangement().ShiftColumnsRight(1);
         QCOMPARE(PageScript::layout(doc.Down1()), QStringLiteral("C1@0,0 C2@2,0 F1@2,4"));
         QVERIFY(doc.IsModified());
         QCOMPARE(doc.Down1()->ObjectAt(1, 0), nullptr);

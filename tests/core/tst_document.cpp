@@ -1,4 +1,5 @@
 #include "base/scriptedprompt.h"
+#include "model/arrangement.h"
 #include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qoscommon.h"
@@ -156,7 +157,7 @@ private slots:
         QCOMPARE(page->PaneWidth(), 11586);
         qint32 huge = 2147483647, rows = 0;
         page->SetGridDimensions(huge, rows);
-        QCOMPARE(page->FindFreeColumn(true), 0); // and no walk over two billion columns
+        QCOMPARE(page->arrangement().FindFreeColumn(true), 0); // and no walk over two billion columns
         QCOMPARE(page->PaneWidth(), 2147483647LL * 1931);
         rows = 5;
         huge = 6;

@@ -76,31 +76,6 @@ void ObjectPage::SettleColumns()
     m_arrangement->Materialize();
 }
 
-int ObjectPage::FindFreeColumn(bool grow)
-{
-    return m_arrangement->FindFreeColumn(grow);
-}
-
-int ObjectPage::MaxChildColumn(const QoSClass* c)
-{
-    return Arrangement::MaxChildColumn(c);
-}
-
-void ObjectPage::ShiftColumnsRight(int x)
-{
-    m_arrangement->ShiftColumnsRight(x);
-}
-
-int ObjectPage::NewClassRow(const QoSClass* parent, std::optional<qint16> given)
-{
-    return Arrangement::NewClassRow(parent, given);
-}
-
-int ObjectPage::NewFilterRow(const QoSClass* c, std::optional<qint16> given)
-{
-    return m_arrangement->NewFilterRow(c, given);
-}
-
 void ObjectPage::BeginDeferred()
 {
     m_arrangement->BeginDeferred();
@@ -321,7 +296,7 @@ QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, co
                QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Filter!"));
         return nullptr;
     }
-    const int row = NewClassRow(parent, y);
+    const int row = Arrangement::NewClassRow(parent, y);
     if (row >= ClassRows) {
         refuse(Refusal::NoFurtherLevel,
                QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich."));
@@ -436,7 +411,7 @@ QoSFilter* ObjectPage::AddFilter(QoSClass* c, const QString& ip, const QString& 
         return nullptr;
     }
     const Arrangement::Column column = m_arrangement->NewFilterColumn(c, x);
-    const int row = NewFilterRow(c, y);
+    const int row = m_arrangement->NewFilterRow(c, y);
     if (row > 32767)
         throw QoSError::overflow();
     growToHold(column.node < 0 ? column.x : 0, row);

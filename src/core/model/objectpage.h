@@ -122,19 +122,13 @@ public:
     // Asks for "columns, rows" until the answer has two parts; an empty answer cancels.
     bool PageSizeCommand();
 
-    // Arrangement of new boxes.
-    int FindFreeColumn(bool grow);
-    static int MaxChildColumn(const QoSClass* c);
-    void ShiftColumnsRight(int x);
-    static int NewClassRow(const QoSClass* parent, std::optional<qint16> given = std::nullopt);
-    int NewFilterRow(const QoSClass* c, std::optional<qint16> given = std::nullopt);
-
     // While an import adds its boxes, they are placed and joined once at the end.
     void BeginDeferred();
     void EndDeferred();
     bool IsDeferred() const;
     // Whether connectors wait to be laid out: while the page is deferred or placing its boxes.
     bool ConnectorsWait() const { return m_placing || IsDeferred(); }
+    // Where new boxes go: the free column, the column shift, the cells of new classes and filters.
     Arrangement& arrangement() { return *m_arrangement; }
     // Gives every box whose column the arrangement still keeps as a place in its list its
     // column number. The page's own look-ups do this; a box's MatrixX alone does not.
