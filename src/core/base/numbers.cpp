@@ -87,8 +87,8 @@ std::optional<qint32> TryLeadingInt32(QStringView text)
     return value ? TryRoundToInt32(*value) : std::nullopt;
 }
 
-// Counted on every keystroke of a port list and for every number of a file: no exception on
-// the way, also not for a number beyond a double.
+// No exception on the way, also not for a number beyond a double: port lists are counted on
+// every keystroke.
 std::optional<double> TryLeadingValue(QStringView text)
 {
     // Most numbers in a file are short plain integers: read them without a conversion call.

@@ -143,9 +143,9 @@ void ValidationWatcher::Flush()
 
 namespace {
 
-// The sibling sum as the check button adds it, then each class's verdict. An overflow in the sum leaves the
-// whole group as it was, one in a single class leaves that class as it was: the flags a check had not reached
-// stay.
+// The sibling sum as the check button adds it, then each class's verdict. An overflow in the
+// sum leaves the whole group as it was, one in a single class leaves that class as it was: the
+// flags a check had not reached stay.
 void checkGroup(const QList<QoSClass*>& group)
 {
     const std::optional<qint32> sum = SiblingSum(group).Checked();
