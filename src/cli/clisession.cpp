@@ -1,30 +1,12 @@
 #include "clisession.h"
 
-#include "base/qoserror.h"
+#include "app/firststart.h"
 #include "file/qosreader.h"
-#include "model/objectpage.h"
-#include "model/qosclass.h"
-#include "model/qoscommon.h"
 #include "model/validationpass.h"
 
 CliSession::CliSession() : m_document(&m_prompt)
 {
-    // What a first start without config.ini leaves in the editor.
-    qint32 cols = 6;
-    qint32 rows = 5;
-    m_document.Down1()->SetGridDimensions(cols, rows);
-    cols = 6;
-    rows = 5;
-    m_document.Up1()->SetGridDimensions(cols, rows);
-    QoSCommon& common = *m_document.Common1();
-    common.SetQoSInternetBandDown(QStringLiteral("768kbit"));
-    common.SetQoSInternetBandUp(QStringLiteral("128kbit"));
-    common.SetQoSInternetDev(QStringLiteral("ppp0"));
-    common.SetQoSLocalBand(QStringLiteral("10mbit"));
-    common.SetQoSLocalNetDev(QStringLiteral("eth0"));
-    common.SetQoSVersion(QStringLiteral("v0.3"));
-    common.SetQoSInternetDefaultDown(QStringLiteral("0"));
-    common.SetQoSInternetDefaultUp(QStringLiteral("0"));
+    FirstStart::Apply(m_document);
     m_document.SetModified(false);
 }
 
@@ -39,7 +21,5 @@ bool CliSession::Open(const QString& path)
 
 void CliSession::ValidateAll()
 {
-    ValidationPass pass;
-    pass.ValidateMainClasses(*m_document.Down1());
-    pass.ValidateMainClasses(*m_document.Up1());
+    ValidationPass().ValidateDocument(m_document);
 }

@@ -1,8 +1,8 @@
-#include "checkreport.h"
 #include "clisession.h"
 #include "jsonreport.h"
 
 #include "base/qoserror.h"
+#include "check/documentcheck.h"
 #include "file/qoswriter.h"
 
 #include <QCoreApplication>
@@ -166,7 +166,7 @@ int renderCommand(const QStringList& args)
 
 int checkCommand(CliSession& session)
 {
-    const CheckReport report = CheckDocument(session);
+    const CheckReport report = CheckDocument(session.document(), session.report());
     for (const QString& text : report.problems)
         line(stdout, text);
     for (const QString& text : report.summaries)

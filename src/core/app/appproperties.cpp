@@ -1,5 +1,6 @@
 #include "app/appproperties.h"
 
+#include "app/firststart.h"
 #include "base/atomicfile.h"
 #include "base/numbers.h"
 #include "base/qoserror.h"
@@ -157,14 +158,15 @@ WindowSettings AppProperties::Load(const QList<QRect>& screens)
     ini.load(m_path);
 
     for (auto [section, page] : {std::pair{"Down", m_document.Down1()}, std::pair{"Up", m_document.Up1()}}) {
-        qint32 cols = ini.integer(section, "Cols", 6);
-        qint32 rows = ini.integer(section, "Rows", 5);
+        qint32 cols = ini.integer(section, "Cols", FirstStart::Cols);
+        qint32 rows = ini.integer(section, "Rows", FirstStart::Rows);
         page->SetGridDimensions(cols, rows);
     }
 
     QoSCommon& common = *m_document.Common1();
-    const QString defaults[] = {QStringLiteral("768kbit"), QStringLiteral("128kbit"), QStringLiteral("ppp0"),
-                                QStringLiteral("10mbit"),  QStringLiteral("eth0"),    QStringLiteral("v0.3")};
+    const QString defaults[] = {FirstStart::InternetBandDown(), FirstStart::InternetBandUp(),
+                                FirstStart::InternetDev(),      FirstStart::LocalBand(),
+                                FirstStart::LocalNetDev(),      FirstStart::Version()};
     void (QoSCommon::*const setters[])(const QString&) = {
         &QoSCommon::SetQoSInternetBandDown, &QoSCommon::SetQoSInternetBandUp, &QoSCommon::SetQoSInternetDev,
         &QoSCommon::SetQoSLocalBand,        &QoSCommon::SetQoSLocalNetDev,    &QoSCommon::SetQoSVersion};
@@ -175,8 +177,8 @@ WindowSettings AppProperties::Load(const QList<QRect>& screens)
             (common.*setters[i])(defaults[i]); // a bandwidth beyond any line speed
         }
     }
-    common.SetQoSInternetDefaultDown(QStringLiteral("0"));
-    common.SetQoSInternetDefaultUp(QStringLiteral("0"));
+    common.SetQoSInternetDefaultDown(FirstStart::DefaultClass());
+    common.SetQoSInternetDefaultUp(FirstStart::DefaultClass());
 
     WindowSettings window;
     const QRect fallback = DefaultGeometry(screens);

@@ -44,7 +44,8 @@ qsizetype scanNumber(QStringView text, qsizetype pos)
 }
 
 // The span holds only "[+-]digits[.digits]"; from_chars reads it the same in every locale.
-double toDouble(QStringView number)
+// Nothing when the number does not fit a double.
+std::optional<double> toDouble(QStringView number)
 {
     char buffer[64];
     std::string big;
@@ -62,22 +63,33 @@ double toDouble(QStringView number)
     double v = 0;
     const auto [end, ec] = std::from_chars(begin, begin + n, v);
     if (ec != std::errc() || end != begin + n || !std::isfinite(v))
-        throw QoSError::overflow();
+        return std::nullopt;
     return v;
+}
+
+double orOverflow(std::optional<double> value)
+{
+    if (!value)
+        throw QoSError::overflow();
+    return *value;
 }
 
 } // namespace
 
-std::optional<double> TryLeadingValue(QStringView text)
+double LeadingValue(QStringView text)
 {
-    try {
-        return LeadingValue(text);
-    } catch (const QoSError&) {
-        return std::nullopt;
-    }
+    return orOverflow(TryLeadingValue(text));
 }
 
-double LeadingValue(QStringView text)
+std::optional<qint32> TryLeadingInt32(QStringView text)
+{
+    const auto value = TryLeadingValue(text);
+    return value ? TryRoundToInt32(*value) : std::nullopt;
+}
+
+// No exception on the way, also not for a number beyond a double: port lists are counted on
+// every keystroke.
+std::optional<double> TryLeadingValue(QStringView text)
 {
     // Most numbers in a file are short plain integers: read them without a conversion call.
     {
@@ -110,7 +122,7 @@ std::optional<double> ParseNumber(QStringView text)
         return std::nullopt;
     if (t.endsWith(u'.'))
         t.chop(1);
-    return toDouble(t);
+    return orOverflow(toDouble(t));
 }
 
 std::optional<double> ParseLooseNumber(QStringView text)

@@ -18,6 +18,9 @@ double LeadingValue(QStringView text);
 // The same, with nothing for a number beyond a double: for the many places where such a
 // number only names nothing or counts as a default.
 std::optional<double> TryLeadingValue(QStringView text);
+// The leading number rounded to 32 bits, halves to even: a port, a class number. Nothing when
+// it does not fit.
+std::optional<qint32> TryLeadingInt32(QStringView text);
 
 // The whole text as a number (blanks around it allowed), or nothing.
 std::optional<double> ParseNumber(QStringView text);

@@ -1,11 +1,11 @@
 #include "check/validationwatcher.h"
 
-#include "base/numbers.h"
 #include "base/qoserror.h"
 #include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qosclass.h"
 #include "model/qoscommon.h"
+#include "model/siblingsum.h"
 
 #include <QList>
 
@@ -143,21 +143,17 @@ void ValidationWatcher::Flush()
 
 namespace {
 
-// The sibling sum as the check button adds it (in order, 32 bits checked at each step), then
-// each class's verdict. An overflow in the sum leaves the whole group as it was, one in a
-// single class leaves that class as it was: the flags a check had not reached stay.
+// The sibling sum as the check button adds it, then each class's verdict. An overflow in the
+// sum leaves the whole group as it was, one in a single class leaves that class as it was: the
+// flags a check had not reached stay.
 void checkGroup(const QList<QoSClass*>& group)
 {
-    qint32 sum = 0;
-    try {
-        for (QoSClass* c : group)
-            sum = Numbers::CheckedAdd(sum, c->QoSMinBandWidthKBit());
-    } catch (const QoSError&) {
+    const std::optional<qint32> sum = SiblingSum(group).Checked();
+    if (!sum)
         return;
-    }
     for (QoSClass* c : group) {
         try {
-            c->ValidateAgainst(c->Limit(), sum);
+            c->ValidateAgainst(c->Limit(), *sum);
         } catch (const QoSError&) {
         }
     }
@@ -178,9 +174,5 @@ void ValidationWatcher::checkMainClasses(const QString& direction)
 
 void ValidationWatcher::checkChildren(QoSClass* parent)
 {
-    QList<QoSClass*> group;
-    for (QoSObject* o : parent->ChildQoSObjects())
-        if (auto* c = qobject_cast<QoSClass*>(o))
-            group << c;
-    checkGroup(group);
+    checkGroup(SiblingSum::ChildClasses(*parent));
 }

@@ -378,11 +378,7 @@ private:
         const QString option = value(Field::FilterOption, m, QString());
 
         // Looked up before the "ignore" test: a continuation entry must name a class too.
-        std::optional<qint32> number;
-        try {
-            number = Numbers::RoundToInt32(Numbers::LeadingValue(classText));
-        } catch (const QoSError&) {
-        }
+        const std::optional<qint32> number = Numbers::TryLeadingInt32(classText);
         QoSClass* c = number ? m_doc.ClassByIdx(*number) : nullptr;
         if (!c || !c->GetObjectPage())
             throw fileError(

@@ -71,13 +71,8 @@ void BandwidthField::SetBandwidth(const QString& text)
         }
     }
     const QString s = text.isEmpty() ? QStringLiteral("0kbit") : text;
-    double value = 0;
-    std::optional<qint32> n;
-    try {
-        value = Numbers::LeadingValue(s);
-        n = Numbers::TryRoundToInt32(value);
-    } catch (const QoSError&) {
-    }
+    const std::optional<double> value = Numbers::TryLeadingValue(s);
+    const std::optional<qint32> n = value ? Numbers::TryRoundToInt32(*value) : std::nullopt;
     if (!n)
         throw OutOfRange(s);
     const QString t = QString::number(*n);
@@ -86,11 +81,7 @@ void BandwidthField::SetBandwidth(const QString& text)
     if (unit.isEmpty())
         unit = QStringLiteral("kbit");
     // Joined again, would the text still read as the same number?
-    bool same = false;
-    try {
-        same = Numbers::LeadingValue(QString(t + unit)) == value;
-    } catch (const QoSError&) {
-    }
+    const bool same = Numbers::TryLeadingValue(QString(t + unit)) == value;
     m_kept = same ? QString() : s;
     setValue(t);
     setUnit(unit);

@@ -2,22 +2,11 @@
 
 #include "base/numbers.h"
 #include "base/qoserror.h"
+#include "inputs/portlist.h"
 
-#include <cmath>
 #include <limits>
 
 namespace {
-
-double leading(QStringView s)
-{
-    return Numbers::TryLeadingValue(s).value_or(std::numeric_limits<double>::max());
-}
-
-// A range end: its leading number rounded to 32 bits, halves to even; throws beyond.
-qint64 rangeEnd(QStringView s)
-{
-    return Numbers::RoundToInt32(Numbers::LeadingValue(s));
-}
 
 QoSError tooManyPorts(QStringView port)
 {
@@ -26,6 +15,10 @@ QoSError tooManyPorts(QStringView port)
         QStringLiteral("Die Portliste '%1' steht für mehr Ports, als sich zählen lassen.")
             .arg(port.size() > 60 ? port.first(60).toString() + QStringLiteral("…") : port.toString()));
 }
+
+// An expansion is only ever needed for lists a filter can hold; a list standing for millions
+// of ports is never expanded as a whole.
+constexpr qint64 MaxExpansion = 65536 * 2;
 
 } // namespace
 
@@ -45,25 +38,28 @@ void PortField::SetPort(const QString& port)
         throw tooManyPorts(m_port);
 }
 
+PortField::SetResult PortField::TrySetPort(const QString& port)
+{
+    const std::optional<qint32> n = TryCount(port);
+    if (!n)
+        return SetResult::TooManyPorts;
+    if (port == m_port)
+        return SetResult::Set;
+    m_port = port;
+    m_count = *n;
+    m_countFits = true;
+    changed();
+    return SetResult::Set;
+}
+
 std::optional<qint32> PortField::TryCount(QStringView port)
 {
     // Counted on every keystroke and for every filter read from a file: views, no copies.
     qint64 total = 0;
-    for (const QStringView item : port.tokenize(u',')) {
-        const qsizetype dash = item.indexOf(u'-');
-        if (dash < 0 || item.indexOf(u'-', dash + 1) >= 0) {
-            total += 1; // a single port, an empty item, or a malformed one with two dashes
-        } else {
-            qint64 a = 0;
-            qint64 b = 0;
-            try {
-                a = rangeEnd(item.left(dash));
-                b = rangeEnd(item.mid(dash + 1));
-            } catch (const QoSError&) {
-                return std::nullopt;
-            }
-            total += std::llabs(b - a + 1);
-        }
+    for (const PortList::Item& item : PortList(port)) {
+        if (!item.EndsFit())
+            return std::nullopt;
+        total += item.Counted();
         if (total > std::numeric_limits<qint32>::max())
             return std::nullopt;
     }
@@ -87,17 +83,10 @@ PortField::CountLook PortField::Look() const
 qint64 PortField::ExpandedCount() const
 {
     qint64 n = 0;
-    for (const QString& item : m_port.split(u',')) {
-        const QStringList ends = item.split(u'-');
-        if (ends.size() != 2) {
-            n += 1;
-            continue;
-        }
-        try {
-            n += std::llabs(rangeEnd(ends[1]) - rangeEnd(ends[0])) + 1;
-        } catch (const QoSError&) {
-            return -1; // an end beyond 32 bits expands to nothing
-        }
+    for (const PortList::Item& item : PortList(m_port)) {
+        if (!item.EndsFit())
+            return -1;
+        n += item.Expanded();
     }
     return n;
 }
@@ -106,25 +95,12 @@ QString PortField::PortExt(qint64 index) const
 {
     if (index < 0)
         return QString();
-    for (const QString& item : m_port.split(u',')) {
-        const QStringList ends = item.split(u'-');
-        if (ends.size() != 2) {
-            if (index == 0)
-                return item;
-            --index;
-            continue;
-        }
-        qint64 a = 0;
-        qint64 b = 0;
-        try {
-            a = rangeEnd(ends[0]);
-            b = rangeEnd(ends[1]);
-        } catch (const QoSError&) {
+    for (const PortList::Item& item : PortList(m_port)) {
+        if (!item.EndsFit())
             return QString();
-        }
-        const qint64 n = std::llabs(b - a) + 1;
+        const qint64 n = item.Expanded();
         if (index < n)
-            return QString::number(b >= a ? a + index : a - index);
+            return item.Entry(index);
         index -= n;
     }
     return QString();
@@ -134,35 +110,27 @@ QStringList PortField::PortExt() const
 {
     QStringList out;
     const qint64 n = ExpandedCount();
-    // An expansion is only ever needed for lists a filter can hold; a list standing for
-    // millions of ports is never expanded as a whole.
-    if (n < 0 || n > 65536 * 2)
+    if (n < 0 || n > MaxExpansion)
         return out;
     out.reserve(n);
-    for (const QString& item : m_port.split(u',')) {
-        const QStringList ends = item.split(u'-');
-        if (ends.size() != 2) {
-            out << item;
-            continue;
-        }
-        const qint64 a = rangeEnd(ends[0]);
-        const qint64 b = rangeEnd(ends[1]);
-        if (b >= a)
-            for (qint64 p = a; p <= b; ++p)
-                out << QString::number(p);
-        else
-            for (qint64 p = a; p >= b; --p)
-                out << QString::number(p);
-    }
+    for (const PortList::Item& item : PortList(m_port))
+        for (qint64 i = 0; i < item.Expanded(); ++i)
+            out << item.Entry(i);
     return out;
+}
+
+bool PortField::FirstPortInRange(QStringView port)
+{
+    // Compared as a double: a port of twenty digits fits no integer.
+    const std::optional<double> first = Numbers::TryLeadingValue(port);
+    return first && *first >= 0 && *first <= 65535;
 }
 
 PortField::LeaveResult PortField::CheckLeave() const
 {
     if (!m_countFits || m_count > MaxPorts)
         return LeaveResult::TooManyPorts;
-    const double first = leading(m_port);
-    if (first < 0 || first > 65535)
+    if (!FirstPortInRange(m_port))
         return LeaveResult::OutOfRange;
     return LeaveResult::Ok;
 }

@@ -18,14 +18,19 @@ class PortField : public QObject
 public:
     enum class CountLook { One, Few, Many }; // 1, 2 to 9, above 9
     enum class LeaveResult { Ok, TooManyPorts, OutOfRange };
+    enum class SetResult { Set, TooManyPorts };
 
     explicit PortField(QObject* parent = nullptr);
 
     QString Port() const { return m_port; }
-    // Sets the list and counts it. A list that stands for more than 32 bits of ports keeps
-    // its text but not its count: the count stays as it was, CountFits() turns false, and an
-    // overflow QoSError is thrown after the change was announced.
+    // Sets the list and counts it, as a file is read. A list that stands for more than 32
+    // bits of ports keeps its text but not its count: the count stays as it was, CountFits()
+    // turns false, and an overflow QoSError is thrown after the change was announced (the
+    // import ends there).
     void SetPort(const QString& port);
+    // The same as the user types: such a list is refused as "Zuviele Ports" and nothing
+    // changes.
+    SetResult TrySetPort(const QString& port);
 
     // Number of single ports the list stands for. A reversed range a-b counts two less than
     // it expands to; kept as it is.
@@ -42,6 +47,8 @@ public:
 
     // Check when the focus leaves the box.
     LeaveResult CheckLeave() const;
+    // Only the first port of a list is held to 0..65535.
+    static bool FirstPortInRange(QStringView port);
 
     // The count of a list: the ends of a range are whole numbers, rounded as everywhere, so
     // that a forward range counts exactly the ports it expands to. Throws an overflow QoSError

@@ -1,31 +1,10 @@
 #include "model/validationpass.h"
 
-#include "base/numbers.h"
 #include "base/qoserror.h"
 #include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qosclass.h"
-
-ValidationPass::Sum ValidationPass::compute(const QoSClass& c) const
-{
-    Sum sum;
-    try {
-        if (const QoSClass* parent = c.ParentQoSObject()) {
-            for (QoSObject* o : parent->ChildQoSObjects())
-                if (auto* sibling = qobject_cast<QoSClass*>(o))
-                    sum.value = Numbers::CheckedAdd(sum.value, sibling->QoSMinBandWidthKBit());
-        } else {
-            // Every main class of the direction, on whichever page, as the parent number reads.
-            for (QoSObject* o : c.document()->Objects())
-                if (auto* other = qobject_cast<QoSClass*>(o);
-                    other && other->QoSParent() == u"0" && other->QoSDirection() == c.QoSDirection())
-                    sum.value = Numbers::CheckedAdd(sum.value, other->QoSMinBandWidthKBit());
-        }
-    } catch (const QoSError&) {
-        sum.overflow = true;
-    }
-    return sum;
-}
+#include "model/siblingsum.h"
 
 void ValidationPass::ValidateMainClasses(const ObjectPage& page)
 {
@@ -40,21 +19,30 @@ void ValidationPass::ValidateMainClasses(const ObjectPage& page)
     }
 }
 
-qint32 ValidationPass::SiblingMinimumSum(const QoSClass& c)
+std::optional<qint32> ValidationPass::TrySiblingMinimumSum(const QoSClass& c)
 {
-    Sum sum;
+    auto group = [&c] { return SiblingSum(SiblingSum::GroupOf(c)).Checked(); };
     if (const QoSClass* parent = c.ParentQoSObject()) {
         auto it = m_byParent.find(parent);
         if (it == m_byParent.end())
-            it = m_byParent.insert(parent, compute(c));
-        sum = *it;
-    } else {
-        auto it = m_mainByDirection.find(c.QoSDirection());
-        if (it == m_mainByDirection.end())
-            it = m_mainByDirection.insert(c.QoSDirection(), compute(c));
-        sum = *it;
+            it = m_byParent.insert(parent, group());
+        return *it;
     }
-    if (sum.overflow)
-        throw QoSError::overflow();
-    return sum.value;
+    auto it = m_mainByDirection.find(c.QoSDirection());
+    if (it == m_mainByDirection.end())
+        it = m_mainByDirection.insert(c.QoSDirection(), group());
+    return *it;
+}
+
+qint32 ValidationPass::SiblingMinimumSum(const QoSClass& c)
+{
+    if (const auto sum = TrySiblingMinimumSum(c))
+        return *sum;
+    throw QoSError::overflow();
+}
+
+void ValidationPass::ValidateDocument(const Document& doc)
+{
+    ValidateMainClasses(*doc.Down1());
+    ValidateMainClasses(*doc.Up1());
 }

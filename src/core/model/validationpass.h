@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QString>
+#include <optional>
 
 class Document;
 class ObjectPage;
@@ -14,21 +15,18 @@ class QoSClass;
 class ValidationPass
 {
 public:
-    // The minimums of the class and its siblings in kbit, in creation order with a 32-bit
-    // overflow check at each step; throws the overflow each time it is asked for.
+    // The SiblingSum of the class as the check button adds it; nothing when it leaves 32 bits.
+    std::optional<qint32> TrySiblingMinimumSum(const QoSClass& c);
+    // The same, throwing the overflow each time it is asked for.
     qint32 SiblingMinimumSum(const QoSClass& c);
     // Runs the check button of every main class of a page, each tree on its own: an overflow
     // ends that tree's run only, and the flags it had not reached stay as they were.
     void ValidateMainClasses(const ObjectPage& page);
+    // The same for the down page, then the up page.
+    void ValidateDocument(const Document& doc);
 
 private:
-    struct Sum
-    {
-        qint32 value = 0;
-        bool overflow = false;
-    };
-    Sum compute(const QoSClass& c) const;
-
-    QHash<const QoSClass*, Sum> m_byParent;
-    QHash<QString, Sum> m_mainByDirection;
+    // Nothing for a sum beyond 32 bits.
+    QHash<const QoSClass*, std::optional<qint32>> m_byParent;
+    QHash<QString, std::optional<qint32>> m_mainByDirection;
 };

@@ -37,13 +37,10 @@ InputPort::InputPort(PortField* field, QWidget* parent)
     layout->addWidget(m_lblFilterCount);
 
     connect(m_txtPort, &QLineEdit::textEdited, this, [this](const QString& t) {
-        // A list that stands for more ports than can be counted is refused as too many.
-        if (!PortField::TryCount(t)) {
+        if (m_field->TrySetPort(t) == PortField::SetResult::TooManyPorts) {
             RevertEdit(m_txtPort, m_field->Port());
             showTooManyPorts();
-            return;
         }
-        m_field->SetPort(t);
     });
     new PasteGuard(m_txtPort,
                    [this](const QString& text) { PasteGuard::InsertWritable(m_txtPort, text, m_prompt); });
