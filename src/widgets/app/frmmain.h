@@ -49,7 +49,8 @@ public:
 
     // Shows the window as config.ini left it: its normal rectangle, then maximised if it was.
     void showAsSaved();
-    // Runs a page tool by its key, as a click on its button does.
+    // Runs a page tool by its key, as a click on its button does; on an object page, a key that
+    // names no page tool is reported as not defined.
     void RunPageTool(const QString& key);
 
 protected:
