@@ -40,9 +40,9 @@ public:
     BandwidthField* NewMin() { return &m_newMin; }         // txtNewMin
     // txtNewMinAfter; nothing when the subtraction does not fit into 32 bits.
     std::optional<qint32> NewMinAfter() const { return m_newMinAfter; }
-    // The figures as the panel shows them, every one in the same form: "768 kbit".
+    // A figure as the panel shows it: "768 kbit".
     static QString KbitText(qint32 kbit);
-    // The figures as the panel shows them; every one is empty while no class is shown.
+    // The figures as the panel shows them, each empty while no class is shown.
     // txtParentMax: its kbit figure, followed by the line speed as written when that reads
     // otherwise ("10240 kbit (10Mbit)"); "Überlauf" beyond 32 bits.
     QString ParentMaxText() const;
