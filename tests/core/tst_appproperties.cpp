@@ -33,13 +33,6 @@ class TestAppProperties : public QObject
 private slots:
     void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
 
-    void defaultPathIsTheUsersConfigFolder()
-    {
-        QVERIFY(AppProperties::DefaultPath().endsWith(QStringLiteral("/config.ini")));
-        QVERIFY(AppProperties::DefaultPath().startsWith(
-            QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation)));
-    }
-
     void withoutFile()
     {
         QTemporaryDir dir;
@@ -141,6 +134,30 @@ private slots:
         QTEST(w.normalGeometry, "geometry");
         QTEST(w.windowState, "state");
         QTEST(w.calculator, "calculator");
+    }
+
+    // The window's place is kept in twips, 15 to a pixel; a hand-written value between two
+    // pixels goes to the nearer one, and a half to the one away from zero.
+    void twipsBetweenPixels_data()
+    {
+        QTest::addColumn<QByteArray>("ini");
+        QTest::addColumn<QRect>("geometry");
+        // clang-format off
+        QTest::newRow("whole pixels") << QByteArray("Left=150\nTop=300\nWidth=12000\nHeight=9000") << QRect(10, 20, 800, 600);
+        QTest::newRow("nearer the pixel above") << QByteArray("Left=1000\nTop=8\nWidth=12008\nHeight=1000") << QRect(67, 1, 801, 67);
+        QTest::newRow("nearer the pixel below") << QByteArray("Left=1007\nTop=7\nWidth=12007\nHeight=9007") << QRect(67, 0, 800, 600);
+        QTest::newRow("halves") << QByteArray("Left=22.5\nTop=37.5\nWidth=12007.5\nHeight=9022.5") << QRect(2, 3, 801, 602);
+        // clang-format on
+    }
+    void twipsBetweenPixels()
+    {
+        QFETCH(QByteArray, ini);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("config.ini"));
+        write(path, "[MainWindow]\n" + ini + "\n");
+        Document doc;
+        AppProperties props(doc, path);
+        QTEST(props.Load(screens).normalGeometry, "geometry");
     }
 
     void unknownKeysSurviveASave()

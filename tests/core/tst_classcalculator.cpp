@@ -191,20 +191,27 @@ private slots:
         QCOMPARE(calc.CurrentClass(), PageScript::cls(doc, to)); // it follows the selection
     }
 
+    // The pending new minimum goes to the class shown so far, whether the calculator's arrow
+    // moves on or the page selects another box (a click on it).
     void autoApply_data()
     {
+        QTest::addColumn<bool>("byPage");
         QTest::addColumn<bool>("autoApply");
         QTest::addColumn<bool>("typed");
         QTest::addColumn<int>("stored");
         QTest::addColumn<bool>("modified");
-        // clang-format off
-        QTest::newRow("auto apply stores the typed minimum") << true << true << 450 << true;
-        QTest::newRow("auto apply leaves an untouched minimum") << true << false << 1 << false;
-        QTest::newRow("without auto apply nothing is stored") << false << true << 1 << false;
-        // clang-format on
+        for (const bool byPage : {false, true}) {
+            const char* way = byPage ? "page" : "arrow";
+            // clang-format off
+            QTest::addRow("%s: auto apply stores the typed minimum", way) << byPage << true << true << 450 << true;
+            QTest::addRow("%s: auto apply leaves an untouched minimum", way) << byPage << true << false << 1 << false;
+            QTest::addRow("%s: without auto apply nothing is stored", way) << byPage << false << true << 1 << false;
+            // clang-format on
+        }
     }
     void autoApply()
     {
+        QFETCH(bool, byPage);
         QFETCH(bool, autoApply);
         QFETCH(bool, typed);
         Document doc;
@@ -216,10 +223,61 @@ private slots:
         doc.SetModified(false);
         if (typed)
             calc.NewMin()->SetValue(QStringLiteral("450"));
-        calc.MoveRight();
+        if (byPage)
+            PageScript::cls(doc, 3)->SetSelected(true);
+        else
+            calc.MoveRight();
         QCOMPARE(calc.CurrentClass(), PageScript::cls(doc, 3));
         QTEST(PageScript::cls(doc, 2)->QoSMinBandWidthKBit(), "stored");
+        QCOMPARE(PageScript::cls(doc, 3)->QoSMinBandWidthKBit(), 1); // not the class shown now
         QTEST(doc.IsModified(), "modified");
+    }
+
+    // What the panel shows, decided here: each figure's text, what is left after the new minimum
+    // and whether that is a warning. The class shown has 300kbit of a parent's 1000kbit.
+    void shownTexts_data()
+    {
+        QTest::addColumn<bool>("shown");
+        QTest::addColumn<QString>("siblingMin");
+        QTest::addColumn<QString>("typed");   // the new minimum, in kbit
+        QTest::addColumn<QString>("figures"); // used, available, free
+        QTest::addColumn<QString>("after");
+        QTest::addColumn<bool>("overbooked");
+        QTest::addColumn<QString>("heading");
+        const QString ok = QStringLiteral("Klasse: Class 2");
+        // clang-format off
+        QTest::newRow("no class") << false << "200kbit" << "" << "||" << "" << false << "Keine Klasse ausgewählt";
+        QTest::newRow("something left") << true << "200kbit" << "500" << "500 kbit|1000 kbit|800 kbit" << "300 kbit" << false << ok;
+        QTest::newRow("exactly used up") << true << "200kbit" << "800" << "500 kbit|1000 kbit|800 kbit" << "0 kbit" << false << ok;
+        QTest::newRow("promised more than there is") << true << "200kbit" << "900" << "500 kbit|1000 kbit|800 kbit" << "-100 kbit" << true << ok;
+        QTest::newRow("the subtraction overflows") << true << "1302kbit" << "2147483647" << "1602 kbit|1000 kbit|-302 kbit" << "Überlauf" << true << ok;
+        QTest::newRow("the sum overflows") << true << "2147483647kbit" << "" << "0 kbit|0 kbit|0 kbit" << "Überlauf" << true
+            << "Klasse: Class 2\n";
+        // clang-format on
+    }
+    void shownTexts()
+    {
+        QFETCH(bool, shown);
+        QFETCH(QString, siblingMin);
+        QFETCH(QString, typed);
+        QFETCH(QString, heading);
+        Document doc;
+        QoSClass* parent = add(doc.Down1(), 0, QStringLiteral("1000kbit"), QStringLiteral("1000kbit"));
+        QoSClass* c = add(doc.Down1(), parent->ClassIdx(), QStringLiteral("300kbit"), QString());
+        add(doc.Down1(), parent->ClassIdx(), siblingMin, QString());
+        ClassCalculator calc;
+        calc.SetQoSClass(shown ? c : nullptr);
+        if (!typed.isEmpty())
+            calc.NewMin()->SetValue(typed);
+        QTEST(QStringList({calc.UsesMinText(), calc.AvailableMinText(), calc.FreeMinText()}).join(u'|'),
+              "figures");
+        QTEST(calc.NewMinAfterText(), "after");
+        QTEST(calc.NewMinAfterOverbooked(), "overbooked");
+        // A heading that ends in a line break goes on with the reason.
+        QVERIFY2(heading.endsWith(u'\n')
+                     ? calc.HeadingText().startsWith(heading) && calc.HeadingText() != heading
+                     : calc.HeadingText() == heading,
+                 qPrintable(calc.HeadingText()));
     }
 
     void emptyWithoutClass()

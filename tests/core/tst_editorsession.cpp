@@ -5,11 +5,14 @@
 #include "model/objectpage.h"
 #include "model/qosclass.h"
 #include "model/qoscommon.h"
+#include "model/qosconnector.h"
 #include "model/qosfilter.h"
 #include "pagescript.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -187,8 +190,10 @@ private slots:
         write(target, QByteArray(20000, 'x')); // an older, longer file: nothing of it may remain
         PageScript::run(f.doc.Down1(), QStringLiteral("C S1 F2"));
         QCOMPARE(f.session.InitialSaveName(), QStringLiteral("qos.txt"));
+        QVERIFY(f.session.CanSave());
         f.prompt.fileNames << target;
         QVERIFY(f.session.SaveAs());
+        QVERIFY(!f.session.CanSave()); // the toolbar's Save waits for the next change
         const QByteArray bytes = read(target);
         QVERIFY(bytes.startsWith("#"));
         QVERIFY(!bytes.contains("xxx"));
@@ -202,27 +207,43 @@ private slots:
         QCOMPARE(f.doc.StatusText(), QStringLiteral("Datei gespeichert."));
         PageScript::cls(f.doc, 1)->SetCaption(QStringLiteral("Büro"));
         QCOMPARE(f.doc.StatusText(), QString());
+        QVERIFY(f.session.CanSave());
     }
 
+    // A save that fails leaves the file it would have replaced byte for byte, the document
+    // modified and no temporary file behind.
     void failedSaveKeepsOldFileAndMark_data()
     {
         QTest::addColumn<QString>("target");
+        QTest::addColumn<QString>("kept"); // the old file that must survive
         QTest::addColumn<QString>("reason");
         QTest::addColumn<bool>("writerFails");
         // clang-format off
-        QTest::newRow("a folder of that name") << "folder" << "Ordner" << false;
-        QTest::newRow("a folder that does not exist") << "missing/qos.txt" << "gibt es nicht" << false;
-        QTest::newRow("the writer fails") << "qos.txt" << "Bei der Erstellung sind Fehler aufgetreten!" << true;
+        QTest::newRow("a folder in place of the file") << "folder" << "folder/qos.txt" << "Ordner" << false;
+        QTest::newRow("a folder that does not exist") << "missing/qos.txt" << "qos.txt" << "gibt es nicht" << false;
+        QTest::newRow("a read-only folder") << "locked/qos.txt" << "locked/qos.txt" << "nicht geschrieben" << false;
+        QTest::newRow("the writer fails") << "qos.txt" << "qos.txt" << "Bei der Erstellung sind Fehler aufgetreten!" << true;
         // clang-format on
     }
     void failedSaveKeepsOldFileAndMark()
     {
         QFETCH(QString, target);
+        QFETCH(QString, kept);
         QFETCH(QString, reason);
         QFETCH(bool, writerFails);
         Fixture f;
-        QDir(f.dir.path()).mkdir(QStringLiteral("folder"));
-        write(f.path(QStringLiteral("qos.txt")), "old contents");
+        const QByteArray old("old contents");
+        for (const char* folder : {"folder", "locked"}) {
+            QDir(f.dir.path()).mkdir(QString::fromLatin1(folder));
+            write(f.path(QString::fromLatin1(folder) + QStringLiteral("/qos.txt")), old);
+        }
+        write(f.path(QStringLiteral("qos.txt")), old);
+        const QString locked = f.path(QStringLiteral("locked"));
+        QFile::setPermissions(locked, QFile::ReadOwner | QFile::ExeOwner);
+        const auto unlock = qScopeGuard(
+            [&] { QFile::setPermissions(locked, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner); });
+        if (target.startsWith(u"locked") && QFileInfo(locked).isWritable())
+            QSKIP("This user writes into a read-only folder all the same.");
         PageScript::run(f.doc.Down1(), QStringLiteral("C F1"));
         if (writerFails)
             // More entries than one filter may stand for.
@@ -230,14 +251,16 @@ private slots:
         f.prompt.fileNames << f.path(target);
         QVERIFY(!f.session.SaveAs());
         QVERIFY(f.doc.IsModified());
+        QVERIFY(f.session.CanSave());
         QCOMPARE(f.prompt.messages().size(), 1);
         QVERIFY2(f.prompt.messages().first().contains(reason), qPrintable(f.prompt.messages().first()));
         QCOMPARE(f.prompt.log.last().icon, UserPrompt::Icon::Critical);
-        QCOMPARE(read(f.path(QStringLiteral("qos.txt"))), QByteArray("old contents"));
+        QCOMPARE(read(f.path(kept)), old);
         QCOMPARE(f.session.CurrentFile(), QString());
         QCOMPARE(f.doc.StatusText(), QStringLiteral("Datei nicht gespeichert."));
-        QCOMPARE(QDir(f.dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-                 (QStringList{"folder", "qos.txt"}));
+        for (const QString& folder : {f.dir.path(), f.path(QStringLiteral("folder")), locked})
+            QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(),
+                     folder == f.dir.path() ? 3 : 1);
     }
 
     void openReadsAndReportsAnEarlyEnd_data()
@@ -339,6 +362,79 @@ private slots:
             QStringLiteral("Bei der Erstellung sind Fehler aufgetreten!\n\n")));
         QVERIFY(f.prompt.messages().last().contains(QStringLiteral("1-100000")));
         QVERIFY(f.doc.IsModified()); // set by the edits above, and left so
+    }
+
+    // Which page tools can act, by the page shown and its selection; each command acts exactly
+    // when its query allows it. The page holds a main class 1 with the sub classes 2 (empty)
+    // and 3 (with filter 1); "class" selects class 2, "connector" the line above it.
+    void toolQueries_data()
+    {
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<QString>("selection");
+        QTest::addColumn<QString>("allowed");
+        const QString onAnyPage = QStringLiteral("main size calc choose");
+        const QString onClass = QStringLiteral("main sub filter delete default size calc choose");
+        const QString onFilter = QStringLiteral("main delete size calc choose");
+        for (const char* page : {"none", "down", "up"}) {
+            const bool none = qstrcmp(page, "none") == 0;
+            // clang-format off
+            QTest::addRow("%s, nothing selected", page) << page << "none" << (none ? QString() : onAnyPage);
+            QTest::addRow("%s, a class selected", page) << page << "class" << (none ? QString() : onClass);
+            QTest::addRow("%s, a filter selected", page) << page << "filter" << (none ? QString() : onFilter);
+            QTest::addRow("%s, a connector selected", page) << page << "connector" << (none ? QString() : onAnyPage);
+            // clang-format on
+        }
+    }
+    void toolQueries()
+    {
+        QFETCH(QString, page);
+        QFETCH(QString, selection);
+        QFETCH(QString, allowed);
+        // A fresh document for every command, so that one command does not change the next one's case.
+        const auto prepare = [&](Fixture& f) -> ObjectPage* {
+            ObjectPage* tree = page == u"up" ? f.doc.Up1() : f.doc.Down1();
+            PageScript::run(tree, QStringLiteral("C S1 S1 F3"));
+            QoSClass* empty = PageScript::cls(f.doc, 2);
+            if (selection == u"class")
+                empty->SetSelected(true);
+            else if (selection == u"filter")
+                PageScript::flt(f.doc, 1)->SetSelected(true);
+            else if (selection == u"connector")
+                empty->LineTop()->SetSelected(true);
+            else
+                tree->SetSelectedObject(nullptr);
+            return page == u"none" ? nullptr : tree; // none: the common page is shown
+        };
+        Fixture f;
+        const ObjectPage* shown = prepare(f);
+        const EditorSession& s = f.session;
+        const std::pair<const char*, bool> queries[] = {
+            {"main", s.CanNewMainClass(shown)},        {"sub", s.CanNewSubClass(shown)},
+            {"filter", s.CanNewFilter(shown)},         {"delete", s.CanDeleteObject(shown)},
+            {"default", s.CanMakeDefaultClass(shown)}, {"size", s.CanChangePageSize(shown)},
+            {"calc", s.CanShowCalculator(shown)},      {"choose", s.CanChooseNewObject(shown)}};
+        QStringList can;
+        for (const auto& [name, yes] : queries)
+            if (yes)
+                can << QString::fromLatin1(name);
+        QCOMPARE(can.join(u' '), allowed);
+
+        const std::pair<const char*, std::function<bool(EditorSession&, ObjectPage*)>> commands[] = {
+            {"main", [](EditorSession& e, ObjectPage* p) { return e.NewMainClass(p) != nullptr; }},
+            {"sub", [](EditorSession& e, ObjectPage* p) { return e.NewSubClass(p) != nullptr; }},
+            {"filter", [](EditorSession& e, ObjectPage* p) { return e.NewFilter(p) != nullptr; }},
+            {"delete", [](EditorSession& e, ObjectPage* p) { return e.DeleteObject(p); }},
+            {"default", [](EditorSession& e, ObjectPage* p) { return e.MakeDefaultClass(p); }}};
+        for (const auto& [name, command] : commands) {
+            Fixture fresh;
+            ObjectPage* target = prepare(fresh);
+            const int objects = int(fresh.doc.Objects().size());
+            const bool acted = command(fresh.session, target);
+            QVERIFY2(acted == allowed.split(u' ').contains(QString::fromLatin1(name)), name);
+            if (!acted)
+                QCOMPARE(int(fresh.doc.Objects().size()), objects);
+            QVERIFY(fresh.prompt.messages().isEmpty()); // nothing refused with a message here
+        }
     }
 
     void pageTools()

@@ -1,4 +1,5 @@
 #include "app/appproperties.h"
+#include "app/classcalculatorpanel.h"
 #include "app/editorsession.h"
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
@@ -9,14 +10,18 @@
 #include "model/objectpage.h"
 #include "model/qosclass.h"
 #include "model/qoscommon.h"
+#include "model/qosconnector.h"
 #include "model/qosfilter.h"
 #include "model/qosobjectbox.h"
 #include "page/objectpageview.h"
+#include "pagescript.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialog>
 #include <QDockWidget>
 #include <QElapsedTimer>
 #include <QFile>
@@ -31,6 +36,7 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QWidgetAction>
@@ -557,6 +563,224 @@ private slots:
         QCOMPARE(e.prompt.log.size(), taken ? 0 : 1);
         if (!taken)
             QCOMPARE(e.prompt.log.first().icon, UserPrompt::Icon::Warning);
+        e.prompt.yesNoCancel << UserPrompt::Answer::No;
+    }
+
+    // The window asks the session which tools can act and asks again whenever the page or its
+    // selection changes; the NewObject button follows the tool it was last set to. The page
+    // holds a main class 1 with the sub classes 2 (empty) and 3 (with filter 1).
+    void toolsFollowPageAndSelection_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<QString>("chosen"); // from the NewObject button's menu, before selecting
+        QTest::addColumn<QString>("selection");
+        QTest::addColumn<bool>("newObject");
+        // clang-format off
+        QTest::newRow("Allgemein") << 0 << "" << "none" << false;
+        QTest::newRow("Down, main class by default") << 1 << "" << "none" << true;
+        QTest::newRow("Down, filter chosen, nothing selected") << 1 << "FilterSelect" << "none" << false;
+        QTest::newRow("Down, filter chosen, a class selected") << 1 << "FilterSelect" << "class" << true;
+        QTest::newRow("Up, sub class chosen, a filter selected") << 2 << "SubClassSelect" << "filter" << false;
+        QTest::newRow("Up, sub class chosen, a connector selected") << 2 << "SubClassSelect" << "connector" << false;
+        QTest::newRow("Up, main class chosen again, a filter selected") << 2 << "MainClassSelect" << "filter" << true;
+        // clang-format on
+    }
+    void toolsFollowPageAndSelection()
+    {
+        QFETCH(int, tab);
+        QFETCH(QString, chosen);
+        QFETCH(QString, selection);
+        Editor e(config());
+        e.w->tabStrip()->setCurrentIndex(tab);
+        ObjectPage* page = tab == 2 ? e.doc().Up1() : e.doc().Down1();
+        PageScript::run(page, QStringLiteral("C S1 S1 F3"));
+        page->SetSelectedObject(nullptr);
+        if (!chosen.isEmpty())
+            QVERIFY(trigger(e, chosen.toLatin1().constData()));
+        QoSClass* empty = PageScript::cls(e.doc(), 2);
+        if (selection == u"class")
+            empty->SetSelected(true);
+        else if (selection == u"filter")
+            PageScript::flt(e.doc(), 1)->SetSelected(true);
+        else if (selection == u"connector")
+            empty->LineTop()->SetSelected(true);
+        else
+            page->SetSelectedObject(nullptr);
+
+        const EditorSession& s = e.w->session();
+        const ObjectPage* shown = e.w->CurrentPage();
+        const std::pair<const char*, bool> asked[] = {{"NewMainClass", s.CanNewMainClass(shown)},
+                                                      {"NewSubClass", s.CanNewSubClass(shown)},
+                                                      {"NewFilter", s.CanNewFilter(shown)},
+                                                      {"DeleteObject", s.CanDeleteObject(shown)},
+                                                      {"DefaultClass", s.CanMakeDefaultClass(shown)},
+                                                      {"itmPageSize", s.CanChangePageSize(shown)},
+                                                      {"Calc", s.CanShowCalculator(shown)},
+                                                      {"MainClassSelect", s.CanChooseNewObject(shown)},
+                                                      {"SubClassSelect", s.CanChooseNewObject(shown)},
+                                                      {"FilterSelect", s.CanChooseNewObject(shown)},
+                                                      {"Save", s.CanSave()}};
+        for (const auto& [key, can] : asked)
+            QVERIFY2(e.action(key)->isEnabled() == can, key);
+        QTEST(e.action("NewObject")->isEnabled(), "newObject");
+        for (const char* key : {"New", "Open", "itmFileNew", "itmFileOpen", "itmFileSaveAs", "itmFileExit",
+                                "itmHelpAbout", "optDown", "optUp", "Config"})
+            QVERIFY2(e.action(key)->isEnabled(), key);
+        e.prompt.yesNoCancel << UserPrompt::Answer::No;
+    }
+
+    // RunPageTool runs a page tool by its key; any other key is asked about like a page
+    // command and, on an object page, named in a message.
+    void runPageToolByKey_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<int>("classes"); // made by it
+        QTest::addColumn<QString>("message");
+        // clang-format off
+        QTest::newRow("a page tool") << "NewMainClass" << 1 << 1 << "";
+        QTest::newRow("the NewObject button") << "NewObject" << 2 << 1 << "";
+        QTest::newRow("a page tool on Allgemein") << "NewMainClass" << 0 << 0 << "";
+        QTest::newRow("an unknown key on Allgemein") << "Nonsense" << 0 << 0 << "";
+        QTest::newRow("an unknown key on a page") << "Nonsense" << 1 << 0 << "Aktion für Button Nonsense (-1) in tbrPage nicht definiert.";
+        QTest::newRow("a menu item's key") << "itmFileNew" << 2 << 0 << "Aktion für Button itmFileNew (-1) in tbrPage nicht definiert.";
+        // clang-format on
+    }
+    void runPageToolByKey()
+    {
+        QFETCH(QString, key);
+        QFETCH(int, tab);
+        QFETCH(QString, message);
+        Editor e(config());
+        e.w->tabStrip()->setCurrentIndex(tab);
+        e.doc().Common1()->SetQoSInternetDev(QStringLiteral("dsl0")); // a change that New would ask about
+        e.w->RunPageTool(key);
+        QTEST(e.doc().Down1()->ClassCount() + e.doc().Up1()->ClassCount(), "classes");
+        QCOMPARE(e.prompt.messages(), message.isEmpty() ? QStringList() : QStringList{message});
+        if (!message.isEmpty())
+            QCOMPARE(e.prompt.log.first().icon, UserPrompt::Icon::Critical);
+        QCOMPARE(e.doc().Common1()->QoSInternetDev(), QStringLiteral("dsl0"));
+        e.prompt.yesNoCancel << UserPrompt::Answer::No;
+    }
+
+    // The page-tools dialog lists the buttons of tbrPage and hides those unchecked; the
+    // NewObject entry stands for the drop-down button, whatever its last choice.
+    void pageToolsDialogHidesButtons()
+    {
+        Editor e(config());
+        e.w->show();
+        QStringList listed;
+        // Answers the dialog as soon as it is up, so that nothing waits on it.
+        QTimer answer;
+        connect(&answer, &QTimer::timeout, this, [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            for (QCheckBox* box : dialog->findChildren<QCheckBox*>()) {
+                listed << box->text();
+                if (box->text().startsWith(QStringLiteral("Neues Objekt")) || box->text() == u"Löschen")
+                    box->setChecked(false);
+            }
+            dialog->accept();
+        });
+        answer.start(10);
+        QVERIFY(trigger(e, "Config"));
+        QCOMPARE(listed,
+                 (QStringList{"Neues Objekt (mit Auswahlmenü)", "Neue Hauptklasse", "Neue Unterklasse",
+                              "Neuer Filter", "Löschen", "Standardklasse", "Klassenrechner", "Down", "Up"}));
+        auto* bar = e.child<QToolBar>("tbrPage");
+        QTRY_VERIFY(!e.child<QToolButton>("cmdNewObject")->isVisible()); // once the bar is laid out again
+        QVERIFY(!bar->widgetForAction(e.action("DeleteObject"))->isVisible());
+        QVERIFY(bar->widgetForAction(e.action("NewMainClass"))->isVisible());
+        QVERIFY(e.action("NewObject")->isVisible()); // the action itself stays, for the key
+    }
+
+    // The calculator panel shows what the calculator decided: the figure left after the new
+    // minimum in red when it warns, in the field's own colour when it does not.
+    void calculatorPanelShowsTheCalculatorsAnswers_data()
+    {
+        QTest::addColumn<QString>("siblingMin");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("after");
+        QTest::addColumn<bool>("red");
+        // clang-format off
+        QTest::newRow("something left") << "200kbit" << "500" << "300 kbit" << false;
+        QTest::newRow("exactly used up") << "200kbit" << "800" << "0 kbit" << false;
+        QTest::newRow("promised more than there is") << "200kbit" << "900" << "-100 kbit" << true;
+        QTest::newRow("overflow") << "1302kbit" << "2147483647" << "Überlauf" << true;
+        // clang-format on
+    }
+    void calculatorPanelShowsTheCalculatorsAnswers()
+    {
+        QFETCH(QString, siblingMin);
+        QFETCH(QString, typed);
+        QFETCH(bool, red);
+        Document doc;
+        int idx = 0;
+        QoSClass* parent =
+            doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("1000kbit"), QStringLiteral("1000kbit"),
+                                  QStringLiteral("down"), QStringLiteral("0"), idx, false, QString());
+        QoSClass* c =
+            doc.Down1()->AddClass(parent, QStringLiteral("300kbit"), QString(), QStringLiteral("down"),
+                                  QStringLiteral("0"), idx, false, QString());
+        doc.Down1()->AddClass(parent, siblingMin, QString(), QStringLiteral("down"), QStringLiteral("0"), idx,
+                              false, QString());
+        ClassCalculator calc;
+        ClassCalculatorPanel panel(&calc);
+        const auto* after = panel.findChild<QLineEdit*>(QStringLiteral("txtNewMinAfter"));
+        QVERIFY(after->text().isEmpty()); // no class yet
+        calc.SetQoSClass(c);
+        calc.NewMin()->SetValue(QStringLiteral("999999")); // red first: the colour must come back
+        calc.NewMin()->SetValue(typed);
+        QTEST(after->text(), "after");
+        const QColor text = after->palette().color(QPalette::Text);
+        QCOMPARE(text == QColor(0xc0, 0, 0), red);
+        if (!red)
+            QCOMPARE(text, panel.palette().color(QPalette::Text));
+        QCOMPARE(after->accessibleDescription(), after->text());
+        const std::pair<const char*, QString> figures[] = {{"txtUsesMin", calc.UsesMinText()},
+                                                           {"txtAvailableMin", calc.AvailableMinText()},
+                                                           {"txtFreeMin", calc.FreeMinText()},
+                                                           {"txtParentMax", calc.ParentMaxText()}};
+        for (const auto& [name, shown] : figures)
+            QCOMPARE(panel.findChild<QLineEdit*>(QString::fromLatin1(name))->text(), shown);
+        QCOMPARE(panel.findChild<QLabel*>(QStringLiteral("lblClass"))->text(), calc.HeadingText());
+    }
+
+    // With auto apply on, a click on another box hands the typed minimum to the class shown
+    // until then, as the calculator's arrows do.
+    void calculatorAppliesWhenAnotherBoxIsClicked()
+    {
+        Editor e(config());
+        e.w->resize(1200, 1000);
+        e.w->show();
+        QApplication::setActiveWindow(e.w.get());
+        QVERIFY(QTest::qWaitForWindowActive(e.w.get()));
+        QVERIFY(trigger(e, "optDown"));
+        QVERIFY(trigger(e, "NewMainClass"));
+        QVERIFY(trigger(e, "NewSubClass"));
+        QVERIFY(trigger(e, "NewSubClass"));
+        QoSClass* main = e.doc().Down1()->SelectedClass();
+        QoSClass* first = qobject_cast<QoSClass*>(main->ChildQoSObjects().first());
+        QoSClass* second = qobject_cast<QoSClass*>(main->ChildQoSObjects().last());
+        QCoreApplication::processEvents();
+        const auto click = [&](QoSClass* c) {
+            QWidget* box = e.w->findChild<QWidget*>(c->Name());
+            QVERIFY(box);
+            QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(box->width() / 2, 4));
+            QCoreApplication::processEvents();
+        };
+        click(first);
+        QCOMPARE(e.w->calculator().CurrentClass(), first);
+        e.child<QCheckBox>("chlAutoApply")->click();
+        QLineEdit* newMin = e.child<QWidget>("txtNewMin")->findChild<QLineEdit*>();
+        newMin->setFocus();
+        newMin->selectAll();
+        QTest::keyClicks(newMin, QStringLiteral("450"));
+        click(second);
+        QCOMPARE(e.w->calculator().CurrentClass(), second);
+        QCOMPARE(first->QoSMinBandWidthKBit(), 450);
+        QVERIFY(second->QoSMinBandWidthKBit() != 450);
         e.prompt.yesNoCancel << UserPrompt::Answer::No;
     }
 

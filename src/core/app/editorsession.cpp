@@ -259,9 +259,55 @@ template <typename Fn> auto guarded(Document& doc, Fn fn) -> decltype(fn())
 
 } // namespace
 
+bool EditorSession::CanNewMainClass(const ObjectPage* page) const
+{
+    return page != nullptr;
+}
+
+bool EditorSession::CanNewSubClass(const ObjectPage* page) const
+{
+    return page && page->SelectedClass();
+}
+
+bool EditorSession::CanNewFilter(const ObjectPage* page) const
+{
+    return page && page->SelectedClass();
+}
+
+bool EditorSession::CanDeleteObject(const ObjectPage* page) const
+{
+    // A selected connector is no box: the connector cuts itself, from its own menu or key.
+    return page && page->SelectedObject();
+}
+
+bool EditorSession::CanMakeDefaultClass(const ObjectPage* page) const
+{
+    return page && page->SelectedClass();
+}
+
+bool EditorSession::CanChangePageSize(const ObjectPage* page) const
+{
+    return page != nullptr;
+}
+
+bool EditorSession::CanShowCalculator(const ObjectPage* page) const
+{
+    return page != nullptr;
+}
+
+bool EditorSession::CanChooseNewObject(const ObjectPage* page) const
+{
+    return page != nullptr;
+}
+
+bool EditorSession::CanSave() const
+{
+    return m_document.IsModified();
+}
+
 QoSClass* EditorSession::NewMainClass(ObjectPage* page)
 {
-    if (!page)
+    if (!CanNewMainClass(page))
         return nullptr;
     return guarded(m_document, [&]() -> QoSClass* {
         const QString line = m_document.Common1()->LineBandwidth(page->Direction());
@@ -276,9 +322,9 @@ QoSClass* EditorSession::NewMainClass(ObjectPage* page)
 
 QoSClass* EditorSession::NewSubClass(ObjectPage* page)
 {
-    QoSClass* parent = page ? page->SelectedClass() : nullptr;
-    if (!parent)
+    if (!CanNewSubClass(page))
         return nullptr;
+    QoSClass* parent = page->SelectedClass();
     return guarded(m_document, [&]() -> QoSClass* {
         int idx = 0;
         // The selected class itself, not its number: numbers are the file's business.
@@ -289,9 +335,9 @@ QoSClass* EditorSession::NewSubClass(ObjectPage* page)
 
 QoSFilter* EditorSession::NewFilter(ObjectPage* page)
 {
-    QoSClass* parent = page ? page->SelectedClass() : nullptr;
-    if (!parent)
+    if (!CanNewFilter(page))
         return nullptr;
+    QoSClass* parent = page->SelectedClass();
     return guarded(m_document, [&]() -> QoSFilter* {
         int idx = 0;
         return page->AddFilter(parent, QString(), QString(), QString(), QString(), idx, QString());
@@ -300,18 +346,16 @@ QoSFilter* EditorSession::NewFilter(ObjectPage* page)
 
 bool EditorSession::DeleteObject(ObjectPage* page)
 {
-    QoSObject* o = page ? page->SelectedObject() : nullptr;
-    if (!o)
+    if (!CanDeleteObject(page))
         return false;
-    o->EditCut();
+    page->SelectedObject()->EditCut();
     return true;
 }
 
 bool EditorSession::MakeDefaultClass(ObjectPage* page)
 {
-    QoSClass* c = page ? page->SelectedClass() : nullptr;
-    if (!c)
+    if (!CanMakeDefaultClass(page))
         return false;
-    c->SetDefaultClass(true);
+    page->SelectedClass()->SetDefaultClass(true);
     return true;
 }

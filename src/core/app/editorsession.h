@@ -53,6 +53,22 @@ public:
     bool DeleteObject(ObjectPage* page);
     bool MakeDefaultClass(ObjectPage* page);
 
+    // Whether a tool can act on the object page shown and its selection; the window enables
+    // its buttons by these, and the commands above refuse by the same rules.
+    bool CanNewMainClass(const ObjectPage* page) const;
+    bool CanNewSubClass(const ObjectPage* page) const;
+    bool CanNewFilter(const ObjectPage* page) const;
+    bool CanDeleteObject(const ObjectPage* page) const;
+    bool CanMakeDefaultClass(const ObjectPage* page) const;
+    // The page size, the class calculator and the kind of the new-object button belong to an
+    // object page: on the common page they have nothing to act on.
+    bool CanChangePageSize(const ObjectPage* page) const;
+    bool CanShowCalculator(const ObjectPage* page) const;
+    bool CanChooseNewObject(const ObjectPage* page) const;
+    // The toolbar's Save offers itself only while there is something to save; Save As from the
+    // menu is always there.
+    bool CanSave() const;
+
     static QString OpenTitle() { return QStringLiteral("Datei öffnen"); }
     static QString SaveTitle() { return QStringLiteral("Datei speichern unter..."); }
     // Hand-written router files are often named otherwise, hence the second entry.

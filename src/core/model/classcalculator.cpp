@@ -36,11 +36,46 @@ QString ClassCalculator::ParentMaxText() const
     return written == kbitText(kbit) ? figure : QStringLiteral("%1 (%2)").arg(figure, written);
 }
 
+QString ClassCalculator::UsesMinText() const
+{
+    return m_class ? KbitText(m_usesMin) : QString();
+}
+
+QString ClassCalculator::AvailableMinText() const
+{
+    return m_class ? KbitText(m_availableMin) : QString();
+}
+
+QString ClassCalculator::FreeMinText() const
+{
+    return m_class ? KbitText(m_freeMin) : QString();
+}
+
+QString ClassCalculator::NewMinAfterText() const
+{
+    if (!m_class)
+        return QString();
+    return m_newMinAfter ? KbitText(*m_newMinAfter) : QStringLiteral("Überlauf");
+}
+
+bool ClassCalculator::NewMinAfterOverbooked() const
+{
+    return m_class && (!m_newMinAfter || *m_newMinAfter < 0);
+}
+
 QString ClassCalculator::ClassName() const
 {
     if (!m_class)
         return QString();
     return m_class->Caption().isEmpty() ? QStringLiteral("(ohne Titel)") : m_class->Caption();
+}
+
+QString ClassCalculator::HeadingText() const
+{
+    if (!m_class)
+        return QStringLiteral("Keine Klasse ausgewählt");
+    return m_error.isEmpty() ? QStringLiteral("Klasse: %1").arg(ClassName())
+                             : QStringLiteral("Klasse: %1\n%2").arg(ClassName(), m_error);
 }
 
 ClassCalculator::ClassCalculator(QObject* parent) : QObject(parent)

@@ -40,13 +40,25 @@ public:
     BandwidthField* NewMin() { return &m_newMin; }         // txtNewMin
     // txtNewMinAfter; nothing when the subtraction does not fit into 32 bits.
     std::optional<qint32> NewMinAfter() const { return m_newMinAfter; }
-    // The figures as the panel shows them, every one in the same form: "768 kbit".
+    // A figure as the panel shows it: "768 kbit".
     static QString KbitText(qint32 kbit);
-    // txtParentMax as shown: its kbit figure, followed by the line speed as written when that
-    // reads otherwise ("10240 kbit (10Mbit)"); "Überlauf" beyond 32 bits.
+    // The figures as the panel shows them, each empty while no class is shown.
+    // txtParentMax: its kbit figure, followed by the line speed as written when that reads
+    // otherwise ("10240 kbit (10Mbit)"); "Überlauf" beyond 32 bits.
     QString ParentMaxText() const;
+    QString UsesMinText() const;
+    QString AvailableMinText() const;
+    QString FreeMinText() const;
+    // txtNewMinAfter: its figure, or "Überlauf" when the subtraction does not fit.
+    QString NewMinAfterText() const;
+    // Whether what is left after the new minimum is a warning: below zero the siblings would
+    // be promised more than the parent has, and an overflow promises no figure at all.
+    bool NewMinAfterOverbooked() const;
     // The class shown, named by its caption as its title bar shows it.
     QString ClassName() const;
+    // The panel's heading: the class shown and why its figures could not be computed, or that
+    // no class is selected.
+    QString HeadingText() const;
     // Why the figures could not be computed (a sum beyond 32 bits); empty normally.
     QString ErrorText() const { return m_error; }
 

@@ -41,7 +41,7 @@ AboutBox::AboutBox(QWidget* parent) : QDialog(parent)
     setObjectName(QStringLiteral("frmAbout"));
     setWindowTitle(QStringLiteral("Über Tarnwick"));
     auto* icon = new QLabel(this);
-    icon->setPixmap(ToolIcons::icon(QStringLiteral("Tarnwick")).pixmap(64, 64));
+    icon->setPixmap(ToolIcons::icon(ToolIcons::Picture::Program).pixmap(64, 64));
     icon->setAccessibleName(QStringLiteral("Programmsymbol"));
     auto* title = new QLabel(QStringLiteral("<b>Tarnwick %1</b><br>Editor für die QoS-Konfiguration qos.txt "
                                             "eines Routers<br><a href=\"%2\">%2</a>")

@@ -27,10 +27,8 @@ QLineEdit* figure(const QString& name, const QString& accessibleName, QWidget* p
     return edit;
 }
 
-QString kbit(qint32 value)
-{
-    return ClassCalculator::KbitText(value);
-}
+// The colour of a figure that warns.
+const QColor Overbooked(0xc0, 0, 0);
 
 QToolButton* moveButton(const QString& name, QStyle::StandardPixmap pixmap, const QString& tip,
                         QWidget* parent)
@@ -151,8 +149,7 @@ void ClassCalculatorPanel::setStatusLine(StatusLine* line)
 
 void ClassCalculatorPanel::showFigures()
 {
-    const QoSClass* c = m_calc->CurrentClass();
-    const bool shown = c != nullptr;
+    const bool shown = m_calc->CurrentClass() != nullptr;
     for (QWidget* w : std::as_const(m_figures))
         w->setEnabled(shown);
     m_cmdApply->setEnabled(m_calc->CanApply());
@@ -162,27 +159,20 @@ void ClassCalculatorPanel::showFigures()
     m_cmdMoveRight->setEnabled(m_calc->CanMoveRight());
     m_chlAutoApply->setChecked(m_calc->AutoApply());
 
-    if (!shown) {
-        m_lblClass->setText(QStringLiteral("Keine Klasse ausgewählt"));
-        for (QLineEdit* e : {m_txtParentMax, m_txtUsesMin, m_txtAvailableMin, m_txtFreeMin, m_txtNewMinAfter})
-            e->clear();
-    } else {
-        const QString caption = m_calc->ClassName();
-        m_lblClass->setText(m_calc->ErrorText().isEmpty()
-                                ? QStringLiteral("Klasse: %1").arg(caption)
-                                : QStringLiteral("Klasse: %1\n%2").arg(caption, m_calc->ErrorText()));
-        m_txtParentMax->setText(m_calc->ParentMaxText());
-        m_txtUsesMin->setText(kbit(m_calc->UsesMin()));
-        m_txtAvailableMin->setText(kbit(m_calc->AvailableMin()));
-        m_txtFreeMin->setText(kbit(m_calc->FreeMin()));
-        const auto after = m_calc->NewMinAfter();
-        m_txtNewMinAfter->setText(after ? kbit(*after) : QStringLiteral("Überlauf"));
-        // Below zero the siblings would be promised more than the parent has.
+    m_lblClass->setText(m_calc->HeadingText());
+    m_txtParentMax->setText(m_calc->ParentMaxText());
+    m_txtUsesMin->setText(m_calc->UsesMinText());
+    m_txtAvailableMin->setText(m_calc->AvailableMinText());
+    m_txtFreeMin->setText(m_calc->FreeMinText());
+    m_txtNewMinAfter->setText(m_calc->NewMinAfterText());
+    if (shown) {
+        // Without a class the figure is empty and disabled, and keeps the colours of that.
         QPalette pal = m_txtNewMinAfter->palette();
         pal.setColor(QPalette::Text,
-                     after && *after >= 0 ? palette().color(QPalette::Text) : QColor(0xc0, 0, 0));
+                     m_calc->NewMinAfterOverbooked() ? Overbooked : palette().color(QPalette::Text));
         m_txtNewMinAfter->setPalette(pal);
     }
+
     m_lblClass->setAccessibleName(m_lblClass->text());
     for (QLineEdit* e : {m_txtParentMax, m_txtUsesMin, m_txtAvailableMin, m_txtFreeMin, m_txtNewMinAfter})
         e->setAccessibleDescription(e->text());

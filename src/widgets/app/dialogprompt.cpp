@@ -27,14 +27,19 @@ QMessageBox::Icon boxIcon(UserPrompt::Icon icon)
 
 } // namespace
 
-void DialogPrompt::Tell(UserPrompt* prompt, QWidget* parent, const QString& text, Icon icon)
+void DialogPrompt::Ask(UserPrompt* prompt, QWidget* parent, const std::function<void(UserPrompt&)>& ask)
 {
     if (prompt) {
-        prompt->Message(text, icon);
+        ask(*prompt);
         return;
     }
     DialogPrompt dialogs(parent);
-    dialogs.Message(text, icon);
+    ask(dialogs);
+}
+
+void DialogPrompt::Tell(UserPrompt* prompt, QWidget* parent, const QString& text, Icon icon)
+{
+    Ask(prompt, parent, [&](UserPrompt& p) { p.Message(text, icon); });
 }
 
 QString DialogPrompt::Title()

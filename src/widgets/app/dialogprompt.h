@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
+
 // Asks the user with Qt dialogs: message boxes, an input box and the file dialogs.
 // Every dialog carries the application's name as its title.
 class DialogPrompt final : public UserPrompt
@@ -21,7 +23,10 @@ public:
     std::optional<QString> SaveFileName(const QString& title, const QString& initialName,
                                         const QString& filter) override;
 
-    // Tells the user through prompt, or with a dialog over parent when there is none.
+    // A widget that was given no prompt asks with dialogs of its own over parent: ask runs with
+    // prompt, or with such dialogs when there is none.
+    static void Ask(UserPrompt* prompt, QWidget* parent, const std::function<void(UserPrompt&)>& ask);
+    // Tells the user a message in the same way.
     static void Tell(UserPrompt* prompt, QWidget* parent, const QString& text, Icon icon);
 
     static QString Title();

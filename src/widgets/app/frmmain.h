@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QHash>
+#include "windowtools.h"
+
 #include <QMainWindow>
 #include <memory>
 
@@ -26,8 +27,9 @@ class frmStatus;
 // indicator, and the class calculator as a side panel. It holds the one document; what its
 // commands decide lives in EditorSession and the core, the window only forwards and shows.
 //
-// Actions carry the toolbar keys as object names ("New", "Open", "Save", "NewMainClass", ...)
-// and the menu items theirs ("itmFileNew", ...), so that they can be found and triggered.
+// The menus and toolbars are made from one table of tools (frmmaintools.cpp): its actions
+// carry the toolbar keys as object names ("New", "Open", "Save", "NewMainClass", ...) and the
+// menu items theirs ("itmFileNew", ...), so that they can be found and triggered.
 class frmMain final : public QMainWindow
 {
     Q_OBJECT
@@ -47,7 +49,8 @@ public:
 
     // Shows the window as config.ini left it: its normal rectangle, then maximised if it was.
     void showAsSaved();
-    // Runs a page tool by its key, as a click on its button does.
+    // Runs a page tool by its key, as a click on its button does; on an object page, a key that
+    // names no page tool is reported as not defined.
     void RunPageTool(const QString& key);
 
 protected:
@@ -60,7 +63,7 @@ signals:
     void firstPainted();
 
 private:
-    void buildActions();
+    void buildTools();
     void buildMenus();
     void buildToolbars();
     void buildStatusBar();
@@ -69,10 +72,10 @@ private:
     void saveSettings();
     QWidget* createPageView(ObjectPage* page, QWidget* parent);
     void pageShown();
-    void updatePageTools();
+    void updateTools();
     void updateTitle();
     void updateRecentFiles();
-    void chooseNewObject(const QString& selectKey);
+    void chooseNewObject(Tool tool);
     void configurePageTools();
     void generate();
     // Whether the field that holds the focus may be left: its check on leaving (the address,
@@ -80,7 +83,6 @@ private:
     bool focusedFieldLetsGo() const;
     bool switchesPage(QObject* watched, QEvent* event) const;
     void showAbout();
-    QAction* action(const QString& key, const QString& text, const QIcon& icon, const QString& tip);
 
     std::unique_ptr<UserPrompt> m_ownPrompt;
     UserPrompt* m_prompt;
@@ -89,18 +91,19 @@ private:
     std::unique_ptr<ClassCalculator> m_calculator;
     std::unique_ptr<AppProperties> m_properties;
     std::unique_ptr<StatusBarLine> m_statusLine;
+    std::unique_ptr<WindowTools> m_tools;
     frmStatus* m_frmStatus;
     QTabWidget* m_tabStrip = nullptr;
     QoSCommonPage* m_common1 = nullptr;
     QToolBar* m_toolbar1 = nullptr;
     QToolBar* m_tbrPage = nullptr;
-    QToolButton* m_newObjectButton = nullptr;
+    // The place of the NewObject drop-down button on tbrPage, which the page-tools dialog hides.
+    QAction* m_newObjectOnBar = nullptr;
     QToolButton* m_pnlModified = nullptr;
     QDockWidget* m_calculatorDock = nullptr;
     ClassCalculatorPanel* m_calculatorPanel = nullptr;
     QMenu* m_recentMenu = nullptr;
-    QHash<QString, QAction*> m_actions;
-    // The key of the command the "NewObject" button runs: the one last chosen from its menu.
-    QString m_newObjectTag = QStringLiteral("NewMainClass");
+    // The tool the NewObject button runs: the one last chosen from its menu.
+    Tool m_newObjectTool = Tool::NewMainClass;
     bool m_painted = false;
 };

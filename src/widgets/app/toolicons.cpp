@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+using ToolIcons::Picture;
+
 namespace {
 
 const QColor Outline(0x2b, 0x3a, 0x55);
@@ -76,26 +78,31 @@ void arrow(QPainter& p, bool down)
     p.drawPath(path);
 }
 
-void draw(QPainter& p, const QString& key)
+void draw(QPainter& p, Picture picture)
 {
-    if (key == u"NewMainClass") {
+    switch (picture) {
+    case Picture::NewMainClass:
         box(p, QRectF(3, 5, 22, 17));
         plus(p, QPointF(24, 24));
-    } else if (key == u"NewSubClass") {
+        break;
+    case Picture::NewSubClass:
         p.setPen(QPen(Outline, 1.5));
         p.drawLine(QPointF(10, 12), QPointF(10, 20));
         box(p, QRectF(3, 2, 15, 11));
         box(p, QRectF(5, 18, 15, 11));
         plus(p, QPointF(24, 24));
-    } else if (key == u"NewFilter") {
+        break;
+    case Picture::NewFilter:
         funnel(p, QRectF(3, 4, 20, 22));
         plus(p, QPointF(24, 24));
-    } else if (key == u"DeleteObject") {
+        break;
+    case Picture::DeleteObject:
         box(p, QRectF(3, 3, 20, 16));
         p.setPen(QPen(QColor(0xc8, 0x25, 0x25), 4, Qt::SolidLine, Qt::RoundCap));
         p.drawLine(QPointF(15, 15), QPointF(28, 28));
         p.drawLine(QPointF(28, 15), QPointF(15, 28));
-    } else if (key == u"DefaultClass") {
+        break;
+    case Picture::DefaultClass: {
         box(p, QRectF(3, 3, 20, 16));
         QPainterPath star;
         const QPointF c(22, 22);
@@ -109,7 +116,9 @@ void draw(QPainter& p, const QString& key)
         p.setPen(QPen(QColor(0x8a, 0x62, 0x00), 1.2));
         p.setBrush(QColor(0xf5, 0xc2, 0x18));
         p.drawPath(star);
-    } else if (key == u"Calc") {
+        break;
+    }
+    case Picture::Calc:
         p.setPen(QPen(Outline, 1.5));
         p.setBrush(QColor(0xe2, 0xe6, 0xee));
         p.drawRoundedRect(QRectF(6, 2, 20, 28), 3, 3);
@@ -120,21 +129,25 @@ void draw(QPainter& p, const QString& key)
         for (int row = 0; row < 3; ++row)
             for (int col = 0; col < 3; ++col)
                 p.drawRect(QRectF(9.5 + col * 5, 14 + row * 5, 3, 3));
-    } else if (key == u"optDown" || key == u"optUp") {
-        arrow(p, key == u"optDown");
-    } else if (key == u"Tarnwick") {
+        break;
+    case Picture::Down:
+    case Picture::Up:
+        arrow(p, picture == Picture::Down);
+        break;
+    case Picture::Program:
         p.setPen(QPen(Outline, 2));
         p.drawLine(QPointF(16, 10), QPointF(8, 20));
         p.drawLine(QPointF(16, 10), QPointF(24, 20));
         box(p, QRectF(9, 2, 14, 10));
         box(p, QRectF(1, 19, 14, 10));
         funnel(p, QRectF(19, 18, 12, 12));
+        break;
     }
 }
 
 } // namespace
 
-QIcon ToolIcons::icon(const QString& key)
+QIcon ToolIcons::icon(Picture picture)
 {
     QIcon icon;
     for (int size : {16, 24, 32, 48, 64}) {
@@ -143,7 +156,7 @@ QIcon ToolIcons::icon(const QString& key)
         QPainter p(&pm);
         p.setRenderHint(QPainter::Antialiasing);
         p.scale(size / 32.0, size / 32.0);
-        draw(p, key);
+        draw(p, picture);
         p.end();
         icon.addPixmap(pm);
     }

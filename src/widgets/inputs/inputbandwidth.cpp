@@ -195,12 +195,7 @@ void InputBandwidth::showBackground()
 
 void InputBandwidth::convertTo(const QString& unit)
 {
-    if (m_prompt) {
-        m_field->ConvertTo(unit, *m_prompt);
-        return;
-    }
-    DialogPrompt dialogs(this);
-    m_field->ConvertTo(unit, dialogs);
+    DialogPrompt::Ask(m_prompt, this, [&](UserPrompt& prompt) { m_field->ConvertTo(unit, prompt); });
 }
 
 void InputBandwidth::showUnitFocus(bool focused)
