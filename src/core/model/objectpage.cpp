@@ -6,6 +6,7 @@
 #include "model/arrangement.h"
 #include "model/cellindex.h"
 #include "model/document.h"
+#include "model/pictureorder.h"
 #include "model/qosclass.h"
 #include "model/qoscommon.h"
 #include "model/qosconnector.h"
@@ -13,10 +14,8 @@
 
 #include <QSet>
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <compare>
 
 ObjectPage::ObjectPage(Document* document, const QString& name, const QString& direction)
     : QObject(document), m_document(document), m_direction(direction), m_index(std::make_unique<CellIndex>()),
@@ -107,49 +106,13 @@ bool ObjectPage::IsColumnEmpty(int x)
 QList<QoSObject*> ObjectPage::ObjectsInWriteOrder()
 {
     m_arrangement->Materialize();
-    QList<QoSObject*> out = m_contained;
-    // Stable: boxes of one cell keep the order in which they were added.
-    std::stable_sort(out.begin(), out.end(), [](const QoSObject* a, const QoSObject* b) {
-        return a->MatrixY() != b->MatrixY() ? a->MatrixY() < b->MatrixY() : a->MatrixX() < b->MatrixX();
-    });
-    return out;
+    return PictureOrder::Sorted(m_contained);
 }
 
 QoSObject* ObjectPage::NextInPictureOrder(const QoSObject* object, bool forward)
 {
     m_arrangement->Materialize();
-    // Row, column and place among the page's boxes order the picture; one pass finds the
-    // neighbour, where sorting every box for each step would not be needed.
-    struct Key
-    {
-        int y;
-        int x;
-        qsizetype i;
-        auto operator<=>(const Key&) const = default;
-    };
-    const auto keyAt = [this](qsizetype i) {
-        const QoSObject* o = m_contained.at(i);
-        return Key{o->MatrixY(), o->MatrixX(), i};
-    };
-    std::optional<Key> from;
-    if (object) {
-        const qsizetype i = m_contained.indexOf(object);
-        if (i < 0)
-            return nullptr;
-        from = keyAt(i);
-    }
-    qsizetype best = -1;
-    Key bestKey{};
-    for (qsizetype i = 0; i < m_contained.size(); ++i) {
-        const Key k = keyAt(i);
-        if (from && (forward ? k <= *from : k >= *from))
-            continue;
-        if (best < 0 || (forward ? k < bestKey : k > bestKey)) {
-            best = i;
-            bestKey = k;
-        }
-    }
-    return best < 0 ? nullptr : m_contained.at(best);
+    return PictureOrder::Next(m_contained, object, forward);
 }
 
 void ObjectPage::CellChanged(QoSObject* object, int oldX, int oldY)
