@@ -712,7 +712,8 @@ private slots:
         view(f->TypeInput());
         view(f->OptionInput());
         for (QoSObject* object : {static_cast<QoSObject*>(c), static_cast<QoSObject*>(f)})
-            connect(object, &QoSObject::propertyChanged, &context, [&heard] { heard << QStringLiteral("object"); });
+            connect(object, &QoSObject::propertyChanged, &context,
+                    [&heard] { heard << QStringLiteral("object"); });
         if (set != u"step") {
             if (field == u"prio")
                 c->SetQoSPrio(set);
@@ -728,7 +729,9 @@ private slots:
             f->OptionInput()->Step(+1);
         }
         context.disconnect();
-        const QString value = field == u"prio" ? c->QoSPrio() : field == u"type" ? f->QoSType() : f->QoSOption();
+        const QString value = field == u"prio"   ? c->QoSPrio()
+                              : field == u"type" ? f->QoSType()
+                                                 : f->QoSOption();
         QTEST(value, "value");
         QTEST(doc.IsModified(), "modified");
         QTEST(heard.join(u' '), "heard");

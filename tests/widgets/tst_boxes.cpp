@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -241,6 +242,47 @@ private slots:
         QCOMPARE(filter->QoSIP(), QStringLiteral("10.0.0.1"));
     }
 
+    // A port list needs a type: leaving the type field empty makes it "client", but the type's
+    // own menu or another window taking the focus is no leaving.
+    void leavingTheTypeField_data()
+    {
+        QTest::addColumn<QString>("to");
+        QTest::addColumn<QString>("type");
+        // clang-format off
+        QTest::newRow("Tab to the address") << "address" << "client";
+        QTest::newRow("the type menu opens") << "menu" << "";
+        QTest::newRow("another window") << "window" << "";
+        // clang-format on
+    }
+    void leavingTheTypeField()
+    {
+        QFETCH(QString, to);
+        PageViewFixture f(QStringLiteral("C F1"));
+        QoSFilter* filter = f.flt(1);
+        filter->SetQoSPort(QStringLiteral("80"));
+        filter->SetQoSType(QString());
+        QoSObjectBox* box = f.box(filter);
+        auto* type = child<QLineEdit>(box, "txtType");
+        type->setFocus();
+        QVERIFY(type->hasFocus());
+        QWidget other;
+        if (to == u"address") {
+            child<QLineEdit>(box, "txtIP")->setFocus(Qt::TabFocusReason);
+        } else if (to == u"menu") {
+            QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, type->rect().center(),
+                                      type->mapToGlobal(type->rect().center()));
+            QApplication::sendEvent(type, &menuKey);
+            QVERIFY(QApplication::activePopupWidget());
+            QCOMPARE(filter->QoSType(), QString());
+            QApplication::activePopupWidget()->close();
+        } else {
+            other.show();
+            QApplication::setActiveWindow(&other);
+        }
+        QVERIFY(!type->hasFocus() || to == u"menu");
+        QTEST(filter->QoSType(), "type");
+    }
+
     // Priority, type and option are the object's fields: set in the model they show in the
     // box, changed in the box they reach the model, mark the document modified and, for a
     // filter, enter the history.
@@ -304,7 +346,8 @@ private slots:
         QCOMPARE(history.size(), recorded + (prio ? 0 : 1));
         if (!prio) {
             QCOMPARE(history.last().ObjectName, filter->Name());
-            QCOMPARE(history.last().PropertyName, type ? QStringLiteral("QoSType") : QStringLiteral("QoSOption"));
+            QCOMPARE(history.last().PropertyName,
+                     type ? QStringLiteral("QoSType") : QStringLiteral("QoSOption"));
             QCOMPARE(history.last().Value.toString(), shown);
         }
     }
