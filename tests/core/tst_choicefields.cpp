@@ -158,13 +158,27 @@ private slots:
         QCOMPARE(g.Text(), QStringLiteral("server"));
     }
 
-    void optionList()
+    // The type and the option are choices: no typed character enters them, while the control
+    // codes of the editing keys (Backspace, Ctrl+V) and keys that type nothing pass.
+    void choicesTakeNoTypedCharacter_data()
     {
-        QCOMPARE(OptionField::Options(), QStringLiteral("ACK,ICMP,TOSMD,TOSMT,TOSMR,TOSMC").split(u','));
-        OptionField f;
-        f.Choose(QStringLiteral("TOSMR"));
-        f.Choose(QStringLiteral("ACK"));
-        QCOMPARE(f.Text(), QStringLiteral("ACK"));
+        QTest::addColumn<QChar>("typed");
+        QTest::addColumn<bool>("taken");
+        // clang-format off
+        QTest::newRow("a letter") << QChar(u'c') << false;
+        QTest::newRow("a digit") << QChar(u'1') << false;
+        QTest::newRow("a blank") << QChar(u' ') << false;
+        QTest::newRow("an umlaut") << QChar(u'ü') << false;
+        QTest::newRow("Backspace") << QChar(8) << true;
+        QTest::newRow("Ctrl+V") << QChar(22) << true;
+        QTest::newRow("a key that types nothing") << QChar() << true;
+        // clang-format on
+    }
+    void choicesTakeNoTypedCharacter()
+    {
+        QFETCH(QChar, typed);
+        QTEST(TypeField::TakesCharacter(typed), "taken");
+        QTEST(OptionField::TakesCharacter(typed), "taken");
     }
 
     void optionKeys_data()

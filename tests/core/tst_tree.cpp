@@ -14,6 +14,8 @@
 #include <QSet>
 #include <QTest>
 
+#include <optional>
+
 using PageScript::cls;
 using PageScript::flt;
 
@@ -641,6 +643,173 @@ private slots:
             QCOMPARE(prompt.log.last().icon, UserPrompt::Icon::Warning);
         QCOMPARE(PageScript::layout(doc.Down1()), before);
         verifyLinks(doc);
+    }
+
+    // Only the box's own plug is refused before the link rules are asked.
+    void aPlugIsAccepted_data()
+    {
+        QTest::addColumn<QString>("plugOf");
+        QTest::addColumn<QString>("onto");
+        QTest::addColumn<bool>("accepted");
+        // clang-format off
+        QTest::newRow("a class's own plug") << "C1" << "C1" << false;
+        QTest::newRow("a plug without a name") << "" << "F1" << false;
+        QTest::newRow("another class's plug on a class") << "C2" << "C1" << true;
+        QTest::newRow("a class's plug on a filter") << "C2" << "F1" << true;
+        // clang-format on
+    }
+    void aPlugIsAccepted()
+    {
+        QFETCH(QString, plugOf);
+        QFETCH(QString, onto);
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C F1 C"));
+        const QoSObject* target = PageScript::byShortName(doc, onto);
+        const QoSObject* plug = PageScript::byShortName(doc, plugOf);
+        QTEST(target->AcceptsPlug(plug ? plug->Name() : QString()), "accepted");
+    }
+
+    // The fields a box shows are the object's own: an edit in a field is an edit of the object,
+    // which hears of it before any view, marks the document and records filter edits.
+    void fieldEditsAreEditsOfTheObject_data()
+    {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("set"); // a value set on the object, or "step" to step the field
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<bool>("modified");
+        QTest::addColumn<QStringList>("recorded");
+        QTest::addColumn<QString>("heard"); // who heard of it, in order
+        const QStringList none;
+        // clang-format off
+        QTest::newRow("prio stepped in its field") << "prio" << "step" << "1" << true << none << "object view";
+        QTest::newRow("prio set") << "prio" << "2" << "2" << true << none << "object view";
+        QTest::newRow("prio set as it was still marks") << "prio" << "0" << "0" << true << none << "object";
+        QTest::newRow("type stepped in its field") << "type" << "step" << "client" << true << QStringList{"QoSType=client"} << "object view";
+        QTest::newRow("type set") << "type" << "server" << "server" << true << QStringList{"QoSType=server"} << "object view";
+        QTest::newRow("type set as it was") << "type" << "" << "" << false << none << "";
+        QTest::newRow("option stepped in its field") << "option" << "step" << "TOSMC" << true << QStringList{"QoSOption=TOSMC"} << "object view";
+        QTest::newRow("option set") << "option" << "ICMP" << "ICMP" << true << QStringList{"QoSOption=ICMP"} << "object view";
+        // clang-format on
+    }
+    void fieldEditsAreEditsOfTheObject()
+    {
+        QFETCH(QString, field);
+        QFETCH(QString, set);
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
+        QoSClass* c = cls(doc, 1);
+        QoSFilter* f = flt(doc, 1);
+        doc.SetModified(false);
+        doc.history()->Clear();
+        // The order in which the object and a view over the field hear of the change.
+        QStringList heard;
+        QObject context;
+        auto view = [&](auto* input) {
+            connect(input, &std::remove_pointer_t<decltype(input)>::Change, &context,
+                    [&heard] { heard << QStringLiteral("view"); });
+        };
+        view(c->PrioInput());
+        view(f->TypeInput());
+        view(f->OptionInput());
+        for (QoSObject* object : {static_cast<QoSObject*>(c), static_cast<QoSObject*>(f)})
+            connect(object, &QoSObject::propertyChanged, &context,
+                    [&heard] { heard << QStringLiteral("object"); });
+        if (set != u"step") {
+            if (field == u"prio")
+                c->SetQoSPrio(set);
+            else if (field == u"type")
+                f->SetQoSType(set);
+            else
+                f->SetQoSOption(set);
+        } else if (field == u"prio") {
+            c->PrioInput()->Increment();
+        } else if (field == u"type") {
+            f->TypeInput()->Step();
+        } else {
+            f->OptionInput()->Step(+1);
+        }
+        context.disconnect();
+        const QString value = field == u"prio"   ? c->QoSPrio()
+                              : field == u"type" ? f->QoSType()
+                                                 : f->QoSOption();
+        QTEST(value, "value");
+        QTEST(doc.IsModified(), "modified");
+        QTEST(heard.join(u' '), "heard");
+        QStringList recorded;
+        for (const HistoryItem& item : doc.history()->Items()) {
+            QCOMPARE(item.ObjectName, f->Name());
+            recorded << item.PropertyName + u'=' + item.Value.toString();
+        }
+        QTEST(recorded, "recorded");
+    }
+
+    // The type field's step counter is the filter's: a type set from outside (the reader, a
+    // port list, leaving the field) does not move it.
+    void theTypeStepsFromItsOwnCounter_data()
+    {
+        QTest::addColumn<QString>("actions");
+        QTest::addColumn<QString>("type");
+        // clang-format off
+        QTest::newRow("steps go round") << "step step step step" << "client";
+        QTest::newRow("a set type does not move the counter") << "type=server step" << "client";
+        QTest::newRow("the first port's client does not move it") << "port=80 step step" << "server";
+        QTest::newRow("emptied ports clear the type, not the counter") << "step step port=80 port= step" << "";
+        QTest::newRow("leaving an empty type with ports") << "port=80 step step step left" << "client";
+        QTest::newRow("read as a file is read") << "import:type=server step" << "client";
+        // clang-format on
+    }
+    void theTypeStepsFromItsOwnCounter()
+    {
+        QFETCH(QString, actions);
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
+        QoSFilter* f = flt(doc, 1);
+        for (const QString& action : actions.split(u' ')) {
+            const bool importing = action.startsWith(u"import:");
+            const QString a = importing ? action.mid(7) : action;
+            std::optional<Document::ImportScope> scope;
+            if (importing)
+                scope.emplace(doc);
+            if (a == u"step")
+                f->TypeInput()->Step();
+            else if (a == u"left")
+                f->TypeFieldLeft(Qt::TabFocusReason);
+            else if (a.startsWith(u"port="))
+                f->SetQoSPort(a.mid(5));
+            else
+                f->SetQoSType(a.mid(5));
+        }
+        QTEST(f->QoSType(), "type");
+        QTEST(f->TypeInput()->Text(), "type");
+    }
+
+    // Leaving the type field empty with ports gives "client", unless the focus only went to a
+    // popup (the type's menu) or to another window.
+    void leavingTheTypeField_data()
+    {
+        QTest::addColumn<QString>("port");
+        QTest::addColumn<int>("reason");
+        QTest::addColumn<QString>("type");
+        // clang-format off
+        QTest::newRow("Tab") << "80" << int(Qt::TabFocusReason) << "client";
+        QTest::newRow("a click elsewhere") << "80" << int(Qt::MouseFocusReason) << "client";
+        QTest::newRow("any other way") << "80" << int(Qt::OtherFocusReason) << "client";
+        QTest::newRow("the type menu opens") << "80" << int(Qt::PopupFocusReason) << "";
+        QTest::newRow("another window") << "80" << int(Qt::ActiveWindowFocusReason) << "";
+        QTest::newRow("no ports") << "" << int(Qt::TabFocusReason) << "";
+        // clang-format on
+    }
+    void leavingTheTypeField()
+    {
+        QFETCH(QString, port);
+        QFETCH(int, reason);
+        Document doc;
+        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
+        QoSFilter* f = flt(doc, 1);
+        f->SetQoSPort(port);
+        f->SetQoSType(QString());
+        f->TypeFieldLeft(Qt::FocusReason(reason));
+        QTEST(f->QoSType(), "type");
     }
 
     void filterFieldsAndHistory()

@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -204,10 +205,6 @@ private slots:
         QTest::keyClicks(min, QStringLiteral("512"));
         QCOMPARE(c->QoSMinBandWidth(), QStringLiteral("512kbit"));
         QVERIFY(f.doc.IsModified());
-        QTest::mouseClick(child<QToolButton>(box, "cmdPrioInc"), Qt::LeftButton);
-        QCOMPARE(c->QoSPrio(), QStringLiteral("1"));
-        c->SetQoSPrio(QStringLiteral("3"));
-        QCOMPARE(child<QLineEdit>(box, "txtPrio")->text(), QStringLiteral("3"));
         auto* direction = child<QLabel>(box, "lblDirection");
         QCOMPARE(direction->text(), QStringLiteral("down"));
         const QList<QFrame*> marks = box->findChildren<QFrame*>(QStringLiteral("fraDefaultClass"));
@@ -243,8 +240,115 @@ private slots:
         QCOMPARE(filter->QoSType(), QStringLiteral("client"));
         QTest::keyClicks(child<QLineEdit>(box, "txtIP"), QStringLiteral("10.0.0.1"));
         QCOMPARE(filter->QoSIP(), QStringLiteral("10.0.0.1"));
-        filter->SetQoSOption(QStringLiteral("ICMP"));
-        QCOMPARE(child<QLineEdit>(box, "txtOption")->text(), QStringLiteral("ICMP"));
+    }
+
+    // A port list needs a type: leaving the type field empty makes it "client", but the type's
+    // own menu or another window taking the focus is no leaving.
+    void leavingTheTypeField_data()
+    {
+        QTest::addColumn<QString>("to");
+        QTest::addColumn<QString>("type");
+        // clang-format off
+        QTest::newRow("Tab to the address") << "address" << "client";
+        QTest::newRow("the type menu opens") << "menu" << "";
+        QTest::newRow("another window") << "window" << "";
+        // clang-format on
+    }
+    void leavingTheTypeField()
+    {
+        QFETCH(QString, to);
+        PageViewFixture f(QStringLiteral("C F1"));
+        QoSFilter* filter = f.flt(1);
+        filter->SetQoSPort(QStringLiteral("80"));
+        filter->SetQoSType(QString());
+        QoSObjectBox* box = f.box(filter);
+        auto* type = child<QLineEdit>(box, "txtType");
+        type->setFocus();
+        QVERIFY(type->hasFocus());
+        QWidget other;
+        if (to == u"address") {
+            child<QLineEdit>(box, "txtIP")->setFocus(Qt::TabFocusReason);
+        } else if (to == u"menu") {
+            QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, type->rect().center(),
+                                      type->mapToGlobal(type->rect().center()));
+            QApplication::sendEvent(type, &menuKey);
+            QVERIFY(QApplication::activePopupWidget());
+            QCOMPARE(filter->QoSType(), QString());
+            QApplication::activePopupWidget()->close();
+        } else {
+            other.show();
+            QApplication::setActiveWindow(&other);
+        }
+        QTEST(filter->QoSType(), "type");
+    }
+
+    // Priority, type and option are the object's fields: set in the model they show in the
+    // box, changed in the box they reach the model, mark the document modified and, for a
+    // filter, enter the history.
+    void theChoiceFieldsShowTheModel_data()
+    {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("route"); // "model", "button", "key" or "menu"
+        QTest::addColumn<QString>("input");
+        QTest::addColumn<QString>("shown");
+        // clang-format off
+        QTest::newRow("prio set in the model") << "prio" << "model" << "2" << "2";
+        QTest::newRow("prio: the plus button") << "prio" << "button" << "" << "1";
+        QTest::newRow("prio: a digit typed") << "prio" << "key" << "3" << "3";
+        QTest::newRow("type set in the model") << "type" << "model" << "server" << "server";
+        QTest::newRow("type: the step button") << "type" << "button" << "" << "client";
+        QTest::newRow("type: chosen from its menu") << "type" << "menu" << "server" << "server";
+        QTest::newRow("option set in the model") << "option" << "model" << "ICMP" << "ICMP";
+        QTest::newRow("option: an arrow key") << "option" << "key" << "" << "TOSMC";
+        QTest::newRow("option: chosen from its menu") << "option" << "menu" << "TOSMR" << "TOSMR";
+        // clang-format on
+    }
+    void theChoiceFieldsShowTheModel()
+    {
+        QFETCH(QString, field);
+        QFETCH(QString, route);
+        QFETCH(QString, input);
+        QFETCH(QString, shown);
+        PageViewFixture f(QStringLiteral("C F1"));
+        QoSClass* c = f.cls(1);
+        QoSFilter* filter = f.flt(1);
+        const bool prio = field == u"prio", type = field == u"type";
+        QoSObjectBox* box = f.box(prio ? static_cast<QoSObject*>(c) : filter);
+        f.doc.SetModified(false);
+        const int recorded = f.doc.history()->count();
+        auto* text = child<QLineEdit>(box, prio ? "txtPrio" : type ? "txtType" : "txtOption");
+        if (route == u"model") {
+            if (prio)
+                c->SetQoSPrio(input);
+            else if (type)
+                filter->SetQoSType(input);
+            else
+                filter->SetQoSOption(input);
+        } else if (route == u"button") {
+            QTest::mouseClick(child<QToolButton>(box, prio ? "cmdPrioInc" : "cmdType"), Qt::LeftButton);
+        } else if (route == u"key") {
+            text->setFocus();
+            if (prio)
+                QTest::keyClicks(text, input);
+            else
+                QTest::keyClick(text, Qt::Key_Down);
+        } else {
+            auto* menu = child<QMenu>(box, type ? "mnuType" : "mnuOptions");
+            for (QAction* item : menu->actions())
+                if (item->text() == input)
+                    item->trigger();
+        }
+        QCOMPARE(text->text(), shown);
+        QCOMPARE(prio ? c->QoSPrio() : type ? filter->QoSType() : filter->QoSOption(), shown);
+        QVERIFY(f.doc.IsModified());
+        const QList<HistoryItem>& history = f.doc.history()->Items();
+        QCOMPARE(history.size(), recorded + (prio ? 0 : 1));
+        if (!prio) {
+            QCOMPARE(history.last().ObjectName, filter->Name());
+            QCOMPARE(history.last().PropertyName,
+                     type ? QStringLiteral("QoSType") : QStringLiteral("QoSOption"));
+            QCOMPARE(history.last().Value.toString(), shown);
+        }
     }
 
     // The check button's verdict, and the colours kept true without it.
@@ -403,21 +507,75 @@ private slots:
         }
     }
 
-    // The type field's own step counter survives the box being dropped and made again.
+    // The type's step counter is the filter's: stepping goes on where it stopped when the box
+    // went away and came back, and a type set in the model meanwhile shows at once without
+    // moving the counter.
+    void theTypeStepsOnWhereItStopped_data()
+    {
+        QTest::addColumn<int>("steps");         // clicks on the type button before the box goes
+        QTest::addColumn<QString>("away");      // how the box goes and comes back
+        QTest::addColumn<QString>("meanwhile"); // a type set in the model while it is away
+        QTest::addColumn<QString>("shown");     // what the box shows when it is back
+        QTest::addColumn<QString>("next");      // after one more click
+        // clang-format off
+        QTest::newRow("scrolled away after one step") << 1 << "scroll" << "-" << "client" << "server";
+        QTest::newRow("scrolled away after two steps") << 2 << "scroll" << "-" << "server" << "";
+        QTest::newRow("a box of its own deleted and made anew") << 1 << "box" << "-" << "client" << "server";
+        QTest::newRow("a new page view") << 3 << "view" << "-" << "" << "client";
+        QTest::newRow("client set while scrolled away") << 2 << "scroll" << "client" << "client" << "";
+        QTest::newRow("server set while no box was there") << 0 << "box" << "server" << "server" << "client";
+        // clang-format on
+    }
     void theTypeStepsOnWhereItStopped()
     {
-        PageViewFixture f(QString(QStringLiteral("C F1 ")) + QString(QStringLiteral("C ")).repeated(30));
+        QFETCH(int, steps);
+        QFETCH(QString, away);
+        QFETCH(QString, meanwhile);
+        PageViewFixture f(QStringLiteral("C F1 ") + QStringLiteral("C ").repeated(30));
         QoSFilter* filter = f.flt(1);
-        QTest::mouseClick(child<QToolButton>(f.box(filter), "cmdType"), Qt::LeftButton);
-        QCOMPARE(filter->QoSType(), QStringLiteral("client"));
-        f.view->pane()->setFocus();
-        f.view->setScrollPosition(QPoint(f.view->horizontalScrollBar()->maximum(), 0));
-        f.settle();
-        QVERIFY(!f.box(filter));
-        f.view->setScrollPosition(QPoint(0, 0));
-        f.settle();
-        QTest::mouseClick(child<QToolButton>(f.box(filter), "cmdType"), Qt::LeftButton);
-        QCOMPARE(filter->QoSType(), QStringLiteral("server"));
+        QWidget host;
+        host.resize(400, 200);
+        host.show();
+        std::unique_ptr<QoSFilterBox> own;
+        auto makeBox = [&]() -> QWidget* {
+            if (away == u"box") {
+                own = std::make_unique<QoSFilterBox>(filter, nullptr, &host);
+                own->show();
+                return own.get();
+            }
+            return f.box(filter);
+        };
+        QWidget* box = makeBox();
+        for (int i = 0; i < steps; ++i)
+            QTest::mouseClick(child<QToolButton>(box, "cmdType"), Qt::LeftButton);
+        if (away == u"scroll") {
+            f.view->pane()->setFocus();
+            f.view->setScrollPosition(QPoint(f.view->horizontalScrollBar()->maximum(), 0));
+            f.settle();
+            QVERIFY(!f.box(filter));
+        } else if (away == u"box") {
+            own.reset();
+        } else {
+            delete f.view;
+            f.view = nullptr;
+        }
+        if (meanwhile != u"-")
+            filter->SetQoSType(meanwhile);
+        if (away == u"scroll") {
+            f.view->setScrollPosition(QPoint(0, 0));
+            f.settle();
+        } else if (away == u"view") {
+            f.view = new ObjectPageView(f.page);
+            f.view->resize(1000, 760);
+            f.view->show();
+            f.settle();
+        }
+        box = makeBox();
+        QVERIFY(box);
+        QTEST(child<QLineEdit>(box, "txtType")->text(), "shown");
+        QTest::mouseClick(child<QToolButton>(box, "cmdType"), Qt::LeftButton);
+        QTEST(filter->QoSType(), "next");
+        QTEST(child<QLineEdit>(box, "txtType")->text(), "next");
     }
 };
 

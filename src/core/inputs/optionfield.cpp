@@ -13,7 +13,10 @@ void OptionField::SetText(const QString& text)
     if (text == m_text)
         return;
     m_text = text;
-    emit Change();
+    if (m_ownerHook)
+        m_ownerHook();
+    if (watched())
+        emit Change();
 }
 
 void OptionField::Step(int delta)

@@ -1,14 +1,18 @@
 #pragma once
 
+#include "base/watched.h"
+
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 // The value behind the filter option input: one of a fixed list, chosen from a menu or
 // stepped with the arrow keys.
 class OptionField : public QObject
 {
     Q_OBJECT
+    TARNWICK_WATCHED
 public:
     enum class KeyResult { None, Emptied, Stepped, OpenMenu };
 
@@ -34,9 +38,17 @@ public:
     static QString OptionList() { return QStringLiteral("ACK,ICMP,TOSMD,TOSMT,TOSMR,TOSMC"); }
     static const QStringList& Options();
 
+    // A choice, not free text: a character that KeyDown left alone (a control code of an
+    // editing key aside) never enters the box.
+    static bool TakesCharacter(QChar c) { return c.unicode() < 32; }
+
+    // The owner of the value (a filter) hears of every change before the views.
+    void SetOwnerHook(std::function<void()> hook) { m_ownerHook = std::move(hook); }
+
 signals:
     void Change();
 
 private:
     QString m_text;
+    std::function<void()> m_ownerHook;
 };

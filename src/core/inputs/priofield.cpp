@@ -12,7 +12,10 @@ void PrioField::SetValue(const QString& value)
     if (value == m_value)
         return;
     m_value = value;
-    emit Change();
+    if (m_ownerHook)
+        m_ownerHook();
+    if (watched())
+        emit Change();
 }
 
 void PrioField::Increment()
@@ -66,23 +69,27 @@ bool PrioField::ClearsOnKey(int key)
 void PrioField::SetBackColor(Colors::Rgb c)
 {
     m_backColor = c;
-    emit appearanceChanged();
+    if (watched())
+        emit appearanceChanged();
 }
 
 void PrioField::SetForeColor(Colors::Rgb c)
 {
     m_foreColor = c;
-    emit appearanceChanged();
+    if (watched())
+        emit appearanceChanged();
 }
 
 void PrioField::SetEnabled(bool enabled)
 {
     m_enabled = enabled;
-    emit appearanceChanged();
+    if (watched())
+        emit appearanceChanged();
 }
 
 void PrioField::SetBorderStyle(int style)
 {
     m_borderStyle = style;
-    emit appearanceChanged();
+    if (watched())
+        emit appearanceChanged();
 }

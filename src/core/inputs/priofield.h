@@ -2,14 +2,18 @@
 
 #include "inputs/colors.h"
 
+#include "base/watched.h"
+
 #include <QObject>
 #include <QString>
+#include <functional>
 
 // The value behind the priority input: a single digit 0 to 3, or empty for "no priority".
 // The text is never typed as such; keys and the two buttons step or replace it.
 class PrioField : public QObject
 {
     Q_OBJECT
+    TARNWICK_WATCHED
 public:
     explicit PrioField(QObject* parent = nullptr);
 
@@ -38,6 +42,9 @@ public:
     int BorderStyle() const { return m_borderStyle; } // 0 none, 1 single
     void SetBorderStyle(int style);
 
+    // The owner of the value (a class) hears of every change before the views.
+    void SetOwnerHook(std::function<void()> hook) { m_ownerHook = std::move(hook); }
+
 signals:
     void Change();
     void appearanceChanged();
@@ -51,4 +58,5 @@ private:
     Colors::Rgb m_foreColor = Colors::WindowText;
     bool m_enabled = true;
     int m_borderStyle = 1;
+    std::function<void()> m_ownerHook;
 };

@@ -19,7 +19,10 @@ void TypeField::SetText(const QString& text)
     if (text == m_text)
         return;
     m_text = text;
-    emit Change();
+    if (m_ownerHook)
+        m_ownerHook();
+    if (watched())
+        emit Change();
 }
 
 void TypeField::Step()

@@ -1,14 +1,19 @@
 #pragma once
 
+#include "base/watched.h"
+
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 // The value behind the filter type input: "", "client" or "server". The field steps
-// through the three with a counter of its own.
+// through the three with a counter of its own. A filter owns one; the field keeps its counter
+// for as long as the filter lives, whichever boxes come and go.
 class TypeField : public QObject
 {
     Q_OBJECT
+    TARNWICK_WATCHED
 public:
     explicit TypeField(QObject* parent = nullptr);
 
@@ -30,10 +35,18 @@ public:
     static const QStringList& Values();       // "", "client", "server"
     static const QStringList& MenuCaptions(); // "client", "server"
 
+    // A choice, not free text: a typed character (a control code of an editing key aside)
+    // never enters the box.
+    static bool TakesCharacter(QChar c) { return c.unicode() < 32; }
+
+    // The owner of the value (a filter) hears of every change before the views.
+    void SetOwnerHook(std::function<void()> hook) { m_ownerHook = std::move(hook); }
+
 signals:
     void Change();
 
 private:
     QString m_text;
     int m_position = 0;
+    std::function<void()> m_ownerHook;
 };

@@ -14,10 +14,11 @@
 QoSClass::QoSClass(Document* document, ObjectPage* page, const QString& name)
     : QoSObject(document, page, name)
 {
-    // The fields start as "0kbit".
+    // The fields start as "0kbit" and priority "0".
     // Edits in the boxes' fields are changes of the class like any let.
     m_min->SetOwnerHook([this] { markChanged(QStringLiteral("QoSMinBandWidth")); });
     m_max->SetOwnerHook([this] { markChanged(QStringLiteral("QoSMaxBandWidth")); });
+    m_prio->SetOwnerHook([this] { markChanged(QStringLiteral("QoSPrio")); });
 }
 
 void QoSClass::SetClassIdx(int idx)
@@ -93,8 +94,10 @@ void QoSClass::SetQoSDirection(const QString& direction)
 
 void QoSClass::SetQoSPrio(const QString& prio)
 {
-    m_prio = prio;
-    markChanged(QStringLiteral("QoSPrio"));
+    if (prio == m_prio->Value())
+        markChanged(QStringLiteral("QoSPrio"));
+    else
+        m_prio->SetValue(prio); // the owner hook marks the change
 }
 
 void QoSClass::SetDefaultClass(bool value)

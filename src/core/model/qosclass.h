@@ -3,6 +3,7 @@
 #include "model/qosobject.h"
 
 #include "inputs/bandwidthfield.h"
+#include "inputs/priofield.h"
 
 #include <QList>
 #include <QStringList>
@@ -48,8 +49,10 @@ public:
 
     QString QoSDirection() const { return m_direction; }
     void SetQoSDirection(const QString& direction);
-    QString QoSPrio() const { return m_prio; }
+    QString QoSPrio() const { return m_prio->Value(); }
+    // Marks the class changed even when the priority stays as it was.
     void SetQoSPrio(const QString& prio);
+    PrioField* PrioInput() const { return m_prio; }
 
     bool DefaultClass() const { return m_defaultClass; }
     // Setting it clears the mark of every other class of the page and hands the class's
@@ -100,10 +103,11 @@ private:
     // The fields live inside the class; the pointers are what views and rules hold.
     BandwidthField m_minField;
     BandwidthField m_maxField;
+    PrioField m_prioField;
     BandwidthField* m_min = &m_minField;
     BandwidthField* m_max = &m_maxField;
+    PrioField* m_prio = &m_prioField;
     QString m_direction = QStringLiteral("down");
-    QString m_prio = QStringLiteral("0");
     bool m_defaultClass = false;
     // Children in order, with counts of each kind so that the tree rules need no walk.
     // Every removal of a box takes it out of its parent's list, so no pointer here dangles.

@@ -13,6 +13,8 @@ QoSFilter::QoSFilter(Document* document, ObjectPage* page, const QString& name)
 {
     m_ip->SetOwnerHook([this] { fieldEdited(QStringLiteral("QoSIP")); });
     m_port->SetOwnerHook([this] { portEdited(); });
+    m_type->SetOwnerHook([this] { fieldEdited(QStringLiteral("QoSType")); });
+    m_option->SetOwnerHook([this] { fieldEdited(QStringLiteral("QoSOption")); });
 }
 
 QString QoSFilter::QoSClass() const
@@ -66,18 +68,13 @@ void QoSFilter::SetQoSPort(const QString& port)
 
 void QoSFilter::SetQoSType(const QString& type)
 {
-    if (type == m_type)
-        return;
-    m_type = type;
-    fieldEdited(QStringLiteral("QoSType"));
+    // The step position stays: the next step goes on from the field's own counter.
+    m_type->SetText(type);
 }
 
 void QoSFilter::SetQoSOption(const QString& option)
 {
-    if (option == m_option)
-        return;
-    m_option = option;
-    fieldEdited(QStringLiteral("QoSOption"));
+    m_option->SetText(option);
 }
 
 void QoSFilter::fieldEdited(const QString& key)
@@ -91,9 +88,9 @@ void QoSFilter::fieldEdited(const QString& key)
     else if (key == u"QoSPort")
         value = QoSPort();
     else if (key == u"QoSType")
-        value = m_type;
+        value = QoSType();
     else
-        value = m_option;
+        value = QoSOption();
     m_document->history()->Add(this, key, value);
 }
 
@@ -102,15 +99,17 @@ void QoSFilter::portEdited()
     fieldEdited(QStringLiteral("QoSPort"));
     // A port list needs a type: the first port makes an empty type "client", and an emptied
     // list clears whatever type was chosen.
-    if (m_type.isEmpty() && !m_port->Port().isEmpty())
+    if (QoSType().isEmpty() && !m_port->Port().isEmpty())
         SetQoSType(QStringLiteral("client"));
-    else if (!m_type.isEmpty() && m_port->Port().isEmpty())
+    else if (!QoSType().isEmpty() && m_port->Port().isEmpty())
         SetQoSType(QString());
 }
 
-void QoSFilter::TypeFieldLeft()
+void QoSFilter::TypeFieldLeft(Qt::FocusReason reason)
 {
-    if (m_type.isEmpty() && !m_port->Port().isEmpty())
+    if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason)
+        return;
+    if (QoSType().isEmpty() && !m_port->Port().isEmpty())
         SetQoSType(QStringLiteral("client"));
 }
 

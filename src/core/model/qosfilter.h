@@ -3,7 +3,9 @@
 #include "model/qosobject.h"
 
 #include "inputs/ipfield.h"
+#include "inputs/optionfield.h"
 #include "inputs/portfield.h"
+#include "inputs/typefield.h"
 
 // A filter: which traffic (address, ports, type, option) goes into the class above it.
 class QoSFilter final : public QoSObject
@@ -29,15 +31,18 @@ public:
     void SetQoSIP(const QString& ip);
     QString QoSPort() const;
     void SetQoSPort(const QString& port);
-    QString QoSType() const { return m_type; }
+    QString QoSType() const { return m_type->Text(); }
     void SetQoSType(const QString& type);
-    QString QoSOption() const { return m_option; }
+    QString QoSOption() const { return m_option->Text(); }
     void SetQoSOption(const QString& option);
     IpField* IpInput() const { return m_ip; }
     PortField* PortInput() const { return m_port; }
+    TypeField* TypeInput() const { return m_type; }
+    OptionField* OptionInput() const { return m_option; }
 
-    // When the user leaves the type field: an empty type with ports becomes "client".
-    void TypeFieldLeft();
+    // When the user leaves the type field: an empty type with ports becomes "client". The
+    // focus going to a popup (the type's own menu) or to another window is no leaving.
+    void TypeFieldLeft(Qt::FocusReason reason = Qt::OtherFocusReason);
 
     qint16 FilterIdx() const { return m_filterIdx; }
     void SetFilterIdx(qint16 idx);
@@ -55,9 +60,11 @@ private:
     // The fields live inside the filter; the pointers are what views and rules hold.
     IpField m_ipField;
     PortField m_portField;
+    TypeField m_typeField;
+    OptionField m_optionField;
     IpField* m_ip = &m_ipField;
     PortField* m_port = &m_portField;
-    QString m_type;
-    QString m_option;
+    TypeField* m_type = &m_typeField;
+    OptionField* m_option = &m_optionField;
     qint16 m_filterIdx = 0;
 };

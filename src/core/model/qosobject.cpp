@@ -269,6 +269,11 @@ QoSObject::DropResult QoSObject::MoveObject(double left, double top)
     return result;
 }
 
+bool QoSObject::AcceptsPlug(const QString& className) const
+{
+    return !className.isEmpty() && className != m_name;
+}
+
 bool QoSObject::LinkByPlug(const QString& className)
 {
     auto* parent = qobject_cast<QoSClass*>(m_document->Object(className));

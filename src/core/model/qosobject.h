@@ -94,6 +94,9 @@ public:
     // which refuse silently. A link that would make the tree deeper than four class levels is
     // refused with a message and changes nothing. True when the box hangs there afterwards.
     bool LinkByPlug(const QString& className);
+    // Whether a plug carrying that class name may be dropped on this box at all: never the
+    // box's own plug. What the link then makes of it is LinkByPlug's business.
+    bool AcceptsPlug(const QString& className) const;
 
     // Used by the tree operations and the page.
     void SetParentName(const QString& name);

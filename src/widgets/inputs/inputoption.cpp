@@ -80,7 +80,5 @@ bool InputOption::eventFilter(QObject* watched, QEvent* event)
     case OptionField::KeyResult::None:
         break;
     }
-    // A choice, not free text: nothing is typed, editing keys still work.
-    const QChar c = TypedCharacter(key);
-    return !c.isNull() && c.unicode() >= 32;
+    return !OptionField::TakesCharacter(TypedCharacter(key));
 }

@@ -9,7 +9,8 @@ class QLineEdit;
 class QMenu;
 class QToolButton;
 
-// A filter's option, chosen from a menu below the box or stepped with the arrow keys.
+// A filter's option, chosen from a menu below the box or stepped with the arrow keys. Shows
+// and edits an OptionField, its own or the one a filter owns.
 class InputOption final : public QWidget
 {
     Q_OBJECT
@@ -18,6 +19,7 @@ public:
     explicit InputOption(OptionField* field, QWidget* parent = nullptr);
 
     OptionField* field() const { return m_field; }
+    // Binds to a field owned elsewhere; nullptr returns to the widget's own field.
     void setField(OptionField* field);
 
     void OpenMenu();

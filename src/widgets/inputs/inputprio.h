@@ -8,7 +8,8 @@
 class QLineEdit;
 class QToolButton;
 
-// A class priority between a decrement and an increment button.
+// A class priority between a decrement and an increment button. Shows and edits a PrioField,
+// its own or the one a class owns.
 class InputPrio final : public QWidget
 {
     Q_OBJECT
@@ -17,6 +18,7 @@ public:
     explicit InputPrio(PrioField* field, QWidget* parent = nullptr);
 
     PrioField* field() const { return m_field; }
+    // Binds to a field owned elsewhere; nullptr returns to the widget's own field.
     void setField(PrioField* field);
 
 signals:

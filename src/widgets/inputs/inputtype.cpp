@@ -69,11 +69,8 @@ bool InputType::eventFilter(QObject* watched, QEvent* event)
     case QEvent::MouseButtonDblClick:
         m_field->Step();
         return true;
-    case QEvent::KeyPress: {
-        // A choice, not free text: nothing is typed, editing keys still work.
-        const QChar c = TypedCharacter(static_cast<QKeyEvent*>(event));
-        return !c.isNull() && c.unicode() >= 32;
-    }
+    case QEvent::KeyPress:
+        return !TypeField::TakesCharacter(TypedCharacter(static_cast<QKeyEvent*>(event)));
     case QEvent::ContextMenu: {
         auto* menuEvent = static_cast<QContextMenuEvent*>(event);
         m_mnuType->popup(menuEvent->globalPos());

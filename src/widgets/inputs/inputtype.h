@@ -10,7 +10,8 @@ class QMenu;
 class QToolButton;
 
 // A filter's type: the box steps through "", "client" and "server" on the button or a
-// double click; its context menu chooses one directly.
+// double click; its context menu chooses one directly. Shows and edits a TypeField, its own
+// or the one a filter owns, which also keeps the step counter.
 class InputType final : public QWidget
 {
     Q_OBJECT
@@ -19,6 +20,7 @@ public:
     explicit InputType(TypeField* field, QWidget* parent = nullptr);
 
     TypeField* field() const { return m_field; }
+    // Binds to a field owned elsewhere; nullptr returns to the widget's own field.
     void setField(TypeField* field);
 
 signals:

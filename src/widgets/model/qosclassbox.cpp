@@ -16,8 +16,9 @@
 
 QoSClassBox::QoSClassBox(QoSClass* qosClass, ObjectPageView* view, QWidget* parent)
     : QoSObjectBox(qosClass, view, parent), m_txtMin(new InputBandwidth(qosClass->MinField(), this)),
-      m_txtMax(new InputBandwidth(qosClass->MaxField(), this)), m_txtPrio(new InputPrio(this)),
-      m_lblDirection(new QLabel(this)), m_cmdCheck(new QToolButton(this)), m_cmdCalc(new QToolButton(this)),
+      m_txtMax(new InputBandwidth(qosClass->MaxField(), this)),
+      m_txtPrio(new InputPrio(qosClass->PrioInput(), this)), m_lblDirection(new QLabel(this)),
+      m_cmdCheck(new QToolButton(this)), m_cmdCalc(new QToolButton(this)),
       m_plug(new PlugBottom(qosClass, this)), m_fraDefaultClass{new QFrame(this), new QFrame(this)}
 {
     const BoxMetrics& m = metrics();
@@ -74,13 +75,7 @@ QoSClassBox::QoSClassBox(QoSClass* qosClass, ObjectPageView* view, QWidget* pare
 
     connect(m_cmdCheck, &QToolButton::clicked, this, &QoSClassBox::check);
     // The calculator button has no action of its own.
-    connect(m_txtPrio, &InputPrio::Change, this, [this] {
-        QoSClass* c = this->qosClass();
-        if (c && c->QoSPrio() != m_txtPrio->field()->Value())
-            c->SetQoSPrio(m_txtPrio->field()->Value());
-    });
     connect(qosClass, &QoSObject::propertyChanged, this, &QoSClassBox::showProperty);
-    showProperty(QStringLiteral("QoSPrio"));
     showProperty(QStringLiteral("QoSDirection"));
     showProperty(QStringLiteral("DefaultClass"));
     finishChildren();
@@ -126,9 +121,7 @@ void QoSClassBox::showProperty(const QString& name)
     QoSClass* c = qosClass();
     if (!c)
         return;
-    if (name == u"QoSPrio") {
-        m_txtPrio->field()->SetValue(c->QoSPrio());
-    } else if (name == u"QoSDirection") {
+    if (name == u"QoSDirection") {
         // A screen reader reads the direction itself; the description says what it is.
         m_lblDirection->setText(c->QoSDirection());
         m_lblDirection->setAccessibleName(c->QoSDirection().isEmpty() ? QStringLiteral("Richtung")

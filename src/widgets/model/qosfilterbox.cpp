@@ -6,7 +6,6 @@
 #include "inputs/inputport.h"
 #include "inputs/inputtype.h"
 #include "model/qosfilter.h"
-#include "page/objectpageview.h"
 #include "page/tittlebar.h"
 
 #include <QEvent>
@@ -16,8 +15,9 @@
 
 QoSFilterBox::QoSFilterBox(QoSFilter* filter, ObjectPageView* view, QWidget* parent)
     : QoSObjectBox(filter, view, parent), m_txtIP(new InputIP(filter->IpInput(), this)),
-      m_inputPort1(new InputPort(filter->PortInput(), this)), m_txtType(new InputType(this)),
-      m_txtOption(new InputOption(this))
+      m_inputPort1(new InputPort(filter->PortInput(), this)),
+      m_txtType(new InputType(filter->TypeInput(), this)),
+      m_txtOption(new InputOption(filter->OptionInput(), this))
 {
     const BoxMetrics& m = metrics();
     resize(m.filterBox());
@@ -42,43 +42,9 @@ QoSFilterBox::QoSFilterBox(QoSFilter* filter, ObjectPageView* view, QWidget* par
     if (auto* option = qobject_cast<QLineEdit*>(m_txtOption->focusProxy()))
         option->setPlaceholderText(QStringLiteral("Option"));
 
-    // The type field steps with a counter of its own, which is not in the filter: the view
-    // keeps it while the box is away, so that stepping goes on where it stopped.
-    if (view)
-        for (int i = view->typePosition(filter->Name()); i > 0; --i)
-            m_txtType->field()->Step();
-    m_txtType->field()->SetText(filter->QoSType());
-    m_txtOption->field()->SetText(filter->QoSOption());
-    connect(m_txtType, &InputType::Change, this, [this] {
-        if (QoSFilter* f = this->filter(); f && f->QoSType() != m_txtType->field()->Text())
-            f->SetQoSType(m_txtType->field()->Text());
-    });
-    connect(m_txtOption, &InputOption::Change, this, [this] {
-        if (QoSFilter* f = this->filter(); f && f->QoSOption() != m_txtOption->field()->Text())
-            f->SetQoSOption(m_txtOption->field()->Text());
-    });
-    connect(filter, &QoSObject::propertyChanged, this, &QoSFilterBox::showProperty);
     if (QWidget* typeBox = m_txtType->focusProxy())
         typeBox->installEventFilter(this);
     finishChildren();
-}
-
-QoSFilterBox::~QoSFilterBox()
-{
-    keepTypePosition();
-}
-
-void QoSFilterBox::detach()
-{
-    keepTypePosition();
-    QoSObjectBox::detach();
-}
-
-void QoSFilterBox::keepTypePosition()
-{
-    // A box detached from its object has nothing to keep, also while its view goes.
-    if (m_object && m_view)
-        m_view->setTypePosition(m_object->Name(), m_txtType->field()->Position());
 }
 
 QoSFilter* QoSFilterBox::filter() const
@@ -109,25 +75,10 @@ void QoSFilterBox::addMenuEntries(QMenu* menu)
     item->setObjectName(QStringLiteral("itmFilterProperties")); // offered, without an effect
 }
 
-void QoSFilterBox::showProperty(const QString& name)
-{
-    QoSFilter* f = filter();
-    if (!f)
-        return;
-    if (name == u"QoSType")
-        m_txtType->field()->SetText(f->QoSType());
-    else if (name == u"QoSOption")
-        m_txtOption->field()->SetText(f->QoSOption());
-}
-
 bool QoSFilterBox::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_txtType->focusProxy() && event->type() == QEvent::FocusOut) {
-        // A list of ports needs a type: leaving the type empty makes it "client".
-        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-        if (QoSFilter* f = filter();
-            f && reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
-            f->TypeFieldLeft();
-    }
+    if (watched == m_txtType->focusProxy() && event->type() == QEvent::FocusOut)
+        if (QoSFilter* f = filter())
+            f->TypeFieldLeft(static_cast<QFocusEvent*>(event)->reason());
     return QoSObjectBox::eventFilter(watched, event);
 }

@@ -14,12 +14,10 @@ class QoSFilterBox final : public QoSObjectBox
     Q_OBJECT
 public:
     QoSFilterBox(QoSFilter* filter, ObjectPageView* view, QWidget* parent);
-    ~QoSFilterBox() override;
 
     QoSFilter* filter() const;
     void setPrompt(UserPrompt* prompt) override;
     void setStatusLine(StatusLine* line) override;
-    void detach() override;
 
 protected:
     QString kindName() const override { return QStringLiteral("Filter"); }
@@ -28,9 +26,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void showProperty(const QString& name);
-    void keepTypePosition();
-
     InputIP* m_txtIP;
     InputPort* m_inputPort1;
     InputType* m_txtType;

@@ -301,7 +301,7 @@ bool QoSObjectBox::eventFilter(QObject* watched, QEvent* event)
 
 bool QoSObjectBox::acceptsPlug(const QString& className) const
 {
-    return m_object && !className.isEmpty() && className != m_object->Name();
+    return m_object && m_object->AcceptsPlug(className);
 }
 
 void QoSObjectBox::dropPlug(const QString& className)

@@ -41,7 +41,7 @@ public:
     // The context menu with the edit entries; the caller shows it and owns it.
     QMenu* createContextMenu(QWidget* parent);
     // The drop of a plug: hangs this box under the class of that name. Refused (no drop
-    // effect) for the box's own name.
+    // effect) where the object refuses the plug.
     bool acceptsPlug(const QString& className) const;
     void dropPlug(const QString& className);
 

@@ -82,7 +82,6 @@ ObjectPageView::ObjectPageView(ObjectPage* page, QWidget* parent)
         for (const QString& name : m_boxes.keys())
             removeBox(name);
         m_lines->clear();
-        m_typePositions.clear();
     });
     connect(qApp, &QApplication::focusChanged, this, &ObjectPageView::focusChanged);
 

@@ -150,11 +150,6 @@ public:
     // Repaints a part of the page (page pixels) where it can be seen.
     void updatePageRect(const QRect& rect);
     void setPinned(QWidget* widget, bool pinned);
-    int typePosition(const QString& filterName) const { return m_typePositions.value(filterName); }
-    void setTypePosition(const QString& filterName, int position)
-    {
-        m_typePositions.insert(filterName, position);
-    }
     // Called by the pane when its size changed.
     void paneResized();
 
@@ -208,7 +203,6 @@ private:
     PageLines* m_lines;
     SpatialIndex<BoxRecord*> m_boxIndex;
     QSet<BoxRecord*> m_realized; // the records that have a widget
-    QHash<QString, int> m_typePositions;
     QSet<QWidget*> m_pinned;
     QRect m_dropRect;
     DropLook m_dropLook = DropLook::None;
