@@ -31,8 +31,7 @@ public:
         if constexpr (bytes) {
             m_end = Windows1252::EncodeInto(s, at);
         } else {
-            std::memcpy(at, s.utf16(), std::size_t(s.size()) * sizeof(Unit));
-            m_end += s.size();
+            m_end = std::copy_n(s.utf16(), s.size(), at); // an empty text may have no data at all
         }
     }
     Q_ALWAYS_INLINE void ascii(const char* s, std::size_t n)
