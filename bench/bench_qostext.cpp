@@ -52,6 +52,28 @@ void BM_Export(benchmark::State& state)
         benchmark::DoNotOptimize(ExportQoSBytes(g.doc));
 }
 
+// The largest files the writer makes: filters that each stand for all 65536 ports, so that
+// the text of one export runs to some ten megabytes per filter.
+void BM_ExportManyEntries(benchmark::State& state)
+{
+    ScriptedPrompt prompt;
+    Document doc(&prompt);
+    int idx = 0;
+    QoSClass* c = doc.Down1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
+                                        QStringLiteral("1"), idx, false, QStringLiteral("Alle Ports"));
+    for (int i = 0; i < state.range(0); ++i)
+        doc.Down1()->AddFilter(c, QStringLiteral("10.0.%1.0/24").arg(i), QStringLiteral("0-65535"),
+                               QStringLiteral("client"), QString(), idx = 0,
+                               QStringLiteral("Filter %1").arg(i));
+    qint64 bytes = 0;
+    for (auto _ : state) {
+        const QByteArray text = ExportQoSBytes(doc);
+        bytes = text.size();
+        benchmark::DoNotOptimize(text.constData());
+    }
+    state.SetBytesProcessed(state.iterations() * bytes);
+}
+
 QByteArray exportedBytes(int classes)
 {
     GeneratedDocument g(classes);
@@ -91,6 +113,7 @@ void BM_SplitLines(benchmark::State& state)
 } // namespace
 
 BENCHMARK(BM_Export)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ExportManyEntries)->Arg(1)->Arg(8)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Import)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BuildModel)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SplitLines)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);

@@ -2,7 +2,10 @@
 #include "base/scriptedprompt.h"
 #include "base/windows1252.h"
 #include "file/qosfiletable.h"
+#include "file/qoslines.h"
 #include "file/qosreader.h"
+#include "file/qostextbuffer.h"
+#include "file/qostextsize.h"
 #include "file/qoswriter.h"
 #include "model/document.h"
 #include "model/objectpage.h"
@@ -15,6 +18,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <limits>
 
 namespace {
 
@@ -108,6 +113,30 @@ private slots:
         QCOMPARE(ExportQoSBytes(again.doc), written);
     }
 
+    // The file is counted before it is written: a number the count gets one digit wrong would
+    // make every export grow its buffer.
+    void countedSizeIsTheWrittenSize_data()
+    {
+        QTest::addColumn<qint64>("number");
+        for (const qint64 n :
+             {qint64(0), qint64(9), qint64(10), qint64(99), qint64(100), qint64(65536), qint64(-1),
+              qint64(-10), std::numeric_limits<qint64>::max(), std::numeric_limits<qint64>::min()})
+            QTest::addRow("%lld", static_cast<long long>(n)) << n;
+    }
+    void countedSizeIsTheWrittenSize()
+    {
+        QFETCH(qint64, number);
+        QoSTextSize size;
+        QoSLines<QoSTextSize> counted(size);
+        counted.setting("#QOS_FILTER_", number, "_CAPTION", u"Bürö");
+        counted.numberSetting("QOS_CLASS_", 1, "_PARENT", number);
+        QoSTextBuffer<QByteArray> bytes(size.size());
+        QoSLines<QoSTextBuffer<QByteArray>> written(bytes);
+        written.setting("#QOS_FILTER_", number, "_CAPTION", u"Bürö");
+        written.numberSetting("QOS_CLASS_", 1, "_PARENT", number);
+        QCOMPARE(bytes.take().size(), size.size());
+    }
+
     void headerNamesProgramVersionAndDate()
     {
         Fixture f;
@@ -199,6 +228,52 @@ private slots:
         QCOMPARE(again.doc.Down1()->ContainedObjects().at(1)->Caption(), caption);
     }
 
+    // A port list is written as one entry per port it counts, not per port it expands to: a
+    // reversed range a-b counts two less than it expands to, so its last two ports have no
+    // entry of their own (the whole list stands in the first PORTEXT and reads back whole).
+    void portListEntries_data()
+    {
+        QTest::addColumn<QString>("ports");
+        QTest::addColumn<QStringList>("entries"); // the PORT of each entry; one entry: the plain form
+        QTest::newRow("forward range") << "80-82" << QStringList{"80", "81", "82"};
+        QTest::newRow("reversed range")
+            << "90-80" << QStringList{"90", "89", "88", "87", "86", "85", "84", "83", "82"};
+        QTest::newRow("reversed range after a port")
+            << "443,90-80" << QStringList{"443", "90", "89", "88", "87", "86", "85", "84", "83", "82"};
+        QTest::newRow("reversed range before a port")
+            << "90-80,443" << QStringList{"90", "89", "88", "87", "86", "85", "84", "83", "82", "81"};
+        QTest::newRow("reversed by three") << "83-80" << QStringList{"83", "82"};
+        QTest::newRow("reversed by two counts one") << "82-80" << QStringList{"82-80"};
+        QTest::newRow("reversed by one counts none, written as one") << "81-80" << QStringList{"81-80"};
+        QTest::newRow("range of one port") << "80-80" << QStringList{"80-80"};
+    }
+    void portListEntries()
+    {
+        QFETCH(QString, ports);
+        QFETCH(QStringList, entries);
+        Fixture f;
+        QoSClass* c = addClass(f.doc.Down1(), QStringLiteral("0"), QStringLiteral("Web"));
+        addFilter(c, ports, QString());
+        addFilter(c, QStringLiteral("22"), QStringLiteral("SSH"));
+        const QString text = ExportQoSText(f.doc);
+        const qsizetype n = entries.size();
+        QVERIFY(text.contains(QStringLiteral("\r\nQOS_FILTER_N='%1'\r\n").arg(n + 1)));
+        for (qsizetype m = 1; m <= n; ++m) {
+            QVERIFY2(
+                text.contains(QStringLiteral("\r\nQOS_FILTER_%1_PORT='%2'\r\n").arg(m).arg(entries[m - 1])),
+                qPrintable(QStringLiteral("entry %1").arg(m)));
+            const QString portExt = QStringLiteral("#QOS_FILTER_%1_PORTEXT='%2'\r\n")
+                                        .arg(m)
+                                        .arg(m == 1 ? ports : QStringLiteral("ignore"));
+            QCOMPARE(text.contains(portExt), n > 1);
+        }
+        // The next filter's number follows the entries.
+        QVERIFY(text.contains(QStringLiteral("#QOS_FILTER_%1_CAPTION='SSH'\r\n").arg(n + 1)));
+        Fixture again;
+        QVERIFY(ImportQoSBytes(again.doc, ExportQoSBytes(f.doc)).complete);
+        QCOMPARE(qobject_cast<QoSFilter*>(again.doc.Down1()->ContainedObjects().at(1))->QoSPort(), ports);
+    }
+
     void walkRenumbersByCellAndRecomputesDefaults()
     {
         Fixture f;
@@ -241,8 +316,13 @@ private slots:
         QTest::addColumn<QString>("reason");
         QTest::newRow("port list of more than 65536 entries") << "ports 1-100000"
                                                               << "65536";
-        QTest::newRow("class below row 3") << "class row 5"
-                                           << "Zeile 5";
+        // Rows 0 to 3 hold the class levels.
+        QTest::newRow("class in row 4")
+            << "class row 4"
+            << "Die Klasse \"C\" in Zelle 0,4 der Seite Down steht in Zeile 4; Klassen stehen in den "
+               "Zeilen 0 bis 3, sonst lässt sich die Datei nicht wieder vollständig lesen.";
+        QTest::newRow("class in row 3 is written") << "class row 3"
+                                                   << "";
         QTest::newRow("a caption with a percent sign is named as it is")
             << "class row 5 50%1"
             << "\"50%1\" in Zelle 0,5 der Seite Down steht in Zeile 5";
@@ -269,8 +349,8 @@ private slots:
             filter->SetQoSPort(value.section(u',', 0, 0));
             if (value.contains(u','))
                 addFilter(c, value.section(u',', 1), QString());
-        } else if (change.startsWith(u"class row 5")) {
-            c->SetMatrixY(5);
+        } else if (change.startsWith(u"class row")) {
+            c->SetMatrixY(qint16(change.section(u' ', 2, 2).toInt()));
             if (!change.section(u' ', 3).isEmpty())
                 c->SetCaption(change.section(u' ', 3));
         } else if (change == u"cut filter") {
@@ -281,6 +361,14 @@ private slots:
             c->SetQoSPrio(value);
         } else {
             f.doc.Common1()->SetQoSDescription(value);
+        }
+        if (reason.isEmpty()) {
+            try {
+                QVERIFY(ExportQoSText(f.doc).contains(QStringLiteral("#QOS_CLASS_1_CELLPOS='0,3'\r\n")));
+            } catch (const QoSError& e) {
+                QFAIL(qPrintable(e.message()));
+            }
+            return;
         }
         try {
             ExportQoSBytes(f.doc);
@@ -325,6 +413,51 @@ private slots:
         Fixture f;
         ImportQoSBytes(f.doc, file);
         QCOMPARE(f.doc.Common1()->QoSInternetDev(), dev);
+    }
+
+    // A numbered variable is its first line that begins with its name, as every variable: a
+    // longer number, a number with a leading zero, the commented twin, a later twin and a
+    // description line are other variables. A longer name that begins with it is the same
+    // variable (the prefix rule), so "_PARENTX" and an uncommented "_PORTEXT" are taken.
+    void numberedVariablesTakeTheirFirstMatch_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("boxes"); // each box: caption<parent caption, or caption[port]
+        const QByteArray two = "QOS_CLASS_N='2'\nQOS_CLASS_1_PARENT='0'\n";
+        const QByteArray filter = "QOS_CLASS_N='1'\nQOS_CLASS_1_PRIO='0'\nQOS_FILTER_N='1'\n";
+        // clang-format off
+        QTest::newRow("parent of class 2") << two + "QOS_CLASS_2_PARENT='1'\n" << "Class 1<-, Class 2<Class 1";
+        QTest::newRow("class 21 first") << two + "QOS_CLASS_21_PARENT='0'\nQOS_CLASS_2_PARENT='1'\n" << "Class 1<-, Class 2<Class 1";
+        QTest::newRow("class 02 first") << two + "QOS_CLASS_02_PARENT='0'\nQOS_CLASS_2_PARENT='1'\n" << "Class 1<-, Class 2<Class 1";
+        QTest::newRow("commented twin first") << two + "#QOS_CLASS_2_PARENT='0'\nQOS_CLASS_2_PARENT='1'\n" << "Class 1<-, Class 2<Class 1";
+        QTest::newRow("later twin") << two + "QOS_CLASS_2_PARENT='1'\nQOS_CLASS_2_PARENT='0'\n" << "Class 1<-, Class 2<Class 1";
+        QTest::newRow("blanks and a tab before") << two + " \tQOS_CLASS_2_PARENT = '1'\n" << "Class 1<-, Class 2<Class 1";
+        QTest::newRow("a longer name first is taken") << two + "QOS_CLASS_2_PARENTX='0'\nQOS_CLASS_2_PARENT='1'\n" << "Class 1<-, Class 2<-";
+        QTest::newRow("caption in the description first") << two + "#QOS_DESCRIPTION='1'\n#QOS_CLASS_2_CAPTION='Text'\n#QOS_CLASS_2_CAPTION='Zwei'\nQOS_CLASS_2_PARENT='1'\n" << "Class 1<-, Zwei<Class 1";
+        QTest::newRow("active caption first") << two + "QOS_CLASS_2_CAPTION='aktiv'\n#QOS_CLASS_2_CAPTION='Zwei'\n" << "Class 1<-, Zwei<-";
+        QTest::newRow("filter entry 11 first") << filter + "QOS_FILTER_1_CLASS='1'\nQOS_FILTER_11_PORT='22'\nQOS_FILTER_1_PORT='80'\n" << "Class 1<-, [80]";
+        QTest::newRow("commented class first") << filter + "#QOS_FILTER_1_CLASS='9'\nQOS_FILTER_1_CLASS='1'\nQOS_FILTER_1_PORT='80'\n" << "Class 1<-, [80]";
+        QTest::newRow("commented port list first") << filter + "QOS_FILTER_1_CLASS='1'\n#QOS_FILTER_1_PORTEXT=''\nQOS_FILTER_1_PORT='80'\n" << "Class 1<-, [80]";
+        QTest::newRow("uncommented port list first is taken") << filter + "QOS_FILTER_1_CLASS='1'\nQOS_FILTER_1_PORTEXT='22'\nQOS_FILTER_1_PORT='80'\n" << "Class 1<-, [22]";
+        QTest::newRow("port list in the description first") << filter + "#QOS_DESCRIPTION='1'\n#QOS_FILTER_1_PORTEXT='ignore'\nQOS_FILTER_1_CLASS='1'\nQOS_FILTER_1_PORT='80'\n" << "Class 1<-, [80]";
+        // clang-format on
+    }
+    void numberedVariablesTakeTheirFirstMatch()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, boxes);
+        Fixture f;
+        const ImportReport report = ImportQoSBytes(f.doc, file);
+        QVERIFY2(report.complete, qPrintable(report.Message()));
+        QStringList out;
+        for (const QoSObject* o : f.doc.Down1()->ContainedObjects()) {
+            const QoSClass* parent = o->ParentQoSObject();
+            if (auto* filter = qobject_cast<const QoSFilter*>(o))
+                out << o->Caption() + u'[' + filter->QoSPort() + u']';
+            else
+                out << o->Caption() + u'<' + (parent ? parent->Caption() : QStringLiteral("-"));
+        }
+        QCOMPARE(out.join(QStringLiteral(", ")), boxes);
     }
 
     void classNumberIsNotAPrefixOfTheNextDigit()
