@@ -3,18 +3,18 @@
 //   per-host: one main class, N sub classes below it (one per host), 4 filters each
 #include "model/document.h"
 #include "model/objectpage.h"
+#include "model/qosclass.h"
 
 #include <benchmark/benchmark.h>
 
 namespace {
 
-void addFilters(ObjectPage* page, int classIdx)
+void addFilters(ObjectPage* page, const QoSClass* c)
 {
-    for (int k = 0; k < 4; ++k) {
-        int f = 0;
-        page->AddFilter(QString::number(classIdx), QStringLiteral("192.168.1.%1").arg(k),
-                        QStringLiteral("80"), QString(), QString(), f, QString());
-    }
+    // By number, as a file names the class of a filter.
+    for (int k = 0; k < 4; ++k)
+        page->AddFilter(QString::number(c->ClassIdx()),
+                        {.ip = QStringLiteral("192.168.1.%1").arg(k), .port = QStringLiteral("80")});
 }
 
 void BM_BuildFlat(benchmark::State& state)
@@ -24,10 +24,10 @@ void BM_BuildFlat(benchmark::State& state)
         Document doc;
         ObjectPage* page = doc.Down1();
         for (int i = 0; i < n; ++i) {
-            int idx = 0;
-            page->AddClass(QStringLiteral("0"), QStringLiteral("10kbit"), QStringLiteral("100kbit"),
-                           QStringLiteral("down"), QStringLiteral("1"), idx, false, QString());
-            addFilters(page, idx);
+            addFilters(page, page->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("10kbit"),
+                                                                  .maxBandwidth = QStringLiteral("100kbit"),
+                                                                  .direction = QStringLiteral("down"),
+                                                                  .prio = QStringLiteral("1")}));
         }
         benchmark::DoNotOptimize(page->ObjectCount());
     }
@@ -40,14 +40,13 @@ void BM_BuildPerHost(benchmark::State& state)
     for (auto _ : state) {
         Document doc;
         ObjectPage* page = doc.Down1();
-        int root = 0;
-        page->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"), QStringLiteral("0"),
-                       root, false, QString());
+        const QString root =
+            QString::number(page->AddClass(QStringLiteral("0"),
+                                           {.direction = QStringLiteral("down"), .prio = QStringLiteral("0")})
+                                ->ClassIdx());
         for (int i = 0; i < n; ++i) {
-            int idx = 0;
-            page->AddClass(QString::number(root), QString(), QString(), QStringLiteral("down"),
-                           QStringLiteral("1"), idx, false, QString());
-            addFilters(page, idx);
+            addFilters(page, page->AddClass(
+                                 root, {.direction = QStringLiteral("down"), .prio = QStringLiteral("1")}));
         }
         benchmark::DoNotOptimize(page->ObjectCount());
     }

@@ -51,20 +51,22 @@ QByteArray largeRouterFile()
         for (ObjectPage* page : {doc.Down1(), doc.Up1()}) {
             int leaves = 0;
             for (int m = 0; m < 10; ++m) {
-                int mainIdx = 0;
-                page->AddClass(QStringLiteral("0"), QStringLiteral("1000kbit"), QStringLiteral("100000kbit"),
-                               page->Direction(), QStringLiteral("0"), mainIdx, false,
-                               QStringLiteral("Haus %1").arg(m));
+                QoSClass* house =
+                    page->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("1000kbit"),
+                                                         .maxBandwidth = QStringLiteral("100000kbit"),
+                                                         .direction = page->Direction(),
+                                                         .prio = QStringLiteral("0"),
+                                                         .caption = QStringLiteral("Haus %1").arg(m)});
                 for (int s = 0; s < 49; ++s) {
-                    int subIdx = 0;
-                    page->AddClass(QString::number(mainIdx), QStringLiteral("20kbit"),
-                                   QStringLiteral("2000kbit"), page->Direction(), QStringLiteral("2"), subIdx,
-                                   false, QStringLiteral("Rechner %1").arg(s));
+                    QoSClass* host = page->AddClass(house, {.minBandwidth = QStringLiteral("20kbit"),
+                                                            .maxBandwidth = QStringLiteral("2000kbit"),
+                                                            .direction = page->Direction(),
+                                                            .prio = QStringLiteral("2"),
+                                                            .caption = QStringLiteral("Rechner %1").arg(s)});
                     for (int f = 0; f < (leaves < 20 ? 3 : 2); ++f) {
-                        int filterIdx = 0;
-                        page->AddFilter(
-                            QString::number(subIdx), QStringLiteral("10.%1.%2.%3").arg(m).arg(s).arg(f),
-                            QStringLiteral("80"), QStringLiteral("client"), QString(), filterIdx, QString());
+                        page->AddFilter(host, {.ip = QStringLiteral("10.%1.%2.%3").arg(m).arg(s).arg(f),
+                                               .port = QStringLiteral("80"),
+                                               .type = QStringLiteral("client")});
                     }
                     ++leaves;
                 }
@@ -81,14 +83,15 @@ QByteArray fanFile(int filters)
     ScriptedPrompt prompt;
     Document doc(&prompt);
     ObjectPage* page = doc.Down1();
-    int classIdx = 0;
-    page->AddClass(QStringLiteral("0"), QStringLiteral("1000kbit"), QStringLiteral("100000kbit"),
-                   page->Direction(), QStringLiteral("0"), classIdx, false, QStringLiteral("Alle"));
+    QoSClass* all = page->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("1000kbit"),
+                                                         .maxBandwidth = QStringLiteral("100000kbit"),
+                                                         .direction = page->Direction(),
+                                                         .prio = QStringLiteral("0"),
+                                                         .caption = QStringLiteral("Alle")});
     for (int f = 0; f < filters; ++f) {
-        int filterIdx = 0;
-        page->AddFilter(QString::number(classIdx),
-                        QStringLiteral("10.%1.%2.1").arg(f / 250 % 250).arg(f % 250), QStringLiteral("80"),
-                        QStringLiteral("client"), QString(), filterIdx, QString());
+        page->AddFilter(all, {.ip = QStringLiteral("10.%1.%2.1").arg(f / 250 % 250).arg(f % 250),
+                              .port = QStringLiteral("80"),
+                              .type = QStringLiteral("client")});
     }
     // Wide enough to scroll right, away from the fan.
     qint32 cols = 30, rows = 0;
@@ -104,15 +107,18 @@ QByteArray wideMainClassesFile()
         Document doc(&prompt);
         ObjectPage* page = doc.Down1();
         for (int m = 0; m < 40; ++m) {
-            int mainIdx = 0;
-            page->AddClass(QStringLiteral("0"), QStringLiteral("1000kbit"), QStringLiteral("100000kbit"),
-                           page->Direction(), QStringLiteral("0"), mainIdx, false,
-                           QStringLiteral("Haus %1").arg(m));
+            QoSClass* house =
+                page->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("1000kbit"),
+                                                     .maxBandwidth = QStringLiteral("100000kbit"),
+                                                     .direction = page->Direction(),
+                                                     .prio = QStringLiteral("0"),
+                                                     .caption = QStringLiteral("Haus %1").arg(m)});
             for (int s = 0; s < 399; ++s) {
-                int subIdx = 0;
-                page->AddClass(QString::number(mainIdx), QStringLiteral("20kbit"), QStringLiteral("2000kbit"),
-                               page->Direction(), QStringLiteral("2"), subIdx, false,
-                               QStringLiteral("Rechner %1").arg(s));
+                page->AddClass(house, {.minBandwidth = QStringLiteral("20kbit"),
+                                       .maxBandwidth = QStringLiteral("2000kbit"),
+                                       .direction = page->Direction(),
+                                       .prio = QStringLiteral("2"),
+                                       .caption = QStringLiteral("Rechner %1").arg(s)});
             }
         }
         // Tall enough to scroll down, away from the lines.

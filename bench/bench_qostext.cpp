@@ -24,18 +24,20 @@ struct GeneratedDocument
     {
         for (int i = 0; i < classes; ++i) {
             ObjectPage* page = i % 2 == 0 ? doc.Down1() : doc.Up1();
-            int classIdx = 0;
-            QoSClass* c = page->AddClass(QStringLiteral("0"), QStringLiteral("100kbit"),
-                                         QStringLiteral("500kbit"), page->Direction(), QStringLiteral("2"),
-                                         classIdx, false, QStringLiteral("Klasse %1").arg(i));
+            QoSClass* c =
+                page->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("100kbit"),
+                                                     .maxBandwidth = QStringLiteral("500kbit"),
+                                                     .direction = page->Direction(),
+                                                     .prio = QStringLiteral("2"),
+                                                     .caption = QStringLiteral("Klasse %1").arg(i)});
             const QString number = QString::number(c->ClassIdx());
             const QString ports[] = {QStringLiteral("80"), QStringLiteral("443"), QStringLiteral("5060-5062"),
                                      QString()};
             for (int k = 0; k < 4; ++k) {
-                int filterIdx = 0;
-                page->AddFilter(number, QStringLiteral("192.168.%1.%2").arg(i % 250).arg(k + 1), ports[k],
-                                ports[k].isEmpty() ? QString() : QStringLiteral("client"), QString(),
-                                filterIdx, QStringLiteral("Filter %1").arg(k));
+                page->AddFilter(number, {.ip = QStringLiteral("192.168.%1.%2").arg(i % 250).arg(k + 1),
+                                         .port = ports[k],
+                                         .type = ports[k].isEmpty() ? QString() : QStringLiteral("client"),
+                                         .caption = QStringLiteral("Filter %1").arg(k)});
             }
         }
         // The walk covers the down page's grid on both pages.
@@ -58,13 +60,14 @@ void BM_ExportManyEntries(benchmark::State& state)
 {
     ScriptedPrompt prompt;
     Document doc(&prompt);
-    int idx = 0;
-    QoSClass* c = doc.Down1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
-                                        QStringLiteral("1"), idx, false, QStringLiteral("Alle Ports"));
+    QoSClass* c = doc.Down1()->AddClass(QStringLiteral("0"), {.direction = QStringLiteral("down"),
+                                                              .prio = QStringLiteral("1"),
+                                                              .caption = QStringLiteral("Alle Ports")});
     for (int i = 0; i < state.range(0); ++i)
-        doc.Down1()->AddFilter(c, QStringLiteral("10.0.%1.0/24").arg(i), QStringLiteral("0-65535"),
-                               QStringLiteral("client"), QString(), idx = 0,
-                               QStringLiteral("Filter %1").arg(i));
+        doc.Down1()->AddFilter(c, {.ip = QStringLiteral("10.0.%1.0/24").arg(i),
+                                   .port = QStringLiteral("0-65535"),
+                                   .type = QStringLiteral("client"),
+                                   .caption = QStringLiteral("Filter %1").arg(i)});
     qint64 bytes = 0;
     for (auto _ : state) {
         const QByteArray text = ExportQoSBytes(doc);

@@ -15,9 +15,10 @@ class TestClassCalculator : public QObject
 
     static QoSClass* add(ObjectPage* page, int parent, const QString& min, const QString& max)
     {
-        int idx = 0;
-        return page->AddClass(QString::number(parent), min, max, page->Direction(), QStringLiteral("0"), idx,
-                              false, QString());
+        return page->AddClass(QString::number(parent), {.minBandwidth = min,
+                                                        .maxBandwidth = max,
+                                                        .direction = page->Direction(),
+                                                        .prio = QStringLiteral("0")});
     }
 
     // "U", "D", "L", "R" for each move the calculator offers, "-" for one it does not.

@@ -144,10 +144,10 @@ private slots:
         Document doc(&prompt);
         QList<QoSClass*> group;
         for (const QString& minimum : minimums) {
-            int idx = 0;
-            group << doc.Down1()->AddClass(QStringLiteral("0"), minimum, QStringLiteral("1000kbit"),
-                                           QStringLiteral("down"), QStringLiteral("0"), idx, false,
-                                           QString());
+            group << doc.Down1()->AddClass(QStringLiteral("0"), {.minBandwidth = minimum,
+                                                                 .maxBandwidth = QStringLiteral("1000kbit"),
+                                                                 .direction = QStringLiteral("down"),
+                                                                 .prio = QStringLiteral("0")});
             QVERIFY(group.last());
         }
         const SiblingSum sum(group);

@@ -479,10 +479,10 @@ private slots:
     void commonEditsMarkAndRevalidate()
     {
         Fixture f;
-        int idx = 0;
-        QoSClass* c =
-            f.doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("500kbit"), QStringLiteral("500kbit"),
-                                    QStringLiteral("down"), QStringLiteral("0"), idx, false, QString());
+        QoSClass* c = f.doc.Down1()->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("500kbit"),
+                                                                    .maxBandwidth = QStringLiteral("500kbit"),
+                                                                    .direction = QStringLiteral("down"),
+                                                                    .prio = QStringLiteral("0")});
         c->Validate(true);
         QVERIFY(c->MinField()->IsValid());
         f.doc.SetModified(false);

@@ -42,15 +42,19 @@ QList<QByteArray> linesWithout(const QByteArray& text, std::initializer_list<int
 QoSClass* addClass(ObjectPage* page, const QString& parent, const QString& caption,
                    const QString& min = QString(), const QString& max = QString(), bool isDefault = false)
 {
-    int idx = 0;
-    return page->AddClass(parent, min, max, page->Direction(), QStringLiteral("1"), idx, isDefault, caption);
+    return page->AddClass(parent, {.minBandwidth = min,
+                                   .maxBandwidth = max,
+                                   .direction = page->Direction(),
+                                   .prio = QStringLiteral("1"),
+                                   .defaultClass = isDefault,
+                                   .caption = caption});
 }
 
 QoSFilter* addFilter(QoSClass* c, const QString& port, const QString& caption, const QString& ip = QString())
 {
-    int idx = 0;
-    return c->GetObjectPage()->AddFilter(QString::number(c->ClassIdx()), ip, port, QStringLiteral("client"),
-                                         QString(), idx, caption);
+    return c->GetObjectPage()->AddFilter(
+        QString::number(c->ClassIdx()),
+        {.ip = ip, .port = port, .type = QStringLiteral("client"), .caption = caption});
 }
 
 QString classNumber(const QoSClass* c)
@@ -300,9 +304,11 @@ private slots:
     void upPageBeyondDownGridIsWritten()
     {
         Fixture f;
-        int idx = 0;
-        f.doc.Up1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("up"),
-                              QStringLiteral("0"), idx, false, QStringLiteral("weit"), qint16(9), qint16(0));
+        f.doc.Up1()->AddClass(QStringLiteral("0"), {.direction = QStringLiteral("up"),
+                                                    .prio = QStringLiteral("0"),
+                                                    .caption = QStringLiteral("weit"),
+                                                    .x = qint16(9),
+                                                    .y = qint16(0)});
         const QString text = ExportQoSText(f.doc);
         QVERIFY(text.contains(QStringLiteral("QOS_CLASS_N='1'")));
         QVERIFY(text.contains(QStringLiteral("#QOS_CLASS_1_CELLPOS='9,0'")));

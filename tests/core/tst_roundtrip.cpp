@@ -64,13 +64,14 @@ private:
             // Some classes get many filters, so that the page reaches far below row 5.
             for (int k = pick(c == classes.last() ? 6 : 3); k > 0; --k) {
                 const QString ports = portLists[pick(int(portLists.size()))];
-                int idx = 0;
                 // Every fourth filter has no caption: such a filter is written as it always was.
                 const QString caption =
                     pick(4) == 0 ? QString() : QStringLiteral("Filter %1").arg(++m_filters);
-                page->AddFilter(number(c), QStringLiteral("10.%1.%2.0/24").arg(pick(250)).arg(pick(250)),
-                                ports, ports.isEmpty() ? QString() : QStringLiteral("client"), QString(), idx,
-                                caption);
+                page->AddFilter(number(c),
+                                {.ip = QStringLiteral("10.%1.%2.0/24").arg(pick(250)).arg(pick(250)),
+                                 .port = ports,
+                                 .type = ports.isEmpty() ? QString() : QStringLiteral("client"),
+                                 .caption = caption});
             }
         }
         classes[pick(int(classes.size()))]->SetDefaultClass(true);
@@ -78,11 +79,11 @@ private:
 
     QoSClass* addClass(ObjectPage* page, const QString& parent)
     {
-        int idx = 0;
-        return page->AddClass(parent, bandwidths[pick(int(bandwidths.size()))],
-                              bandwidths[pick(int(bandwidths.size()))], page->Direction(),
-                              QString::number(pick(8)), idx, false,
-                              QStringLiteral("Klasse %1").arg(++m_classes));
+        return page->AddClass(parent, {.minBandwidth = bandwidths[pick(int(bandwidths.size()))],
+                                       .maxBandwidth = bandwidths[pick(int(bandwidths.size()))],
+                                       .direction = page->Direction(),
+                                       .prio = QString::number(pick(8)),
+                                       .caption = QStringLiteral("Klasse %1").arg(++m_classes)});
     }
 
     // A free cell of the rows first..last, or none.
@@ -210,14 +211,15 @@ private slots:
     {
         Document original;
         Generator(original, 7).run();
-        int idx = 0;
         ObjectPage* up = original.Up1();
-        QoSClass* c = up->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("up"),
-                                   QStringLiteral("1"), idx, false, QStringLiteral("Viele"));
+        QoSClass* c = up->AddClass(QStringLiteral("0"), {.direction = QStringLiteral("up"),
+                                                         .prio = QStringLiteral("1"),
+                                                         .caption = QStringLiteral("Viele")});
         for (const QString& ports :
              {QStringLiteral("1-40000"), QStringLiteral("22"), QStringLiteral("5060-5062")})
-            up->AddFilter(c, QString(), ports, QStringLiteral("client"), QString(), idx = 0,
-                          QStringLiteral("nach %1").arg(ports));
+            up->AddFilter(c, {.port = ports,
+                              .type = QStringLiteral("client"),
+                              .caption = QStringLiteral("nach %1").arg(ports)});
         const QByteArray saved = ExportQoSBytes(original);
         // The entries run on past 16 bits; the filter's own 16-bit number keeps only what fits.
         const auto match = QRegularExpression(QStringLiteral("#QOS_FILTER_(\\d+)_CAPTION='nach 22'\r\n"))

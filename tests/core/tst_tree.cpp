@@ -105,18 +105,19 @@ private slots:
         Document doc;
         doc.Common1()->SetQoSInternetBandDown(line);
         ObjectPage* page = doc.Down1();
-        int idx = 0;
         QString parent = QStringLiteral("0");
-        if (!parentMax.isEmpty()) {
-            page->AddClass(parent, QStringLiteral("1kbit"), parentMax, QStringLiteral("down"),
-                           QStringLiteral("0"), idx, false, QString());
-            parent = QString::number(idx);
-        }
+        if (!parentMax.isEmpty())
+            parent = QString::number(page->AddClass(parent, {.minBandwidth = QStringLiteral("1kbit"),
+                                                             .maxBandwidth = parentMax,
+                                                             .direction = QStringLiteral("down"),
+                                                             .prio = QStringLiteral("0")})
+                                         ->ClassIdx());
         QList<QoSClass*> classes;
         for (const QString& min : mins) {
-            idx = 0;
-            classes << page->AddClass(parent, min, max, QStringLiteral("down"), QStringLiteral("0"), idx,
-                                      false, QString());
+            classes << page->AddClass(parent, {.minBandwidth = min,
+                                               .maxBandwidth = max,
+                                               .direction = QStringLiteral("down"),
+                                               .prio = QStringLiteral("0")});
         }
         QoSClass* root = classes.first()->TopClass();
         root->Validate(true);
@@ -132,13 +133,13 @@ private slots:
     void validationOverflowLeavesFlags()
     {
         Document doc;
-        int idx = 0;
         QoSClass* a =
-            doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("2000000000kbit"),
-                                  QStringLiteral("1kbit"), QStringLiteral("down"), QString(), idx, false, {});
-        idx = 0;
-        doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("2000000000kbit"), QStringLiteral("1kbit"),
-                              QStringLiteral("down"), QString(), idx, false, {});
+            doc.Down1()->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("2000000000kbit"),
+                                                        .maxBandwidth = QStringLiteral("1kbit"),
+                                                        .direction = QStringLiteral("down")});
+        doc.Down1()->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("2000000000kbit"),
+                                                    .maxBandwidth = QStringLiteral("1kbit"),
+                                                    .direction = QStringLiteral("down")});
         a->MinField()->SetIsValid(true);
         QVERIFY_THROWS_EXCEPTION(QoSError, a->Validate(true));
         QVERIFY(a->MinField()->IsValid());
@@ -147,10 +148,9 @@ private slots:
     void kbitFollowsTheField()
     {
         Document doc;
-        int idx = 0;
-        QoSClass* c =
-            doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("1kbit"), QStringLiteral("10Mbit"),
-                                  QStringLiteral("down"), QString(), idx, false, {});
+        QoSClass* c = doc.Down1()->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("1kbit"),
+                                                                  .maxBandwidth = QStringLiteral("10Mbit"),
+                                                                  .direction = QStringLiteral("down")});
         QCOMPARE(c->QoSMaxBandWidthKBit(), 10240);
         // A unit with capitals cannot be written back from kbit: the field's own rule.
         c->SetQoSMaxBandWidthKBit(2048);
@@ -266,7 +266,6 @@ private slots:
         ScriptedPrompt prompt;
         Document doc(&prompt);
         ObjectPage* down = doc.Down1();
-        int idx = 0;
         if (situation == u"rows3") {
             qint32 cols = 6, rows = 3;
             down->SetGridDimensions(cols, rows);
@@ -274,9 +273,10 @@ private slots:
         } else if (situation == u"foreign") {
             // The parent stands in column 7 of the up page; the down page has six columns.
             PageScript::run(doc.Up1(), QStringLiteral("C C C C C C C C"));
-            QVERIFY_THROWS_EXCEPTION(QoSError, down->AddClass(QStringLiteral("8"), QString(), QString(),
-                                                              QStringLiteral("down"), QStringLiteral("0"),
-                                                              idx, false, QStringLiteral("fremd")));
+            QVERIFY_THROWS_EXCEPTION(
+                QoSError, down->AddClass(QStringLiteral("8"), {.direction = QStringLiteral("down"),
+                                                               .prio = QStringLiteral("0"),
+                                                               .caption = QStringLiteral("fremd")}));
             // Whole, as a main class of its own page with the main-class defaults.
             auto* c = qobject_cast<QoSClass*>(down->ContainedObjects().last());
             QCOMPARE(c->ParentQoSObject(), nullptr);
@@ -306,10 +306,9 @@ private slots:
         QVERIFY(!ImportQoSBytes(doc, file).complete);
         QCOMPARE(doc.Down1()->ClassCount(), 7);
         QoSClass* fresh = doc.Down1()->NewClassCommand();
-        int idx = 0;
         QoSClass* sub =
-            doc.Down1()->AddClass(QString::number(fresh->ClassIdx()), QString(), QString(),
-                                  QStringLiteral("down"), QStringLiteral("0"), idx, false, QString());
+            doc.Down1()->AddClass(QString::number(fresh->ClassIdx()),
+                                  {.direction = QStringLiteral("down"), .prio = QStringLiteral("0")});
         QCOMPARE(sub->ParentQoSObject(), fresh);
         QSet<int> numbers;
         for (QoSObject* o : doc.Objects())

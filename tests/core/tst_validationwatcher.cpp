@@ -38,10 +38,13 @@ class TestValidationWatcher : public QObject
         }
         void add(const QString& name, QoSClass* parent, const QString& min, const QString& max)
         {
-            int idx = 0;
-            classes.insert(name, doc.Down1()->AddClass(
-                                     parent ? QString::number(parent->ClassIdx()) : QStringLiteral("0"), min,
-                                     max, QStringLiteral("down"), QStringLiteral("0"), idx, false, name));
+            classes.insert(name, doc.Down1()->AddClass(parent ? QString::number(parent->ClassIdx())
+                                                              : QStringLiteral("0"),
+                                                       {.minBandwidth = min,
+                                                        .maxBandwidth = max,
+                                                        .direction = QStringLiteral("down"),
+                                                        .prio = QStringLiteral("0"),
+                                                        .caption = name}));
         }
         // "A.min B.max": the flags that are invalid; every other flag is valid.
         QString invalid() const
@@ -178,10 +181,10 @@ private slots:
                                   {"0", "500kbit", "1000kbit"}, {"3", "1kbit", "500kbit"},
                                   {"2", "700kbit", "700kbit"},  {"2", "200kbit", "900kbit"}};
         for (const auto& step : steps) {
-            int idx = 0;
-            doc.Down1()->AddClass(QString::fromLatin1(step[0]), QString::fromLatin1(step[1]),
-                                  QString::fromLatin1(step[2]), QStringLiteral("down"), QStringLiteral("0"),
-                                  idx, false, QString());
+            doc.Down1()->AddClass(QString::fromLatin1(step[0]), {.minBandwidth = QString::fromLatin1(step[1]),
+                                                                 .maxBandwidth = QString::fromLatin1(step[2]),
+                                                                 .direction = QStringLiteral("down"),
+                                                                 .prio = QStringLiteral("0")});
             QCoreApplication::processEvents();
         }
         qobject_cast<QoSClass*>(doc.Object(QStringLiteral("QoSClass4")))->LineTop()->EditCut();

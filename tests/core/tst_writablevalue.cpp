@@ -81,9 +81,9 @@ private slots:
         QFETCH(QString, written);
         ScriptedPrompt prompt;
         Document doc(&prompt);
-        int idx = 0;
-        doc.Down1()->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"),
-                              QStringLiteral("0"), idx, false, caption);
+        doc.Down1()->AddClass(
+            QStringLiteral("0"),
+            {.direction = QStringLiteral("down"), .prio = QStringLiteral("0"), .caption = caption});
         try {
             ExportQoSBytes(doc);
             QFAIL("written");

@@ -26,18 +26,16 @@ inline void run(ObjectPage* page, const QString& script)
 {
     for (const QString& step : script.split(u' ', Qt::SkipEmptyParts)) {
         const QString arg = step.mid(1);
-        int idx = 0;
         switch (step.at(0).unicode()) {
         case u'C':
-            page->AddClass(QStringLiteral("0"), QString(), QString(), page->Direction(), QStringLiteral("0"),
-                           idx, false, QString());
+            page->AddClass(QStringLiteral("0"),
+                           {.direction = page->Direction(), .prio = QStringLiteral("0")});
             break;
         case u'S':
-            page->AddClass(arg, QString(), QString(), page->Direction(), QStringLiteral("0"), idx, false,
-                           QString());
+            page->AddClass(arg, {.direction = page->Direction(), .prio = QStringLiteral("0")});
             break;
         case u'F':
-            page->AddFilter(arg, QString(), QString(), QString(), QString(), idx, QString());
+            page->AddFilter(arg, {});
             break;
         default:
             break;

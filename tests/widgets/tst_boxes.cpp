@@ -356,14 +356,16 @@ private slots:
     {
         PageViewFixture f;
         f.doc.Common1()->SetQoSInternetBandDown(QStringLiteral("1000kbit"));
-        int idx = 0;
-        QoSClass* a =
-            f.page->AddClass(QStringLiteral("0"), QStringLiteral("400kbit"), QStringLiteral("1000kbit"),
-                             QStringLiteral("down"), QStringLiteral("0"), idx, false, QStringLiteral("A"));
-        idx = 0;
-        QoSClass* b =
-            f.page->AddClass(QStringLiteral("0"), QStringLiteral("400kbit"), QStringLiteral("1000kbit"),
-                             QStringLiteral("down"), QStringLiteral("0"), idx, false, QStringLiteral("B"));
+        QoSClass* a = f.page->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("400kbit"),
+                                                             .maxBandwidth = QStringLiteral("1000kbit"),
+                                                             .direction = QStringLiteral("down"),
+                                                             .prio = QStringLiteral("0"),
+                                                             .caption = QStringLiteral("A")});
+        QoSClass* b = f.page->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("400kbit"),
+                                                             .maxBandwidth = QStringLiteral("1000kbit"),
+                                                             .direction = QStringLiteral("down"),
+                                                             .prio = QStringLiteral("0"),
+                                                             .caption = QStringLiteral("B")});
         f.settle();
         const QColor white(Qt::white);
         const QColor red = PaletteColor(Colors::LightRed, QPalette());

@@ -716,15 +716,17 @@ private slots:
         QFETCH(QString, typed);
         QFETCH(bool, red);
         Document doc;
-        int idx = 0;
         QoSClass* parent =
-            doc.Down1()->AddClass(QStringLiteral("0"), QStringLiteral("1000kbit"), QStringLiteral("1000kbit"),
-                                  QStringLiteral("down"), QStringLiteral("0"), idx, false, QString());
-        QoSClass* c =
-            doc.Down1()->AddClass(parent, QStringLiteral("300kbit"), QString(), QStringLiteral("down"),
-                                  QStringLiteral("0"), idx, false, QString());
-        doc.Down1()->AddClass(parent, siblingMin, QString(), QStringLiteral("down"), QStringLiteral("0"), idx,
-                              false, QString());
+            doc.Down1()->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("1000kbit"),
+                                                        .maxBandwidth = QStringLiteral("1000kbit"),
+                                                        .direction = QStringLiteral("down"),
+                                                        .prio = QStringLiteral("0")});
+        QoSClass* c = doc.Down1()->AddClass(parent, {.minBandwidth = QStringLiteral("300kbit"),
+                                                     .direction = QStringLiteral("down"),
+                                                     .prio = QStringLiteral("0")});
+        doc.Down1()->AddClass(
+            parent,
+            {.minBandwidth = siblingMin, .direction = QStringLiteral("down"), .prio = QStringLiteral("0")});
         ClassCalculator calc;
         ClassCalculatorPanel panel(&calc);
         const auto* after = panel.findChild<QLineEdit*>(QStringLiteral("txtNewMinAfter"));

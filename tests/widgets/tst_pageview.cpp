@@ -507,10 +507,10 @@ private slots:
         PageViewFixture f;
         qint32 cols = 2000000000, rows = 5;
         f.page->SetGridDimensions(cols, rows);
-        int idx = 0;
-        QoSClass* far =
-            f.page->AddClass(QStringLiteral("0"), QString(), QString(), QStringLiteral("down"), QString(),
-                             idx, false, QStringLiteral("weit"), qint16(32767), qint16(0));
+        QoSClass* far = f.page->AddClass(QStringLiteral("0"), {.direction = QStringLiteral("down"),
+                                                               .caption = QStringLiteral("weit"),
+                                                               .x = qint16(32767),
+                                                               .y = qint16(0)});
         f.settle();
         const ObjectPageProperties& p = f.page->prop();
         QCOMPARE(f.view->pageSize().width(), int(32768LL * p.ColWidth / 15));

@@ -311,9 +311,10 @@ QoSClass* EditorSession::NewMainClass(ObjectPage* page)
         return nullptr;
     return guarded(m_document, [&]() -> QoSClass* {
         const QString line = m_document.Common1()->LineBandwidth(page->Direction());
-        int idx = 0;
-        QoSClass* c = page->AddClass(QStringLiteral("0"), line, line, page->Direction(), QStringLiteral("0"),
-                                     idx, false, QString());
+        QoSClass* c = page->AddClass(QStringLiteral("0"), {.minBandwidth = line,
+                                                           .maxBandwidth = line,
+                                                           .direction = page->Direction(),
+                                                           .prio = QStringLiteral("0")});
         if (c)
             c->SetSelected(true);
         return c;
@@ -326,10 +327,8 @@ QoSClass* EditorSession::NewSubClass(ObjectPage* page)
         return nullptr;
     QoSClass* parent = page->SelectedClass();
     return guarded(m_document, [&]() -> QoSClass* {
-        int idx = 0;
         // The selected class itself, not its number: numbers are the file's business.
-        return page->AddClass(parent, QString(), QString(), page->Direction(), QStringLiteral("0"), idx,
-                              false, QString());
+        return page->AddClass(parent, {.direction = page->Direction(), .prio = QStringLiteral("0")});
     });
 }
 
@@ -338,10 +337,7 @@ QoSFilter* EditorSession::NewFilter(ObjectPage* page)
     if (!CanNewFilter(page))
         return nullptr;
     QoSClass* parent = page->SelectedClass();
-    return guarded(m_document, [&]() -> QoSFilter* {
-        int idx = 0;
-        return page->AddFilter(parent, QString(), QString(), QString(), QString(), idx, QString());
-    });
+    return guarded(m_document, [&]() -> QoSFilter* { return page->AddFilter(parent, {}); });
 }
 
 bool EditorSession::DeleteObject(ObjectPage* page)

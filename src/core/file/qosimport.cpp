@@ -246,8 +246,15 @@ void QoSImport::readClass(qint32 n, qint32 classes, bool layout)
     int classIdx = n;
     QoSClass* c = nullptr;
     try {
-        c = page->AddClass(parent, minimum, maximum, direction, prio, classIdx, isDefault, caption, cell.x,
-                           cell.y, true);
+        c = page->AddClass(parent, {.minBandwidth = minimum,
+                                    .maxBandwidth = maximum,
+                                    .direction = direction,
+                                    .prio = prio,
+                                    .classIdx = classIdx,
+                                    .defaultClass = isDefault,
+                                    .caption = caption,
+                                    .x = cell.x,
+                                    .y = cell.y});
     } catch (const QoSError& e) {
         if (e.kind() == QoSError::Kind::Tree)
             throw fileError(QStringLiteral("%1 steht nicht auf der Seite ihrer übergeordneten Klasse %2.")
@@ -325,6 +332,13 @@ void QoSImport::readFilter(qint32 m, bool layout)
         cell = readCell(Field::FilterCellPos, m);
     int filterIdx = 0;
     ObjectPage* page = c->GetObjectPage();
-    if (!page->AddFilter(c, ip, port, type, option, filterIdx, caption, cell.x, cell.y, true))
+    if (!page->AddFilter(c, {.ip = ip,
+                             .port = port,
+                             .type = type,
+                             .option = option,
+                             .filterIdx = filterIdx,
+                             .caption = caption,
+                             .x = cell.x,
+                             .y = cell.y}))
         refused(true, page, QString());
 }

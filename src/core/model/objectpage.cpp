@@ -229,21 +229,15 @@ void ObjectPage::refuse(Refusal refusal, const QString& text)
         m_document->prompt().Message(text, UserPrompt::Icon::Warning);
 }
 
-QoSClass* ObjectPage::AddClass(const QString& parentIdx, const QString& minBandwidth,
-                               const QString& maxBandwidth, const QString& direction, const QString& prio,
-                               int& classIdx, bool flag, const QString& caption, std::optional<qint16> x,
-                               std::optional<qint16> y, bool visible)
+QoSClass* ObjectPage::AddClass(const QString& parentIdx, const ClassValues& values)
 {
     // A parent number that names no class makes a main class in every step.
-    return AddClass(m_document->ClassByNumberText(parentIdx), minBandwidth, maxBandwidth, direction, prio,
-                    classIdx, flag, caption, x, y, visible);
+    return AddClass(m_document->ClassByNumberText(parentIdx), values);
 }
 
-QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, const QString& maxBandwidth,
-                               const QString& direction, const QString& prio, int& classIdx, bool flag,
-                               const QString& caption, std::optional<qint16> x, std::optional<qint16> y,
-                               bool visible)
+QoSClass* ObjectPage::AddClass(QoSClass* parent, const ClassValues& values)
 {
+    const QString& direction = values.direction;
     // A parent on the other page cannot take the class. The class is still made, whole and
     // in its own cell, as a main class of this page in its own direction; the caller hears
     // of it at the end.
@@ -259,25 +253,26 @@ QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, co
                QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Filter!"));
         return nullptr;
     }
-    const int row = Arrangement::NewClassRow(parent, y);
+    const int row = Arrangement::NewClassRow(parent, values.y);
     if (row >= ClassRows) {
         refuse(Refusal::NoFurtherLevel,
                QStringLiteral("Hinzufügen nicht möglich. Keine weitere Ebene möglich."));
         return nullptr;
     }
-    const Arrangement::Column column = m_arrangement->NewClassColumn(parent, x);
+    const Arrangement::Column column = m_arrangement->NewClassColumn(parent, values.x);
     if (column.node < 0 && (column.x < -32768 || column.x > 32767))
         throw QoSError::overflow();
     // No box stands outside its page: a cell given beyond it, or a row below a small page.
     growToHold(column.node < 0 ? column.x : 0, row);
 
     auto* c = static_cast<QoSClass*>(createObject(true, column.x, column.node, qint16(row)));
+    int classIdx = values.classIdx;
     if (classIdx == 0) {
         classIdx = c->ClassIdx();
         // A class named after its number must not take the title of another: a file keeps the
         // captions of an older numbering ("Class 2" may be class 1 now), so a number whose
         // title is taken is passed over, as a number that is taken is.
-        if (caption.isEmpty()) {
+        if (values.caption.isEmpty()) {
             const QSet<QString> titles = classCaptions();
             while (titles.contains(QStringLiteral("Class ") + QString::number(classIdx)))
                 classIdx = m_document->NextClassCounter();
@@ -301,16 +296,16 @@ QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, co
 
     const auto line = [this, &direction] { return m_document->Common1()->LineBandwidth(direction); };
     keep([&] {
-        if (!minBandwidth.isEmpty())
-            c->SetQoSMinBandWidth(minBandwidth);
+        if (!values.minBandwidth.isEmpty())
+            c->SetQoSMinBandWidth(values.minBandwidth);
         else if (!parent)
             c->SetQoSMinBandWidth(m_classCount >= 2 ? QStringLiteral("0") : line());
         else
             c->SetQoSMinBandWidthKBit(1);
     });
     keep([&] {
-        if (!maxBandwidth.isEmpty())
-            c->SetQoSMaxBandWidth(maxBandwidth);
+        if (!values.maxBandwidth.isEmpty())
+            c->SetQoSMaxBandWidth(values.maxBandwidth);
         else if (!parent)
             c->SetQoSMaxBandWidth(line());
         else
@@ -320,22 +315,20 @@ QoSClass* ObjectPage::AddClass(QoSClass* parent, const QString& minBandwidth, co
     if (parent)
         c->SetQoSDirection(parent->QoSDirection());
 
-    c->SetQoSPrio(prio);
+    c->SetQoSPrio(values.prio);
     c->SetClassIdx(classIdx);
-    c->SetDefaultClass(flag);
+    c->SetDefaultClass(values.defaultClass);
     // Every box has a visible, distinct title from birth, as reading a file would name it.
-    c->SetCaption(caption.isEmpty() ? QStringLiteral("Class ") + QString::number(classIdx) : caption);
+    c->SetCaption(values.caption.isEmpty() ? QStringLiteral("Class ") + QString::number(classIdx)
+                                           : values.caption);
     // The cell was given at birth; MatrixX and MatrixY need not be set again.
-    c->SetVisible(visible);
+    c->SetVisible(values.visible);
     if (error)
         throw *error;
     return c;
 }
 
-QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, const QString& port,
-                                 const QString& type, const QString& option, int& filterIdx,
-                                 const QString& extra, std::optional<qint16> x, std::optional<qint16> y,
-                                 bool visible)
+QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const FilterValues& values)
 {
     const double number = Numbers::TryLeadingValue(classIdx).value_or(-1);
     if (number == 0) {
@@ -350,12 +343,10 @@ QoSFilter* ObjectPage::AddFilter(const QString& classIdx, const QString& ip, con
                    .arg(classIdx));
         return nullptr;
     }
-    return AddFilter(c, ip, port, type, option, filterIdx, extra, x, y, visible);
+    return AddFilter(c, values);
 }
 
-QoSFilter* ObjectPage::AddFilter(QoSClass* c, const QString& ip, const QString& port, const QString& type,
-                                 const QString& option, int& filterIdx, const QString& extra,
-                                 std::optional<qint16> x, std::optional<qint16> y, bool visible)
+QoSFilter* ObjectPage::AddFilter(QoSClass* c, const FilterValues& values)
 {
     if (!c) {
         refuse(Refusal::NoClass,
@@ -373,31 +364,30 @@ QoSFilter* ObjectPage::AddFilter(QoSClass* c, const QString& ip, const QString& 
                QStringLiteral("Hinzufügen nicht möglich. Diese Klasse hat untergeordnete Klassen!"));
         return nullptr;
     }
-    const Arrangement::Column column = m_arrangement->NewFilterColumn(c, x);
-    const int row = m_arrangement->NewFilterRow(c, y);
+    const Arrangement::Column column = m_arrangement->NewFilterColumn(c, values.x);
+    const int row = m_arrangement->NewFilterRow(c, values.y);
     if (row > 32767)
         throw QoSError::overflow();
     growToHold(column.node < 0 ? column.x : 0, row);
 
     auto* f = static_cast<QoSFilter*>(createObject(false, column.x, column.node, qint16(row)));
-    if (filterIdx == 0)
-        filterIdx = f->FilterIdx();
+    const int filterIdx = values.filterIdx == 0 ? f->FilterIdx() : values.filterIdx;
     // Linked first, so that the field edits below already belong to a filter of the class.
     f->AddParentQoSObject(c);
-    f->SetQoSIP(ip);
+    f->SetQoSIP(values.ip);
     // A port list that stands for more ports than can be counted keeps its text; the filter is
     // made whole and the caller hears of it at the end.
     std::optional<QoSError> error;
     try {
-        f->SetQoSPort(port);
+        f->SetQoSPort(values.port);
     } catch (const QoSError& e) {
         error = e;
     }
-    f->SetQoSType(type);
-    f->SetQoSOption(option);
+    f->SetQoSType(values.type);
+    f->SetQoSOption(values.option);
     f->SetFilterIdx(filterIdx >= -32768 && filterIdx <= 32767 ? qint16(filterIdx) : qint16(0));
-    f->SetCaption(extra);
-    f->SetVisible(visible);
+    f->SetCaption(values.caption);
+    f->SetVisible(values.visible);
     if (error)
         throw *error;
     return f;
@@ -488,15 +478,13 @@ void ObjectPage::SetSelectedConnector(QoSConnector* connector)
 QoSClass* ObjectPage::NewClassCommand()
 {
     // The page's own direction: a class without one could not be read back from a file.
-    int idx = 0;
-    return AddClass(QString(), QString(), QString(), m_direction, QString(), idx, false, QString());
+    return AddClass(QString(), ClassValues{.direction = m_direction});
 }
 
 QoSFilter* ObjectPage::NewFilterCommand()
 {
     // The empty class number is deliberate: on the page itself no class is chosen.
-    int idx = 0;
-    return AddFilter(QString(), QString(), QString(), QString(), QString(), idx, QString());
+    return AddFilter(QString(), FilterValues{});
 }
 
 bool ObjectPage::PageSizeCommand()

@@ -17,6 +17,37 @@ class QoSClass;
 class QoSFilter;
 class QoSConnector;
 
+// What a new class is made of. Empty bandwidths choose the defaults of a main or a sub class;
+// class number 0 takes the creation counter; an empty caption becomes "Class " and the class
+// number; a cell not given is chosen by the arrangement.
+struct ClassValues
+{
+    QString minBandwidth{};
+    QString maxBandwidth{};
+    QString direction{};
+    QString prio{};
+    int classIdx = 0;
+    bool defaultClass = false;
+    QString caption{};
+    std::optional<qint16> x{};
+    std::optional<qint16> y{};
+    bool visible = true;
+};
+
+// What a new filter is made of; filter number 0 takes the creation counter.
+struct FilterValues
+{
+    QString ip{};
+    QString port{};
+    QString type{};
+    QString option{};
+    int filterIdx = 0;
+    QString caption{};
+    std::optional<qint16> x{};
+    std::optional<qint16> y{};
+    bool visible = true;
+};
+
 // The grid page of one direction ("Down1" holds the down tree, "Up1" the up tree). Every box
 // stands in one cell; its position follows from the cell alone. The page keeps an index of
 // cells and columns so that looking up a cell never scans all boxes; where new boxes go is
@@ -61,32 +92,18 @@ public:
     // in which the keyboard walks the picture.
     QoSObject* NextInPictureOrder(const QoSObject* object, bool forward);
 
-    // Creates a class box. parentIdx is the parent's class number as text ("0" for a main
-    // class), empty bandwidths choose defaults, classIdx 0 takes the creation counter and
-    // is written back, an empty caption becomes "Class " and the class number. Refusals are
-    // shown to the user (see LastRefusal) and give nothing. A given cell beyond the page makes
-    // the page grow to hold it; no box is ever left outside the page. A parent on the other
-    // page makes the class a main class of this page, and a QoSError of kind Tree follows once
-    // the class is whole.
-    QoSClass* AddClass(const QString& parentIdx, const QString& minBandwidth, const QString& maxBandwidth,
-                       const QString& direction, const QString& prio, int& classIdx, bool flag,
-                       const QString& caption, std::optional<qint16> x = std::nullopt,
-                       std::optional<qint16> y = std::nullopt, bool visible = true);
+    // Creates a class box under the parent of that class number ("0" or a number that names
+    // no class: a main class). Refusals are shown to the user (see LastRefusal) and give
+    // nothing. A given cell beyond the page makes the page grow to hold it; no box is ever left
+    // outside the page. A parent on the other page makes the class a main class of this page,
+    // and a QoSError of kind Tree follows once the class is whole.
+    QoSClass* AddClass(const QString& parentIdx, const ClassValues& values);
     // The same under a parent class the caller already holds; none makes a main class.
-    QoSClass* AddClass(QoSClass* parent, const QString& minBandwidth, const QString& maxBandwidth,
-                       const QString& direction, const QString& prio, int& classIdx, bool flag,
-                       const QString& caption, std::optional<qint16> x = std::nullopt,
-                       std::optional<qint16> y = std::nullopt, bool visible = true);
-    // Creates a filter box under the class of that number; extra is the caption.
-    QoSFilter* AddFilter(const QString& classIdx, const QString& ip, const QString& port, const QString& type,
-                         const QString& option, int& filterIdx, const QString& extra,
-                         std::optional<qint16> x = std::nullopt, std::optional<qint16> y = std::nullopt,
-                         bool visible = true);
+    QoSClass* AddClass(QoSClass* parent, const ClassValues& values);
+    // Creates a filter box under the class of that number.
+    QoSFilter* AddFilter(const QString& classIdx, const FilterValues& values);
     // The same under a class the caller already holds.
-    QoSFilter* AddFilter(QoSClass* c, const QString& ip, const QString& port, const QString& type,
-                         const QString& option, int& filterIdx, const QString& extra,
-                         std::optional<qint16> x = std::nullopt, std::optional<qint16> y = std::nullopt,
-                         bool visible = true);
+    QoSFilter* AddFilter(QoSClass* c, const FilterValues& values);
 
     // Why the last AddClass or AddFilter that gave nothing refused. Outside the reading of a
     // file each refusal is shown in a message box; while a file is read none is, and the
