@@ -17,7 +17,6 @@ private slots:
         QTest::addColumn<QString>("unit");
         QTest::addColumn<QString>("written");
         QTest::newRow("empty is 0kbit") << "" << "0" << "kbit" << "0kbit";
-        QTest::newRow("plain") << "768kbit" << "768" << "kbit" << "768kbit";
         QTest::newRow("case of unit kept") << "10Mbit" << "10" << "Mbit" << "10Mbit";
         QTest::newRow("number alone gets kbit") << "768" << "768" << "kbit" << "768kbit";
         QTest::newRow("unit alone gets 0") << "kbit" << "0" << "kbit" << "0kbit";
@@ -25,9 +24,6 @@ private slots:
         QTest::newRow("rounded number found in text") << "2.5kbit" << "2" << ".5kbit" << "2.5kbit";
         QTest::newRow("negative fraction: text kept") << "-0.4kbit" << "0" << ".4kbit" << "-0.4kbit";
         QTest::newRow("leading zero dropped, same number") << "0768kbit" << "768" << "kbit" << "768kbit";
-        QTest::newRow("blanks around number") << " 768 kbit" << "768" << " kbit" << "768 kbit";
-        QTest::newRow("negative") << "-5kbit" << "-5" << "kbit" << "-5kbit";
-        QTest::newRow("no number at all") << "abc" << "0" << "abc" << "0abc";
         QTest::newRow("exponent is unit") << "1e3kbit" << "1" << "e3kbit" << "1e3kbit";
         // clang-format on
     }
@@ -63,7 +59,6 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::newRow("beyond 32 bits") << "99999999999kbit";
-        QTest::newRow("beyond 32 bits, holding a 0") << "10000000000kbit";
         QTest::newRow("below 32 bits") << "-2147483649kbit";
         QTest::newRow("beyond a double") << QString(400, u'9') + QStringLiteral("kbit");
     }
@@ -79,7 +74,9 @@ private slots:
         QCOMPARE(change.count(), 0);
     }
 
-    void changeOnlyForTheNumber()
+    // Change follows the number: the same number read with another unit is no change, while a
+    // unit relabelled by the user is one. A locked field is not relabelled.
+    void changeSignal()
     {
         BandwidthField f;
         f.SetBandwidth(QStringLiteral("768kbit"));
@@ -88,35 +85,34 @@ private slots:
         QCOMPARE(change.count(), 0);
         f.SetBandwidth(QStringLiteral("512mbit"));
         QCOMPARE(change.count(), 1);
+        QVERIFY(!f.Relabel(QStringLiteral("mbit")));
+        f.SetLocked(true);
+        QVERIFY(!f.Relabel(QStringLiteral("kbit")));
+        f.SetLocked(false);
+        QVERIFY(f.Relabel(QStringLiteral("kbit")));
+        QCOMPARE(f.Bandwidth(), QStringLiteral("512kbit"));
+        QCOMPARE(change.count(), 2);
     }
 
+    // The factors are the conversion's; here the rounding to whole kbit.
     void kbitGet_data()
     {
-        // clang-format off
         QTest::addColumn<QString>("bandwidth");
-        QTest::addColumn<int>("kbit");
-        QTest::newRow("kbit") << "768kbit" << 768;
-        QTest::newRow("capitals read in lower case") << "10Mbit" << 10240;
-        QTest::newRow("byte units") << "1mbps" << 8192;
-        QTest::newRow("bit rounds up") << "1023bit" << 1;
-        QTest::newRow("half a kbit rounds to even") << "512bit" << 0;
-        QTest::newRow("unknown unit") << "5xyz" << 0;
-        // clang-format on
+        QTest::addColumn<std::optional<qint32>>("kbit"); // none: beyond 32 bits
+        QTest::newRow("bit rounds up") << "1023bit" << std::optional<qint32>(1);
+        QTest::newRow("half a kbit rounds to even") << "512bit" << std::optional<qint32>(0);
+        QTest::newRow("beyond 32 bits") << "3000gbit" << std::optional<qint32>();
     }
     void kbitGet()
     {
         QFETCH(QString, bandwidth);
-        QFETCH(int, kbit);
+        QFETCH(std::optional<qint32>, kbit);
         BandwidthField f;
         f.SetBandwidth(bandwidth);
-        QCOMPARE(f.kbit(), kbit);
-    }
-
-    void kbitGetOverflow()
-    {
-        BandwidthField f;
-        f.SetBandwidth(QStringLiteral("3000gbit"));
-        QVERIFY_THROWS_EXCEPTION(QoSError, f.kbit());
+        if (kbit)
+            QCOMPARE(f.kbit(), *kbit);
+        else
+            QVERIFY_THROWS_EXCEPTION(QoSError, f.kbit());
     }
 
     void kbitLet_data()
@@ -126,7 +122,6 @@ private slots:
         QTest::addColumn<int>("kbit");
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("unitAfter");
-        QTest::newRow("kbit") << "kbit" << 768 << "768" << "kbit";
         QTest::newRow("mbit") << "mbit" << 2048 << "2" << "mbit";
         QTest::newRow("fraction unrounded") << "mbit" << 1000 << "0.9765625" << "mbit";
         QTest::newRow("capitals are unknown here") << "Mbit" << 2048 << "0" << "Mbit";
@@ -153,14 +148,15 @@ private slots:
         QTest::addColumn<QString>("target");
         QTest::addColumn<bool>("answer");
         QTest::addColumn<QString>("after");
-        QTest::addColumn<QString>("asked"); // "question", "message" or ""
-        QTest::newRow("inexact, yes") << "1000kbit" << "mbit" << true << "1mbit" << "question";
-        QTest::newRow("inexact, no") << "1000kbit" << "mbit" << false << "1000kbit" << "question";
-        QTest::newRow("exact") << "2048kbit" << "mbit" << true << "2mbit" << "";
-        QTest::newRow("bit to byte") << "1mbit" << "kbps" << true << "128kbps" << "";
-        QTest::newRow("same unit in other case") << "5Kbit" << "kbit" << true << "5Kbit" << "";
-        QTest::newRow("unknown source unit gives 0") << "5xyz" << "kbit" << true << "0kbit" << "";
-        QTest::newRow("overflow") << "3gbit" << "bit" << true << "3gbit" << "message";
+        QTest::addColumn<QString>("asked"); // the kind of the one question or message, if any
+        QTest::addColumn<bool>("locked");
+        QTest::newRow("inexact, yes") << "1000kbit" << "mbit" << true << "1mbit" << "yesno" << false;
+        QTest::newRow("inexact, no") << "1000kbit" << "mbit" << false << "1000kbit" << "yesno" << false;
+        QTest::newRow("exact") << "2048kbit" << "mbit" << true << "2mbit" << "" << false;
+        QTest::newRow("same unit in other case") << "5Kbit" << "kbit" << true << "5Kbit" << "" << false;
+        QTest::newRow("overflow") << "3gbit" << "bit" << true << "3gbit" << "message" << false;
+        // A menu opened before the field was locked may still offer its commands.
+        QTest::newRow("locked: nothing changes, nothing asked") << "2048kbit" << "mbit" << true << "2048kbit" << "" << true;
         // clang-format on
     }
     void convert()
@@ -170,8 +166,10 @@ private slots:
         QFETCH(bool, answer);
         QFETCH(QString, after);
         QFETCH(QString, asked);
+        QFETCH(bool, locked);
         BandwidthField f;
         f.SetBandwidth(bandwidth);
+        f.SetLocked(locked);
         ScriptedPrompt prompt;
         prompt.yesNo << answer;
         QSignalSpy change(&f, &BandwidthField::Change);
@@ -179,20 +177,12 @@ private slots:
         QCOMPARE(f.Bandwidth(), after);
         QCOMPARE(changed, after != bandwidth);
         QCOMPARE(change.count(), changed ? 1 : 0);
-        if (asked.isEmpty()) {
-            QVERIFY(prompt.log.isEmpty());
-        } else {
-            QCOMPARE(prompt.log.size(), 1);
-            if (asked == u"question") {
-                QCOMPARE(prompt.log.first().kind, QStringLiteral("yesno"));
-                QCOMPARE(prompt.log.first().text,
-                         QStringLiteral("Bei dieser Umwandlung entsteht ein "
-                                        "Genauigkeitsverlust!\nTrotzdem umwandeln?"));
-                QCOMPARE(prompt.log.first().icon, UserPrompt::Icon::Question);
-            } else {
-                QCOMPARE(prompt.log.first().kind, QStringLiteral("message"));
-            }
-        }
+        QCOMPARE(prompt.log.size(), asked.isEmpty() ? 0 : 1);
+        QCOMPARE(prompt.log.value(0).kind, asked);
+        if (asked == u"yesno")
+            QCOMPARE(prompt.log.first().text,
+                     QStringLiteral(
+                         "Bei dieser Umwandlung entsteht ein Genauigkeitsverlust!\nTrotzdem umwandeln?"));
     }
 
     // Pasted text is not filtered: the kbit value reads the leading number, a conversion
@@ -207,17 +197,6 @@ private slots:
         QVERIFY(!f.ConvertTo(QStringLiteral("bit"), prompt));
         QCOMPARE(f.Bandwidth(), QStringLiteral("12abkbit"));
         QCOMPARE(prompt.messages().size(), 1);
-    }
-
-    void relabel()
-    {
-        BandwidthField f;
-        f.SetBandwidth(QStringLiteral("768kbit"));
-        QSignalSpy change(&f, &BandwidthField::Change);
-        QVERIFY(!f.Relabel(QStringLiteral("kbit")));
-        QVERIFY(f.Relabel(QStringLiteral("mbit")));
-        QCOMPARE(f.Bandwidth(), QStringLiteral("768mbit"));
-        QCOMPARE(change.count(), 1);
     }
 
     void colourRule_data()
@@ -242,37 +221,11 @@ private slots:
         f.SetIsValid(valid);
         f.SetLocked(locked);
         QCOMPARE(f.NumberBackground(), background);
-    }
-
-    // A locked field keeps its value: a unit command from a menu opened before the lock
-    // changes nothing and asks nothing.
-    void lockedFieldKeepsItsValue()
-    {
-        BandwidthField f;
-        f.SetBandwidth(QStringLiteral("1000kbit"));
-        f.SetLocked(true);
-        QVERIFY(!f.TakesEdits());
-        QVERIFY(!f.UnitMenuAllowed());
-        ScriptedPrompt prompt;
-        QSignalSpy change(&f, &BandwidthField::Change);
-        QVERIFY(!f.ConvertTo(QStringLiteral("mbit"), prompt));
-        QVERIFY(!f.Relabel(QStringLiteral("mbit")));
-        QCOMPARE(f.Bandwidth(), QStringLiteral("1000kbit"));
-        QCOMPARE(change.count(), 0);
-        QVERIFY(prompt.log.isEmpty());
-        f.SetLocked(false);
-        QVERIFY(f.Relabel(QStringLiteral("mbit")));
-        QCOMPARE(f.Bandwidth(), QStringLiteral("1000mbit"));
-    }
-
-    void colourAppliedOnlyByLockedOrValid()
-    {
-        BandwidthField f;
-        f.SetIsValid(false);
+        // Another error colour shows from the next check on, not at once.
         f.SetErrorBackColor(0x00FF00);
-        QCOMPARE(f.NumberBackground(), Colors::LightRed);
-        f.SetIsValid(false);
-        QCOMPARE(f.NumberBackground(), Colors::Rgb(0x00FF00));
+        QCOMPARE(f.NumberBackground(), background);
+        f.SetIsValid(valid);
+        QCOMPARE(f.NumberBackground(), valid ? background : Colors::Rgb(0x00FF00));
     }
 };
 
