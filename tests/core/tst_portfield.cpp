@@ -2,7 +2,6 @@
 #include "inputs/portfield.h"
 #include "inputs/portlist.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 #include <limits>
@@ -17,14 +16,6 @@ namespace {
 QStringList list(const char* commaSeparated)
 {
     return QString::fromLatin1(commaSeparated).split(u',');
-}
-
-QString singlePorts(int n)
-{
-    QStringList ports;
-    for (int i = 1; i <= n; ++i)
-        ports << QString::number(1000 + i);
-    return ports.join(u',');
 }
 } // namespace
 
@@ -94,21 +85,23 @@ private slots:
         QCOMPARE(reversedSeen, reversed);
         QCOMPARE(PortField::TryCount(port), count < 0 ? std::nullopt : std::optional<qint32>(count));
 
-        // Typed: a list beyond 32 bits of ports is refused and nothing changes.
+        // Typed: a list beyond 32 bits of ports is refused and nothing changes. Each change is
+        // announced with the new count in place.
+        QList<qint32> countsSeen;
         PortField typed;
         typed.SetPort(QStringLiteral("1,2"));
-        QSignalSpy changes(&typed, &PortField::Change);
+        connect(&typed, &PortField::Change, this, [&] { countsSeen << typed.count(); });
         QCOMPARE(typed.TrySetPort(port),
                  count < 0 ? PortField::SetResult::TooManyPorts : PortField::SetResult::Set);
         QCOMPARE(typed.Port(), count < 0 ? QStringLiteral("1,2") : port);
         QCOMPARE(typed.count(), count < 0 ? 2 : count);
         QVERIFY(typed.CountFits());
-        QCOMPARE(changes.size(), count < 0 ? 0 : 1);
 
         // Read from a file: the text stays, the count keeps its old value, and the list never
         // passes as few ports.
         PortField f;
         f.SetPort(QStringLiteral("1,2"));
+        connect(&f, &PortField::Change, this, [&] { countsSeen << f.count(); });
         if (count < 0) {
             QVERIFY_THROWS_EXCEPTION(QoSError, f.SetPort(port));
             QCOMPARE(f.Port(), port);
@@ -120,6 +113,7 @@ private slots:
             QCOMPARE(f.count(), count);
             QVERIFY(f.CountFits());
         }
+        QCOMPARE(countsSeen, count < 0 ? QList<qint32>({2}) : QList<qint32>({count, count}));
         QCOMPARE(f.ExpandedCount(), expanded);
         QCOMPARE(f.PortExt(), ports);
         for (int i = 0; i < ports.size(); ++i)
@@ -181,14 +175,12 @@ private slots:
         // clang-format off
         QTest::addColumn<QString>("port");
         QTest::addColumn<LeaveResult>("result");
-        QTest::newRow("20 ports") << singlePorts(20) << LeaveResult::Ok;
-        QTest::newRow("21 ports") << singlePorts(21) << LeaveResult::TooManyPorts;
-        QTest::newRow("range of 21") << "100-120" << LeaveResult::TooManyPorts;
+        QTest::newRow("20 ports") << "21,1-19" << LeaveResult::Ok;
+        QTest::newRow("21 ports") << "21,1-20" << LeaveResult::TooManyPorts;
         QTest::newRow("upper bound") << "65535" << LeaveResult::Ok;
         QTest::newRow("above range") << "70000" << LeaveResult::OutOfRange;
         QTest::newRow("only first checked") << "21,70000" << LeaveResult::Ok;
         QTest::newRow("negative") << "-5" << LeaveResult::OutOfRange;
-        QTest::newRow("huge") << "99999999999" << LeaveResult::OutOfRange;
         QTest::newRow("too long for a number") << QString(400, u'9') << LeaveResult::OutOfRange;
         QTest::newRow("exponent not read") << "1e400" << LeaveResult::Ok;
         QTest::newRow("empty") << "" << LeaveResult::Ok;
@@ -201,15 +193,6 @@ private slots:
         PortField f;
         f.SetPort(port);
         QCOMPARE(f.CheckLeave(), result);
-    }
-
-    void changeAfterCount()
-    {
-        PortField f;
-        int countSeen = -1;
-        connect(&f, &PortField::Change, this, [&] { countSeen = f.count(); });
-        f.SetPort(QStringLiteral("6000-6010"));
-        QCOMPARE(countSeen, 11);
     }
 };
 
