@@ -56,15 +56,12 @@ private slots:
             "[RecentFiles]\nFile1=/srv/a-qos.txt\nFile2=/srv/b-qos.txt");
         QCOMPARE(QString::fromUtf8(read(path)).split(u'\n', Qt::SkipEmptyParts).join(u'\n'), expected);
 
+        // Read back, the recent files come in their order; the other values are read as the
+        // hand-written files below are.
         Document again;
         AppProperties reread(again, path);
-        const WindowSettings r = reread.Load(screens);
-        QCOMPARE(r.normalGeometry, w.normalGeometry);
-        QCOMPARE(r.windowState, int(WindowSettings::Maximized));
-        QVERIFY(!r.calculator);
-        QCOMPARE(PageScript::size(again.Up1()), QStringLiteral("9x7"));
-        QCOMPARE(again.Common1()->QoSInternetBandDown(), QStringLiteral("2Mbit"));
-        QCOMPARE(reread.RecentFiles().size(), 2);
+        reread.Load(screens);
+        QCOMPARE(reread.RecentFiles(), (QStringList{"/srv/a-qos.txt", "/srv/b-qos.txt"}));
     }
 
     // Nothing in the file stops the start: a missing or broken value takes its default, and the
@@ -72,31 +69,31 @@ private slots:
     void brokenValuesTakeDefaults_data()
     {
         QTest::addColumn<QByteArray>("ini");
-        QTest::addColumn<QString>("down"); // down page size
+        QTest::addColumn<QString>("sizes"); // of the down and the up page
         QTest::addColumn<QRect>("geometry");
         QTest::addColumn<int>("state");
         QTest::addColumn<bool>("calculator");
         const QRect def(0, 0, 1280, 720);
         // clang-format off
-        QTest::newRow("no file") << QByteArray() << "6x5" << def << 0 << true;
+        QTest::newRow("no file") << QByteArray() << "6x5 6x5" << def << 0 << true;
         QTest::newRow("no numbers") << QByteArray("[Down]\nCols=abc\nRows=\n[MainWindow]\nLeft=links\n"
                                                   "WindowState=max\nCalculator=ja\n")
-                                    << "6x5" << def << 0 << true;
+                                    << "6x5 6x5" << def << 0 << true;
         QTest::newRow("keys and sections in any case")
-            << QByteArray("[down]\ncols=8\nROWS=9\n[mainwindow]\nwindowstate=2\ncalculator=0\n") << "8x9" << def << 2
+            << QByteArray("[down]\ncols=8\nROWS=9\n[UP]\nCols=7\n[mainwindow]\nwindowstate=2\ncalculator=0\n") << "8x9 7x5" << def << 2
             << false;
-        QTest::newRow("state out of range") << QByteArray("[MainWindow]\nWindowState=7\n") << "6x5" << def << 0
+        QTest::newRow("state out of range") << QByteArray("[MainWindow]\nWindowState=7\n") << "6x5 6x5" << def << 0
                                             << true;
-        QTest::newRow("binary garbage") << QByteArray("\x00\xff[\x01=\n==\n[MainWindow\nTop=3", 26) << "6x5" << def
+        QTest::newRow("binary garbage") << QByteArray("\x00\xff[\x01=\n==\n[MainWindow\nTop=3", 26) << "6x5 6x5" << def
                                         << 0 << true;
         QTest::newRow("window far off every screen")
-            << QByteArray("[MainWindow]\nLeft=-300000\nTop=900000\nWidth=12000\nHeight=9000\n") << "6x5"
+            << QByteArray("[MainWindow]\nLeft=-300000\nTop=900000\nWidth=12000\nHeight=9000\n") << "6x5 6x5"
             << QRect(0, 480, 800, 600) << 0 << true;
         QTest::newRow("window larger than any screen")
-            << QByteArray("[MainWindow]\nLeft=-900000\nTop=0\nWidth=90000000\nHeight=90000000\n") << "6x5"
+            << QByteArray("[MainWindow]\nLeft=-900000\nTop=0\nWidth=90000000\nHeight=90000000\n") << "6x5 6x5"
             << QRect(0, 0, 1920, 1080) << 0 << true;
         QTest::newRow("window on the second screen stays")
-            << QByteArray("[MainWindow]\nLeft=30000\nTop=1500\nWidth=12000\nHeight=9000\n") << "6x5"
+            << QByteArray("[MainWindow]\nLeft=30000\nTop=1500\nWidth=12000\nHeight=9000\n") << "6x5 6x5"
             << QRect(2000, 100, 800, 600) << 0 << true;
         // clang-format on
     }
@@ -110,7 +107,7 @@ private slots:
         Document doc;
         AppProperties props(doc, path);
         const WindowSettings w = props.Load(screens);
-        QTEST(PageScript::size(doc.Down1()), "down");
+        QTEST(PageScript::size(doc.Down1()) + u' ' + PageScript::size(doc.Up1()), "sizes");
         QTEST(w.normalGeometry, "geometry");
         QTEST(w.windowState, "state");
         QTEST(w.calculator, "calculator");
