@@ -124,10 +124,9 @@ private slots:
     {
         QFETCH(QStringList, args);
         QFETCH(int, exitCode);
-        QFETCH(bool, emptyOut);
         const Run r = run(args);
         QCOMPARE(r.exitCode, exitCode);
-        QCOMPARE(r.out.isEmpty(), emptyOut);
+        QTEST(r.out.isEmpty(), "emptyOut");
         if (exitCode == 2)
             QCOMPARE(r.err.count('\n'), 1);
         if (args.value(1).endsWith(QStringLiteral("absurd-ports.qos.txt")))

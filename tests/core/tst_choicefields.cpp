@@ -33,11 +33,10 @@ private slots:
     {
         QFETCH(QString, value);
         QFETCH(int, delta);
-        QFETCH(QString, after);
         PrioField f;
         f.SetValue(value);
         delta > 0 ? f.Increment() : f.Decrement();
-        QCOMPARE(f.Value(), after);
+        QTEST(f.Value(), "after");
     }
 
     // A paste takes only what typing could, and changes the value once; the priority typed
@@ -161,12 +160,10 @@ private slots:
         QFETCH(QString, text);
         QFETCH(int, key);
         QFETCH(Qt::KeyboardModifiers, modifiers);
-        QFETCH(QString, after);
-        QFETCH(KeyResult, result);
         OptionField f;
         f.SetText(text);
-        QCOMPARE(f.KeyDown(key, modifiers), result);
-        QCOMPARE(f.Text(), after);
+        QTEST(f.KeyDown(key, modifiers), "result");
+        QTEST(f.Text(), "after");
     }
 };
 

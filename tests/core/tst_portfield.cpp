@@ -74,7 +74,6 @@ private slots:
         QFETCH(int, count);
         QFETCH(qint64, expanded);
         QFETCH(QStringList, ports);
-        QFETCH(QStringList, reversed);
         QStringList reversedSeen;
         for (const PortList::Item& item : PortList(port))
             if (item.Reversed())
@@ -82,7 +81,7 @@ private slots:
                                     .arg(item.text.toString())
                                     .arg(item.Counted())
                                     .arg(item.Expanded());
-        QCOMPARE(reversedSeen, reversed);
+        QTEST(reversedSeen, "reversed");
         QCOMPARE(PortField::TryCount(port), count < 0 ? std::nullopt : std::optional<qint32>(count));
 
         // Typed: a list beyond 32 bits of ports is refused and nothing changes. Each change is
@@ -142,13 +141,12 @@ private slots:
     {
         QFETCH(QString, port);
         QFETCH(qint64, index);
-        QFETCH(QString, entry);
         PortField f;
         try {
             f.SetPort(port);
         } catch (const QoSError&) {
         }
-        QCOMPARE(f.PortExt(index), entry);
+        QTEST(f.PortExt(index), "entry");
     }
 
     void look_data()
@@ -164,10 +162,9 @@ private slots:
     void look()
     {
         QFETCH(QString, port);
-        QFETCH(CountLook, look);
         PortField f;
         f.SetPort(port);
-        QCOMPARE(f.Look(), look);
+        QTEST(f.Look(), "look");
     }
 
     void leave_data()
@@ -189,10 +186,9 @@ private slots:
     void leave()
     {
         QFETCH(QString, port);
-        QFETCH(LeaveResult, result);
         PortField f;
         f.SetPort(port);
-        QCOMPARE(f.CheckLeave(), result);
+        QTEST(f.CheckLeave(), "result");
     }
 };
 
