@@ -133,30 +133,23 @@ private slots:
             QCOMPARE(r.err, QByteArray("Bei der Erstellung sind Fehler aufgetreten!\n"));
     }
 
-    // What the import has to tell (an early stop, refused boxes, a file cut off or no qos.txt
-    // at all) is one line: export and json keep their exit code, check counts it as a problem.
+    // What the import has to tell (an early stop, refused boxes, a file cut off) is one line:
+    // export and json keep their exit code, check counts it as a problem.
     void importReportIsOneLine_data()
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<QByteArray>("file");
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("line");
-        const QByteArray stop = "QOS_CLASS_N='1'\nQOS_CLASS_1_DIRECTION='sideways'\n";
-        const QString stopLine =
-            QStringLiteral("Die Datei wurde nicht vollständig gelesen: Klasse 1 hat die Richtung "
-                           "'sideways'. Gelesen: 0 von 1 Klassen, 0 von 0 Filtereinträgen.");
-        QByteArray deep = "QOS_CLASS_N='5'\n";
-        for (int n = 1; n <= 5; ++n)
-            deep += QStringLiteral("QOS_CLASS_%1_PARENT='%2'\n").arg(n).arg(n - 1).toLatin1();
-        const QString deepLine = QStringLiteral("Klasse 5 nicht angelegt: mehr als vier Ebenen.");
-        const QByteArray cut = "QOS_CLASS_N='8'\nQOS_CLASS_1_PARENT='0'\nQOS_CLASS_2_PARENT='0'\n";
-        const QString cutLine = QStringLiteral("Klassen 3 bis 8 von 8 angekündigten fehlen in der Datei.");
         // clang-format off
-        QTest::newRow("export, early stop") << "export" << stop << 0 << stopLine;
-        QTest::newRow("check, refused classes") << "check" << deep << 1 << deepLine;
-        QTest::newRow("json, file cut off") << "json" << cut << 0 << cutLine;
-        QTest::newRow("export, no qos.txt") << "export" << QByteArray("\x7f" "ELF\x02\x01\x01", 7) << 0
-                                            << "Die Datei enthält keine Variable einer qos.txt.";
+        QTest::newRow("export, early stop") << "export" << QByteArray("QOS_CLASS_N='1'\nQOS_CLASS_1_DIRECTION='sideways'\n") << 0
+            << "Die Datei wurde nicht vollständig gelesen: Klasse 1 hat die Richtung 'sideways'. Gelesen: 0 von 1 Klassen, 0 von 0 Filtereinträgen.";
+        QTest::newRow("json, file cut off") << "json" << QByteArray("QOS_CLASS_N='8'\nQOS_CLASS_1_PARENT='0'\nQOS_CLASS_2_PARENT='0'\n") << 0
+            << "Klassen 3 bis 8 von 8 angekündigten fehlen in der Datei.";
+        QTest::newRow("check, refused classes") << "check"
+            << QByteArray("QOS_CLASS_N='5'\nQOS_CLASS_1_PARENT='0'\nQOS_CLASS_2_PARENT='1'\nQOS_CLASS_3_PARENT='2'\n"
+                          "QOS_CLASS_4_PARENT='3'\nQOS_CLASS_5_PARENT='4'\n") << 1
+            << "Klasse 5 nicht angelegt: mehr als vier Ebenen.";
         // clang-format on
     }
     void importReportIsOneLine()
