@@ -149,46 +149,38 @@ private slots:
         QTEST(f.PortExt(index), "entry");
     }
 
-    void look_data()
+    // How the count looks (1, 2 to 9, more) and the check when the focus leaves the box: at
+    // most 20 ports, and the first of them in 0..65535.
+    void lookAndLeave_data()
     {
         QTest::addColumn<QString>("port");
         QTest::addColumn<CountLook>("look");
-        QTest::newRow("one") << "21" << CountLook::One;
-        QTest::newRow("none raised to one") << "5-4" << CountLook::One;
-        QTest::newRow("two") << "21,80" << CountLook::Few;
-        QTest::newRow("nine") << "1-9" << CountLook::Few;
-        QTest::newRow("ten") << "1-10" << CountLook::Many;
+        QTest::addColumn<LeaveResult>("leave");
+        const auto one = CountLook::One, few = CountLook::Few, many = CountLook::Many;
+        const auto ok = LeaveResult::Ok, outOfRange = LeaveResult::OutOfRange;
+        // clang-format off
+        QTest::newRow("none raised to one") << "5-4" << one << ok;
+        QTest::newRow("two") << "21,80" << few << ok;
+        QTest::newRow("nine") << "1-9" << few << ok;
+        QTest::newRow("ten") << "1-10" << many << ok;
+        QTest::newRow("20 ports") << "21,1-19" << many << ok;
+        QTest::newRow("21 ports") << "21,1-20" << many << LeaveResult::TooManyPorts;
+        QTest::newRow("upper bound") << "65535" << one << ok;
+        QTest::newRow("above range") << "70000" << one << outOfRange;
+        QTest::newRow("only first checked") << "21,70000" << few << ok;
+        QTest::newRow("negative") << "-5" << few << outOfRange;
+        QTest::newRow("too long for a number") << QString(400, u'9') << one << outOfRange;
+        QTest::newRow("exponent not read") << "1e400" << one << ok;
+        QTest::newRow("empty") << "" << one << ok;
+        // clang-format on
     }
-    void look()
+    void lookAndLeave()
     {
         QFETCH(QString, port);
         PortField f;
         f.SetPort(port);
         QTEST(f.Look(), "look");
-    }
-
-    void leave_data()
-    {
-        // clang-format off
-        QTest::addColumn<QString>("port");
-        QTest::addColumn<LeaveResult>("result");
-        QTest::newRow("20 ports") << "21,1-19" << LeaveResult::Ok;
-        QTest::newRow("21 ports") << "21,1-20" << LeaveResult::TooManyPorts;
-        QTest::newRow("upper bound") << "65535" << LeaveResult::Ok;
-        QTest::newRow("above range") << "70000" << LeaveResult::OutOfRange;
-        QTest::newRow("only first checked") << "21,70000" << LeaveResult::Ok;
-        QTest::newRow("negative") << "-5" << LeaveResult::OutOfRange;
-        QTest::newRow("too long for a number") << QString(400, u'9') << LeaveResult::OutOfRange;
-        QTest::newRow("exponent not read") << "1e400" << LeaveResult::Ok;
-        QTest::newRow("empty") << "" << LeaveResult::Ok;
-        // clang-format on
-    }
-    void leave()
-    {
-        QFETCH(QString, port);
-        PortField f;
-        f.SetPort(port);
-        QTEST(f.CheckLeave(), "result");
+        QTEST(f.CheckLeave(), "leave");
     }
 };
 
