@@ -236,43 +236,36 @@ private slots:
                  qPrintable(calc.HeadingText()));
     }
 
-    // A filter or the common page is no class to calculate; a deleted class leaves the panel.
-    void emptyWithoutClass()
-    {
-        Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
-        ClassCalculator calc;
-        calc.SetPage(doc.Down1());
-        PageScript::cls(doc, 1)->SetSelected(true);
-        QVERIFY(calc.CanApply());
-        PageScript::flt(doc, 1)->SetSelected(true); // a filter is no class to calculate
-        QCOMPARE(calc.CurrentClass(), nullptr);
-        QVERIFY(!calc.CanApply());
-        QCOMPARE(moves(calc), QStringLiteral("- - - -"));
-        QVERIFY(!calc.Apply());
-
-        PageScript::cls(doc, 1)->SetSelected(true);
-        calc.SetPage(nullptr); // the common page is shown
-        QCOMPARE(calc.CurrentClass(), nullptr);
-        calc.SetPage(doc.Down1());
-        QCOMPARE(calc.CurrentClass(), PageScript::cls(doc, 1));
-        PageScript::cls(doc, 1)->EditDelete();
-        QCOMPARE(calc.CurrentClass(), nullptr);
-        QCOMPARE(calc.UsesMin(), 0);
-    }
-
-    void followsEditsElsewhere()
+    // The figures follow edits made elsewhere: a line speed, a minimum typed into the box. A
+    // filter or the common page is no class to calculate, and a deleted class leaves the panel.
+    void followsEditsAndThePage()
     {
         Document doc;
         QoSClass* main = add(doc.Down1(), 0, QStringLiteral("500kbit"), QStringLiteral("768kbit"));
+        doc.Down1()->AddFilter(main, {});
         ClassCalculator calc;
         calc.SetQoSClass(main);
         QCOMPARE(calc.AvailableMin(), 768);
         doc.Common1()->SetQoSInternetBandDown(QStringLiteral("1Mbit"));
         QCOMPARE(calc.AvailableMin(), 1024);
-        main->SetQoSMinBandWidth(QStringLiteral("600kbit")); // typed into the box
+        main->SetQoSMinBandWidth(QStringLiteral("600kbit"));
         QCOMPARE(calc.UsesMin(), 600);
         QCOMPARE(calc.NewMin()->kbit(), 600);
+
+        calc.SetPage(doc.Down1());
+        PageScript::flt(doc, 1)->SetSelected(true);
+        QCOMPARE(calc.CurrentClass(), nullptr);
+        QVERIFY(!calc.CanApply());
+        QCOMPARE(moves(calc), QStringLiteral("- - - -"));
+        QVERIFY(!calc.Apply());
+        main->SetSelected(true);
+        calc.SetPage(nullptr); // the common page is shown
+        QCOMPARE(calc.CurrentClass(), nullptr);
+        calc.SetPage(doc.Down1());
+        QCOMPARE(calc.CurrentClass(), main);
+        main->EditDelete();
+        QCOMPARE(calc.CurrentClass(), nullptr);
+        QCOMPARE(calc.UsesMin(), 0);
     }
 };
 
