@@ -52,7 +52,8 @@ class TestClassCalculator : public QObject
             (calc.*move)();
             const QoSClass* now = calc.CurrentClass(); // none: a filter was selected
             out << QChar::fromLatin1(letter) + (now ? QString::number(now->ClassIdx()) : QStringLiteral("?"));
-            shown->SetSelected(true);
+            if (shown)
+                shown->SetSelected(true);
         }
         return out.join(u' ');
     }
