@@ -80,7 +80,6 @@ private slots:
         QTest::newRow("a filter") << home << "pages/down/objects/5"
             << QByteArray(R"({"caption":"","count":1,"filterType":"client","ip":"","name":"QoSFilter2","option":"",)"
                           R"("parent":"QoSClass4","port":"80","type":"filter","x":2,"y":4})");
-        QTest::newRow("the rows of a page grown by the file") << home << "pages/down/rows" << QByteArray("6");
         QTest::newRow("no message boxes") << home << "messages" << QByteArray("[]");
         // A refusal is no message box of its own but a part of the import's one line.
         QTest::newRow("a refused class is no message box") << data("refused-level.qos.txt") << "messages" << QByteArray("[]");

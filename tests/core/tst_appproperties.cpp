@@ -74,27 +74,16 @@ private slots:
         QTest::addColumn<int>("state");
         QTest::addColumn<bool>("calculator");
         const QRect def(0, 0, 1280, 720);
+        const QString sizes = QStringLiteral("6x5 6x5");
         // clang-format off
-        QTest::newRow("no file") << QByteArray() << "6x5 6x5" << def << 0 << true;
-        QTest::newRow("no numbers") << QByteArray("[Down]\nCols=abc\nRows=\n[MainWindow]\nLeft=links\n"
-                                                  "WindowState=max\nCalculator=ja\n")
-                                    << "6x5 6x5" << def << 0 << true;
-        QTest::newRow("keys and sections in any case")
-            << QByteArray("[down]\ncols=8\nROWS=9\n[UP]\nCols=7\n[mainwindow]\nwindowstate=2\ncalculator=0\n") << "8x9 7x5" << def << 2
-            << false;
-        QTest::newRow("state out of range") << QByteArray("[MainWindow]\nWindowState=7\n") << "6x5 6x5" << def << 0
-                                            << true;
-        QTest::newRow("binary garbage") << QByteArray("\x00\xff[\x01=\n==\n[MainWindow\nTop=3", 26) << "6x5 6x5" << def
-                                        << 0 << true;
-        QTest::newRow("window far off every screen")
-            << QByteArray("[MainWindow]\nLeft=-300000\nTop=900000\nWidth=12000\nHeight=9000\n") << "6x5 6x5"
-            << QRect(0, 480, 800, 600) << 0 << true;
-        QTest::newRow("window larger than any screen")
-            << QByteArray("[MainWindow]\nLeft=-900000\nTop=0\nWidth=90000000\nHeight=90000000\n") << "6x5 6x5"
-            << QRect(0, 0, 1920, 1080) << 0 << true;
-        QTest::newRow("window on the second screen stays")
-            << QByteArray("[MainWindow]\nLeft=30000\nTop=1500\nWidth=12000\nHeight=9000\n") << "6x5 6x5"
-            << QRect(2000, 100, 800, 600) << 0 << true;
+        QTest::newRow("no file") << QByteArray() << sizes << def << 0 << true;
+        QTest::newRow("no numbers") << QByteArray("[Down]\nCols=abc\nRows=\n[MainWindow]\nLeft=links\nWindowState=max\nCalculator=ja\n") << sizes << def << 0 << true;
+        QTest::newRow("keys and sections in any case") << QByteArray("[down]\ncols=8\nROWS=9\n[UP]\nCols=7\n[mainwindow]\nwindowstate=2\ncalculator=0\n") << "8x9 7x5" << def << 2 << false;
+        QTest::newRow("state out of range") << QByteArray("[MainWindow]\nWindowState=7\n") << sizes << def << 0 << true;
+        QTest::newRow("binary garbage") << QByteArray("\x00\xff[\x01=\n==\n[MainWindow\nTop=3", 26) << sizes << def << 0 << true;
+        QTest::newRow("window far off every screen") << QByteArray("[MainWindow]\nLeft=-300000\nTop=900000\nWidth=12000\nHeight=9000\n") << sizes << QRect(0, 480, 800, 600) << 0 << true;
+        QTest::newRow("window larger than any screen") << QByteArray("[MainWindow]\nLeft=-900000\nTop=0\nWidth=90000000\nHeight=90000000\n") << sizes << QRect(0, 0, 1920, 1080) << 0 << true;
+        QTest::newRow("window on the second screen stays") << QByteArray("[MainWindow]\nLeft=30000\nTop=1500\nWidth=12000\nHeight=9000\n") << sizes << QRect(2000, 100, 800, 600) << 0 << true;
         // clang-format on
     }
     void brokenValuesTakeDefaults()
