@@ -9,8 +9,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-// config.ini: defaults without a file, what a save writes and in which order, and that no
-// broken value can stop the start.
+// config.ini: what a save writes and in which order, and that no missing or broken value can
+// stop the start.
 class TestAppProperties : public QObject
 {
     Q_OBJECT
@@ -32,27 +32,6 @@ class TestAppProperties : public QObject
 
 private slots:
     void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
-    void withoutFile()
-    {
-        QTemporaryDir dir;
-        Document doc;
-        AppProperties props(doc, dir.filePath(QStringLiteral("config.ini")));
-        const WindowSettings w = props.Load(screens);
-        QCOMPARE(PageScript::size(doc.Down1()), QStringLiteral("6x5"));
-        QCOMPARE(PageScript::size(doc.Up1()), QStringLiteral("6x5"));
-        const QoSCommon& c = *doc.Common1();
-        QCOMPARE(c.QoSInternetBandDown(), QStringLiteral("768kbit"));
-        QCOMPARE(c.QoSInternetBandUp(), QStringLiteral("128kbit"));
-        QCOMPARE(c.QoSInternetDev(), QStringLiteral("ppp0"));
-        QCOMPARE(c.QoSLocalBand(), QStringLiteral("10mbit")); // small m here, unlike a new page's 10Mbit
-        QCOMPARE(c.QoSLocalNetDev(), QStringLiteral("eth0"));
-        QCOMPARE(c.QoSVersion(), QStringLiteral("v0.3"));
-        QCOMPARE(w.normalGeometry, QRect(0, 0, 1280, 720)); // top left, two thirds of the primary screen
-        QCOMPARE(w.windowState, int(WindowSettings::Normal));
-        QVERIFY(w.calculator);
-        QVERIFY(props.RecentFiles().isEmpty());
-    }
 
     void saveWritesInOrder()
     {
@@ -77,48 +56,34 @@ private slots:
             "[RecentFiles]\nFile1=/srv/a-qos.txt\nFile2=/srv/b-qos.txt");
         QCOMPARE(QString::fromUtf8(read(path)).split(u'\n', Qt::SkipEmptyParts).join(u'\n'), expected);
 
+        // Read back, the recent files come in their order; the other values are read as the
+        // hand-written files below are.
         Document again;
         AppProperties reread(again, path);
-        const WindowSettings r = reread.Load(screens);
-        QCOMPARE(r.normalGeometry, w.normalGeometry);
-        QCOMPARE(r.windowState, int(WindowSettings::Maximized));
-        QVERIFY(!r.calculator);
-        QCOMPARE(PageScript::size(again.Up1()), QStringLiteral("9x7"));
-        QCOMPARE(again.Common1()->QoSInternetBandDown(), QStringLiteral("2Mbit"));
-        QCOMPARE(reread.RecentFiles().size(), 2);
+        reread.Load(screens);
+        QCOMPARE(reread.RecentFiles(), (QStringList{"/srv/a-qos.txt", "/srv/b-qos.txt"}));
     }
 
+    // Nothing in the file stops the start: a missing or broken value takes its default, and the
+    // window comes back onto a screen. The default window is two thirds of the primary screen.
     void brokenValuesTakeDefaults_data()
     {
         QTest::addColumn<QByteArray>("ini");
-        QTest::addColumn<QString>("down"); // down page size
+        QTest::addColumn<QString>("sizes"); // of the down and the up page
         QTest::addColumn<QRect>("geometry");
         QTest::addColumn<int>("state");
         QTest::addColumn<bool>("calculator");
         const QRect def(0, 0, 1280, 720);
+        const QString sizes = QStringLiteral("6x5 6x5");
         // clang-format off
-        QTest::newRow("empty numbers") << QByteArray("[Down]\nCols=\nRows=\n[MainWindow]\nWidth=\nWindowState=\n"
-                                                     "Calculator=\n")
-                                       << "6x5" << def << 0 << true;
-        QTest::newRow("no numbers") << QByteArray("[Down]\nCols=abc\nRows=4x\n[MainWindow]\nLeft=links\n"
-                                                  "WindowState=max\nCalculator=ja\n")
-                                    << "6x5" << def << 0 << true;
-        QTest::newRow("keys and sections in any case")
-            << QByteArray("[down]\ncols=8\nROWS=9\n[mainwindow]\nwindowstate=2\ncalculator=0\n") << "8x9" << def << 2
-            << false;
-        QTest::newRow("state out of range") << QByteArray("[MainWindow]\nWindowState=7\n") << "6x5" << def << 0
-                                            << true;
-        QTest::newRow("binary garbage") << QByteArray("\x00\xff[\x01=\n==\n[MainWindow\nTop=3", 26) << "6x5" << def
-                                        << 0 << true;
-        QTest::newRow("window far off every screen")
-            << QByteArray("[MainWindow]\nLeft=-300000\nTop=900000\nWidth=12000\nHeight=9000\n") << "6x5"
-            << QRect(0, 480, 800, 600) << 0 << true;
-        QTest::newRow("window larger than any screen")
-            << QByteArray("[MainWindow]\nLeft=-900000\nTop=0\nWidth=90000000\nHeight=90000000\n") << "6x5"
-            << QRect(0, 0, 1920, 1080) << 0 << true;
-        QTest::newRow("window on the second screen stays")
-            << QByteArray("[MainWindow]\nLeft=30000\nTop=1500\nWidth=12000\nHeight=9000\n") << "6x5"
-            << QRect(2000, 100, 800, 600) << 0 << true;
+        QTest::newRow("no file") << QByteArray() << sizes << def << 0 << true;
+        QTest::newRow("no numbers") << QByteArray("[Down]\nCols=abc\nRows=\n[MainWindow]\nLeft=links\nWindowState=max\nCalculator=ja\n") << sizes << def << 0 << true;
+        QTest::newRow("keys and sections in any case") << QByteArray("[down]\ncols=8\nROWS=9\n[UP]\nCols=7\n[mainwindow]\nwindowstate=2\ncalculator=0\n") << "8x9 7x5" << def << 2 << false;
+        QTest::newRow("state out of range") << QByteArray("[MainWindow]\nWindowState=7\n") << sizes << def << 0 << true;
+        QTest::newRow("binary garbage") << QByteArray("\x00\xff[\x01=\n==\n[MainWindow\nTop=3", 26) << sizes << def << 0 << true;
+        QTest::newRow("window far off every screen") << QByteArray("[MainWindow]\nLeft=-300000\nTop=900000\nWidth=12000\nHeight=9000\n") << sizes << QRect(0, 480, 800, 600) << 0 << true;
+        QTest::newRow("window larger than any screen") << QByteArray("[MainWindow]\nLeft=-900000\nTop=0\nWidth=90000000\nHeight=90000000\n") << sizes << QRect(0, 0, 1920, 1080) << 0 << true;
+        QTest::newRow("window on the second screen stays") << QByteArray("[MainWindow]\nLeft=30000\nTop=1500\nWidth=12000\nHeight=9000\n") << sizes << QRect(2000, 100, 800, 600) << 0 << true;
         // clang-format on
     }
     void brokenValuesTakeDefaults()
@@ -126,11 +91,12 @@ private slots:
         QFETCH(QByteArray, ini);
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("config.ini"));
-        write(path, ini);
+        if (!ini.isNull())
+            write(path, ini);
         Document doc;
         AppProperties props(doc, path);
         const WindowSettings w = props.Load(screens);
-        QTEST(PageScript::size(doc.Down1()), "down");
+        QTEST(PageScript::size(doc.Down1()) + u' ' + PageScript::size(doc.Up1()), "sizes");
         QTEST(w.normalGeometry, "geometry");
         QTEST(w.windowState, "state");
         QTEST(w.calculator, "calculator");
@@ -183,16 +149,6 @@ private slots:
         Document doc;
         AppProperties(doc, path).Load(screens);
         QCOMPARE(doc.Common1()->QoSInternetDev().size(), 16383);
-    }
-
-    void unwritableFileIsReported()
-    {
-        QTemporaryDir dir;
-        Document doc;
-        AppProperties props(doc, dir.path()); // a folder where the file should be
-        QString error;
-        QVERIFY(!props.Save(WindowSettings{}, {}, &error));
-        QVERIFY(error.startsWith(QStringLiteral("Die Einstellungen konnten nicht")));
     }
 };
 

@@ -22,13 +22,10 @@ private slots:
         QTest::newRow("3 wraps to 0") << "3" << +1 << "0";
         QTest::newRow("0 wraps to 3") << "0" << -1 << "3";
         QTest::newRow("empty up") << "" << +1 << "1";
-        QTest::newRow("empty down") << "" << -1 << "3";
         QTest::newRow("out of range folds") << "7" << +1 << "0";
         QTest::newRow("half rounds to even") << "2.5" << +1 << "0";
         QTest::newRow("sign of the remainder kept") << "-6" << +1 << "-1";
-        QTest::newRow("no number") << "abc" << +1 << "1";
         QTest::newRow("absurd number") << "1e300" << -1 << "0";
-        QTest::newRow("beyond 32 bits") << "2147483648" << +1 << "1";
         QTest::newRow("too long for a number") << QString(400, u'9') << +1 << "1";
         // clang-format on
     }
@@ -36,40 +33,14 @@ private slots:
     {
         QFETCH(QString, value);
         QFETCH(int, delta);
-        QFETCH(QString, after);
         PrioField f;
         f.SetValue(value);
         delta > 0 ? f.Increment() : f.Decrement();
-        QCOMPARE(f.Value(), after);
+        QTEST(f.Value(), "after");
     }
 
-    void prioTyped_data()
-    {
-        // clang-format off
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QChar>("typed");
-        QTest::addColumn<QString>("after");
-        QTest::newRow("digit replaces") << "1" << QChar(u'2') << "2";
-        QTest::newRow("digit into empty") << "" << QChar(u'3') << "3";
-        QTest::newRow("digit above 3 dropped") << "1" << QChar(u'7') << "1";
-        QTest::newRow("plus steps up") << "3" << QChar(u'+') << "0";
-        QTest::newRow("minus steps down") << "1" << QChar(u'-') << "0";
-        QTest::newRow("letter dropped") << "1" << QChar(u'a') << "1";
-        QTest::newRow("blank as a character dropped") << "1" << QChar(u' ') << "1";
-        // clang-format on
-    }
-    void prioTyped()
-    {
-        QFETCH(QString, value);
-        QFETCH(QChar, typed);
-        QFETCH(QString, after);
-        PrioField f;
-        f.SetValue(value);
-        f.TypeCharacter(typed);
-        QCOMPARE(f.Value(), after);
-    }
-
-    // A paste takes only what typing could, and changes the value once.
+    // A paste takes only what typing could, and changes the value once; the priority typed
+    // character by character ends at the same value.
     void pasted_data()
     {
         // clang-format off
@@ -81,6 +52,7 @@ private slots:
         QTest::newRow("prio: the last digit wins") << "prio" << "0" << "2 1" << "1";
         QTest::newRow("prio: steps from what was typed before") << "prio" << "0" << "2+" << "3";
         QTest::newRow("prio: a sign steps, then the digit replaces") << "prio" << "2" << "-1" << "1";
+        QTest::newRow("prio: minus steps down") << "prio" << "1" << "-" << "0";
         QTest::newRow("prio: nothing typable keeps the value") << "prio" << "2" << "7x'\n" << "2";
         QTest::newRow("type: a choice") << "type" << "" << " server\n" << "server";
         QTest::newRow("type: no choice") << "type" << "client" << "Server" << "client";
@@ -104,6 +76,11 @@ private slots:
             f.Paste(text);
             changes = int(spy.count());
             result = f.Value();
+            PrioField typed;
+            typed.SetValue(value);
+            for (const QChar c : text)
+                typed.TypeCharacter(c);
+            QCOMPARE(typed.Value(), after);
         } else if (field == u"type") {
             TypeField f;
             f.SetText(value);
@@ -125,37 +102,9 @@ private slots:
 
     void prioClearKeys()
     {
-        QVERIFY(PrioField::ClearsOnKey(Qt::Key_Delete));
-        QVERIFY(PrioField::ClearsOnKey(Qt::Key_Backspace));
-        QVERIFY(PrioField::ClearsOnKey(Qt::Key_Space));
+        for (const int key : {Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_Space})
+            QVERIFY(PrioField::ClearsOnKey(key));
         QVERIFY(!PrioField::ClearsOnKey(Qt::Key_0));
-        PrioField f;
-        QSignalSpy change(&f, &PrioField::Change);
-        f.Clear();
-        QCOMPARE(f.Value(), QString());
-        f.Clear();
-        QCOMPARE(change.count(), 1);
-    }
-
-    void typeStepsWithItsOwnCounter()
-    {
-        TypeField f;
-        QSignalSpy change(&f, &TypeField::Change);
-        QStringList seen;
-        for (int i = 0; i < 4; ++i) {
-            f.Step();
-            seen << f.Text();
-        }
-        QCOMPARE(seen, QStringLiteral("client,server,,client").split(u','));
-        QCOMPARE(change.count(), 4);
-
-        TypeField g;
-        g.SetText(QStringLiteral("server"));
-        g.Step();
-        QCOMPARE(g.Text(), QStringLiteral("client"));
-        g.Choose(QStringLiteral("client"));
-        g.Step();
-        QCOMPARE(g.Text(), QStringLiteral("server"));
     }
 
     // The type and the option are choices: no typed character enters them, while the control
@@ -165,12 +114,9 @@ private slots:
         QTest::addColumn<QChar>("typed");
         QTest::addColumn<bool>("taken");
         // clang-format off
-        QTest::newRow("a letter") << QChar(u'c') << false;
-        QTest::newRow("a digit") << QChar(u'1') << false;
         QTest::newRow("a blank") << QChar(u' ') << false;
         QTest::newRow("an umlaut") << QChar(u'ü') << false;
         QTest::newRow("Backspace") << QChar(8) << true;
-        QTest::newRow("Ctrl+V") << QChar(22) << true;
         QTest::newRow("a key that types nothing") << QChar() << true;
         // clang-format on
     }
@@ -190,25 +136,22 @@ private slots:
         QTest::addColumn<QString>("after");
         QTest::addColumn<KeyResult>("result");
         const Qt::KeyboardModifiers none = Qt::NoModifier, alt = Qt::AltModifier, shift = Qt::ShiftModifier,
-                                    ctrl = Qt::ControlModifier, keypad = Qt::KeypadModifier;
+                                    keypad = Qt::KeypadModifier;
         const int up = Qt::Key_Up, down = Qt::Key_Down, left = Qt::Key_Left, right = Qt::Key_Right;
         QTest::newRow("down") << "ACK" << down << none << "ICMP" << KeyResult::Stepped;
         QTest::newRow("right") << "ICMP" << right << none << "TOSMD" << KeyResult::Stepped;
         QTest::newRow("left") << "ICMP" << left << none << "ACK" << KeyResult::Stepped;
         QTest::newRow("up at first stays") << "ACK" << up << none << "ACK" << KeyResult::Stepped;
         QTest::newRow("down at last stays") << "TOSMC" << down << none << "TOSMC" << KeyResult::Stepped;
-        QTest::newRow("empty up") << "" << up << none << "TOSMC" << KeyResult::Stepped;
         QTest::newRow("empty down") << "" << down << none << "TOSMC" << KeyResult::Stepped;
         QTest::newRow("unknown text up") << "ack" << up << none << "TOSMC" << KeyResult::Stepped;
         QTest::newRow("keypad arrow") << "ACK" << down << keypad << "ICMP" << KeyResult::Stepped;
         QTest::newRow("alt opens menu") << "ACK" << down << alt << "ACK" << KeyResult::OpenMenu;
         QTest::newRow("shift does nothing") << "ACK" << down << shift << "ACK" << KeyResult::None;
-        QTest::newRow("ctrl does nothing") << "ACK" << up << ctrl << "ACK" << KeyResult::None;
         QTest::newRow("alt+shift does nothing") << "ACK" << down << (alt | shift) << "ACK" << KeyResult::None;
         QTest::newRow("letter empties") << "ACK" << int(Qt::Key_T) << none << "" << KeyResult::Emptied;
         QTest::newRow("digit empties") << "ACK" << int(Qt::Key_5) << none << "" << KeyResult::Emptied;
         QTest::newRow("delete empties") << "ACK" << int(Qt::Key_Delete) << none << "" << KeyResult::Emptied;
-        QTest::newRow("comma left alone") << "ACK" << int(Qt::Key_Comma) << none << "ACK" << KeyResult::None;
         QTest::newRow("backspace left alone") << "ACK" << int(Qt::Key_Backspace) << none << "ACK" << KeyResult::None;
         // clang-format on
     }
@@ -217,12 +160,10 @@ private slots:
         QFETCH(QString, text);
         QFETCH(int, key);
         QFETCH(Qt::KeyboardModifiers, modifiers);
-        QFETCH(QString, after);
-        QFETCH(KeyResult, result);
         OptionField f;
         f.SetText(text);
-        QCOMPARE(f.KeyDown(key, modifiers), result);
-        QCOMPARE(f.Text(), after);
+        QTEST(f.KeyDown(key, modifiers), "result");
+        QTEST(f.Text(), "after");
     }
 };
 

@@ -7,6 +7,8 @@
 
 #include <QTest>
 
+#include <tuple>
+
 // The class calculator: its figures for main and sub classes, the two copying labels,
 // Apply, auto apply and the moves through the tree.
 class TestClassCalculator : public QObject
@@ -21,175 +23,121 @@ class TestClassCalculator : public QObject
                                                         .prio = QStringLiteral("0")});
     }
 
-    // "U", "D", "L", "R" for each move the calculator offers, "-" for one it does not.
-    static QString moves(const ClassCalculator& calc)
+    // A main class of 1000kbit on the page and a sub class under it for each minimum given;
+    // the main class first.
+    static QList<QoSClass*> family(ObjectPage* page, const QStringList& minimums)
     {
-        return QString(calc.CanMoveUp() ? u'U' : u'-') + (calc.CanMoveDown() ? u'D' : u'-') +
-               (calc.CanMoveLeft() ? u'L' : u'-') + (calc.CanMoveRight() ? u'R' : u'-');
+        QList<QoSClass*> out{add(page, 0, QStringLiteral("1000kbit"), QStringLiteral("1000kbit"))};
+        for (const QString& min : minimums)
+            out << add(page, out.first()->ClassIdx(), min, QString());
+        return out;
+    }
+
+    // Each move the calculator offers, with the number of the class it selects, "-" for one it
+    // does not offer ("U1 D4 L3 -"); every move starts from the class shown.
+    static QString moves(ClassCalculator& calc)
+    {
+        QoSClass* shown = calc.CurrentClass();
+        const std::tuple<char, bool, void (ClassCalculator::*)()> all[] = {
+            {'U', calc.CanMoveUp(), &ClassCalculator::MoveUp},
+            {'D', calc.CanMoveDown(), &ClassCalculator::MoveDown},
+            {'L', calc.CanMoveLeft(), &ClassCalculator::MoveLeft},
+            {'R', calc.CanMoveRight(), &ClassCalculator::MoveRight}};
+        QStringList out;
+        for (const auto& [letter, can, move] : all) {
+            if (!can) {
+                out << QStringLiteral("-");
+                continue;
+            }
+            (calc.*move)();
+            const QoSClass* now = calc.CurrentClass(); // none: a filter was selected
+            out << QChar::fromLatin1(letter) + (now ? QString::number(now->ClassIdx()) : QStringLiteral("?"));
+            if (shown)
+                shown->SetSelected(true);
+        }
+        return out.join(u' ');
     }
 
 private slots:
-    // A minimum the user locked keeps its value; the calculator says why it does not write it.
-    void aLockedMinimumIsNotWritten()
-    {
-        Document doc;
-        QoSClass* c = add(doc.Down1(), 0, QStringLiteral("300kbit"), QStringLiteral("700kbit"));
-        ClassCalculator calc;
-        calc.SetQoSClass(c);
-        c->MinField()->SetLocked(true);
-        QVERIFY(!calc.CanApply());
-        calc.NewMin()->SetBandwidth(QStringLiteral("500kbit"));
-        QVERIFY(!calc.Apply());
-        QCOMPARE(c->QoSMinBandWidth(), QStringLiteral("300kbit"));
-        QVERIFY(!calc.ErrorText().isEmpty());
-        c->MinField()->SetLocked(false);
-        QVERIFY(calc.CanApply());
-        QVERIFY(calc.Apply());
-        QCOMPARE(c->QoSMinBandWidthKBit(), 500);
-    }
-
+    // The figures of each class in a main class of 1000kbit with sub classes of 300, 200 and
+    // 100 kbit, the last with a filter: used, available, free, what is left after the class's
+    // own minimum, and the moves through the tree the calculator's arrows offer.
     void figures_data()
     {
-        QTest::addColumn<QString>("lineDown");
-        QTest::addColumn<QString>("lineUp");
         QTest::addColumn<bool>("upPage");
-        // Classes on the page: a parent of 1000kbit with three children of 300, 200, 100 kbit.
-        QTest::addColumn<int>("shown"); // 1 the parent, 2..4 the children
-        QTest::addColumn<int>("used");
-        QTest::addColumn<int>("available");
-        QTest::addColumn<int>("free");
-        QTest::addColumn<int>("after");
+        QTest::addColumn<QString>("line");    // the line speed of the page's direction
+        QTest::addColumn<int>("shown");       // 1 the main class, 2..4 the sub classes
+        QTest::addColumn<QString>("figures"); // used, available, free, after
+        QTest::addColumn<QString>("parentMax");
         QTest::addColumn<QString>("moves");
-        QTest::addColumn<QString>("parentMax"); // as the panel shows it
         // clang-format off
-        QTest::newRow("first child") << "768kbit" << "128kbit" << false << 2 << 600 << 1000 << 700 << 400 << "U--R" << "1000 kbit";
-        QTest::newRow("middle child") << "768kbit" << "128kbit" << false << 3 << 600 << 1000 << 600 << 400 << "U-LR" << "1000 kbit";
-        QTest::newRow("last child") << "768kbit" << "128kbit" << false << 4 << 600 << 1000 << 500 << 400 << "U-L-" << "1000 kbit";
-        QTest::newRow("main class, down line") << "4000kbit" << "128kbit" << false << 1 << 1000 << 4000 << 4000
-                                               << 3000 << "-D--" << "4000 kbit";
-        QTest::newRow("main class, up line") << "4000kbit" << "1500kbit" << true << 1 << 1000 << 1500 << 1500 << 500
-                                             << "-D--" << "1500 kbit";
-        // clang-format on
+        QTest::newRow("first sub class") << false << "768kbit" << 2 << "600|1000|700|400" << "1000 kbit" << "U1 - - R3";
+        QTest::newRow("middle sub class") << false << "768kbit" << 3 << "600|1000|600|400" << "1000 kbit" << "U1 - L2 R4";
+        // Down leads nowhere from a class with filters only.
+        QTest::newRow("last sub class") << false << "768kbit" << 4 << "600|1000|500|400" << "1000 kbit" << "U1 D4 L3 -";
+        QTest::newRow("main class, down line") << false << "4000kbit" << 1 << "1000|4000|4000|3000" << "4000 kbit" << "- D2 - -";
+        QTest::newRow("main class, up line") << true << "1500kbit" << 1 << "1000|1500|1500|500" << "1500 kbit" << "- D2 - -";
         // The calculator converts the line speed; the validation limit would take the bare 2.
-        // clang-format off
-        QTest::newRow("line speed in Mbit") << "2Mbit" << "128kbit" << false << 1 << 1000 << 2048 << 2048 << 1048
-                                            << "-D--" << "2048 kbit (2Mbit)";
-        QTest::newRow("overbooked line") << "500kbit" << "128kbit" << false << 1 << 1000 << 500 << 500 << -500
-                                         << "-D--" << "500 kbit";
+        QTest::newRow("line speed in Mbit") << false << "2Mbit" << 1 << "1000|2048|2048|1048" << "2048 kbit (2Mbit)" << "- D2 - -";
         // clang-format on
     }
     void figures()
     {
-        QFETCH(QString, lineDown);
-        QFETCH(QString, lineUp);
         QFETCH(bool, upPage);
+        QFETCH(QString, line);
         QFETCH(int, shown);
         Document doc;
-        doc.Common1()->SetQoSInternetBandDown(lineDown);
-        doc.Common1()->SetQoSInternetBandUp(lineUp);
+        if (upPage)
+            doc.Common1()->SetQoSInternetBandUp(line);
+        else
+            doc.Common1()->SetQoSInternetBandDown(line);
         ObjectPage* page = upPage ? doc.Up1() : doc.Down1();
-        QoSClass* parent = add(page, 0, QStringLiteral("1000kbit"), QStringLiteral("1000kbit"));
-        add(page, parent->ClassIdx(), QStringLiteral("300kbit"), QString());
-        add(page, parent->ClassIdx(), QStringLiteral("200kbit"), QString());
-        add(page, parent->ClassIdx(), QStringLiteral("100kbit"), QString());
-
+        const QList<QoSClass*> classes =
+            family(page, {QStringLiteral("300kbit"), QStringLiteral("200kbit"), QStringLiteral("100kbit")});
+        page->AddFilter(classes.last(), {});
         ClassCalculator calc;
-        calc.SetQoSClass(PageScript::cls(doc, shown));
-        QTEST(calc.UsesMin(), "used");
-        QTEST(calc.AvailableMin(), "available");
-        QTEST(calc.FreeMin(), "free");
+        calc.SetPage(page);
+        classes.at(shown - 1)->SetSelected(true);
+        QTEST(QStringLiteral("%1|%2|%3|%4")
+                  .arg(calc.UsesMin())
+                  .arg(calc.AvailableMin())
+                  .arg(calc.FreeMin())
+                  .arg(calc.NewMinAfter().value_or(-1)),
+              "figures");
         QTEST(calc.ParentMaxText(), "parentMax");
-        QCOMPARE(calc.NewMin()->kbit(), PageScript::cls(doc, shown)->QoSMinBandWidthKBit());
-        QTEST(*calc.NewMinAfter(), "after");
         QTEST(moves(calc), "moves");
+        QCOMPARE(page->SelectedClass(), classes.at(shown - 1));
         QVERIFY(calc.ErrorText().isEmpty());
     }
 
-    void copyLabels_data()
-    {
-        QTest::addColumn<QString>("siblingMin");
-        QTest::addColumn<bool>("freeLabel");
-        QTest::addColumn<int>("newMin");
-        // clang-format off
-        QTest::newRow("free figure copied") << "200kbit" << true << 800;
-        QTest::newRow("available figure copied") << "200kbit" << false << 1000;
-        QTest::newRow("free zero is not copied") << "1000kbit" << true << 300;
-        QTest::newRow("free below zero is not copied") << "1200kbit" << true << 300;
-        // clang-format on
-    }
-    void copyLabels()
-    {
-        QFETCH(QString, siblingMin);
-        QFETCH(bool, freeLabel);
-        Document doc;
-        QoSClass* parent = add(doc.Down1(), 0, QStringLiteral("1000kbit"), QStringLiteral("1000kbit"));
-        QoSClass* c = add(doc.Down1(), parent->ClassIdx(), QStringLiteral("300kbit"), QString());
-        add(doc.Down1(), parent->ClassIdx(), siblingMin, QString());
-        ClassCalculator calc;
-        calc.SetQoSClass(c);
-        freeLabel ? calc.CopyFreeMin() : calc.CopyAvailableMin();
-        QTEST(calc.NewMin()->kbit(), "newMin");
-        QCOMPARE(*calc.NewMinAfter(), calc.FreeMin() - calc.NewMin()->kbit());
-    }
-
-    void applyStoresAndValidates()
+    // Apply stores the new minimum and validates the class with its siblings; a minimum the
+    // user locked keeps its value, and the calculator says why.
+    void apply()
     {
         Document doc;
-        QoSClass* parent = add(doc.Down1(), 0, QStringLiteral("1000kbit"), QStringLiteral("1000kbit"));
-        QoSClass* a = add(doc.Down1(), parent->ClassIdx(), QStringLiteral("300kbit"), QString());
-        QoSClass* b = add(doc.Down1(), parent->ClassIdx(), QStringLiteral("200kbit"), QString());
+        const QList<QoSClass*> classes =
+            family(doc.Down1(), {QStringLiteral("300kbit"), QStringLiteral("200kbit")});
+        QoSClass* a = classes.at(1);
         ClassCalculator calc;
         calc.SetQoSClass(a);
         calc.NewMin()->SetValue(QStringLiteral("900")); // typed: 900 + 200 exceed the parent's 1000
-        QCOMPARE(*calc.NewMinAfter(), -100);
-        QCOMPARE(a->QoSMinBandWidthKBit(), 300); // nothing stored before Apply
+        a->MinField()->SetLocked(true);
+        QVERIFY(!calc.CanApply());
+        QVERIFY(!calc.Apply());
+        QCOMPARE(a->QoSMinBandWidthKBit(), 300);
+        QVERIFY(calc.HeadingText().contains(QStringLiteral("festgehalten")));
+
+        a->MinField()->SetLocked(false);
         doc.SetModified(false);
+        QVERIFY(calc.CanApply());
         QVERIFY(calc.Apply());
         QCOMPARE(a->QoSMinBandWidth(), QStringLiteral("900kbit"));
         QVERIFY(doc.IsModified());
         // The parent was validated: both siblings' minimums are now marked.
         QVERIFY(!a->MinField()->IsValid());
-        QVERIFY(!b->MinField()->IsValid());
+        QVERIFY(!classes.at(2)->MinField()->IsValid());
         QCOMPARE(calc.UsesMin(), 1100);
         QCOMPARE(calc.FreeMin(), 800);
-    }
-
-    void moves_data()
-    {
-        QTest::addColumn<QString>("move");
-        QTest::addColumn<int>("from");
-        QTest::addColumn<int>("to");
-        // clang-format off
-        QTest::newRow("up to the parent") << "up" << 3 << 1;
-        QTest::newRow("down to the first sub class") << "down" << 1 << 2;
-        QTest::newRow("down from a class with filters only") << "down" << 4 << 4;
-        QTest::newRow("left to the sibling before") << "left" << 3 << 2;
-        QTest::newRow("right to the sibling after") << "right" << 2 << 3;
-        QTest::newRow("right from the last sibling") << "right" << 4 << 4;
-        QTest::newRow("up from a main class") << "up" << 1 << 1;
-        // clang-format on
-    }
-    void moves()
-    {
-        QFETCH(QString, move);
-        QFETCH(int, from);
-        Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C S1 S1 S1 F4"));
-        ClassCalculator calc;
-        calc.SetPage(doc.Down1());
-        PageScript::cls(doc, from)->SetSelected(true);
-        QCOMPARE(calc.CurrentClass(), PageScript::cls(doc, from));
-        if (move == u"up")
-            calc.MoveUp();
-        else if (move == u"down")
-            calc.MoveDown();
-        else if (move == u"left")
-            calc.MoveLeft();
-        else
-            calc.MoveRight();
-        QFETCH(int, to);
-        QCOMPARE(doc.Down1()->SelectedClass(), PageScript::cls(doc, to));
-        QCOMPARE(calc.CurrentClass(), PageScript::cls(doc, to)); // it follows the selection
     }
 
     // The pending new minimum goes to the class shown so far, whether the calculator's arrow
@@ -235,22 +183,28 @@ private slots:
     }
 
     // What the panel shows, decided here: each figure's text, what is left after the new minimum
-    // and whether that is a warning. The class shown has 300kbit of a parent's 1000kbit.
+    // and whether that is a warning. The class shown has 300kbit of a parent's 1000kbit. A label
+    // copies its figure into the new minimum when that is at least 1.
     void shownTexts_data()
     {
         QTest::addColumn<bool>("shown");
         QTest::addColumn<QString>("siblingMin");
-        QTest::addColumn<QString>("typed");   // the new minimum, in kbit
+        QTest::addColumn<QString>("typed");   // the new minimum in kbit, or the label clicked
         QTest::addColumn<QString>("figures"); // used, available, free
         QTest::addColumn<QString>("after");
         QTest::addColumn<bool>("overbooked");
         QTest::addColumn<QString>("heading");
         const QString ok = QStringLiteral("Klasse: Class 2");
+        const QString shares = QStringLiteral("500 kbit|1000 kbit|800 kbit");
         // clang-format off
         QTest::newRow("no class") << false << "200kbit" << "" << "||" << "" << false << "Keine Klasse ausgewählt";
-        QTest::newRow("something left") << true << "200kbit" << "500" << "500 kbit|1000 kbit|800 kbit" << "300 kbit" << false << ok;
-        QTest::newRow("exactly used up") << true << "200kbit" << "800" << "500 kbit|1000 kbit|800 kbit" << "0 kbit" << false << ok;
-        QTest::newRow("promised more than there is") << true << "200kbit" << "900" << "500 kbit|1000 kbit|800 kbit" << "-100 kbit" << true << ok;
+        QTest::newRow("something left") << true << "200kbit" << "500" << shares << "300 kbit" << false << ok;
+        QTest::newRow("exactly used up") << true << "200kbit" << "800" << shares << "0 kbit" << false << ok;
+        QTest::newRow("promised more than there is") << true << "200kbit" << "900" << shares << "-100 kbit" << true << ok;
+        QTest::newRow("the free figure copied") << true << "200kbit" << "free" << shares << "0 kbit" << false << ok;
+        QTest::newRow("the available figure copied") << true << "200kbit" << "available" << shares << "-200 kbit" << true << ok;
+        QTest::newRow("a free figure of 0 is not copied") << true << "1000kbit" << "free" << "1300 kbit|1000 kbit|0 kbit" << "-300 kbit" << true << ok;
+        QTest::newRow("a free figure below 0 is not copied") << true << "1200kbit" << "free" << "1500 kbit|1000 kbit|-200 kbit" << "-500 kbit" << true << ok;
         QTest::newRow("the subtraction overflows") << true << "1302kbit" << "2147483647" << "1602 kbit|1000 kbit|-302 kbit" << "Überlauf" << true << ok;
         QTest::newRow("the sum overflows") << true << "2147483647kbit" << "" << "0 kbit|0 kbit|0 kbit" << "Überlauf" << true
             << "Klasse: Class 2\n";
@@ -263,12 +217,14 @@ private slots:
         QFETCH(QString, typed);
         QFETCH(QString, heading);
         Document doc;
-        QoSClass* parent = add(doc.Down1(), 0, QStringLiteral("1000kbit"), QStringLiteral("1000kbit"));
-        QoSClass* c = add(doc.Down1(), parent->ClassIdx(), QStringLiteral("300kbit"), QString());
-        add(doc.Down1(), parent->ClassIdx(), siblingMin, QString());
+        QoSClass* c = family(doc.Down1(), {QStringLiteral("300kbit"), siblingMin}).at(1);
         ClassCalculator calc;
         calc.SetQoSClass(shown ? c : nullptr);
-        if (!typed.isEmpty())
+        if (typed == u"free")
+            calc.CopyFreeMin();
+        else if (typed == u"available")
+            calc.CopyAvailableMin();
+        else if (!typed.isEmpty())
             calc.NewMin()->SetValue(typed);
         QTEST(QStringList({calc.UsesMinText(), calc.AvailableMinText(), calc.FreeMinText()}).join(u'|'),
               "figures");
@@ -281,43 +237,36 @@ private slots:
                  qPrintable(calc.HeadingText()));
     }
 
-    void emptyWithoutClass()
-    {
-        Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
-        ClassCalculator calc;
-        calc.SetPage(doc.Down1());
-        PageScript::cls(doc, 1)->SetSelected(true);
-        QVERIFY(calc.CanApply());
-        PageScript::flt(doc, 1)->SetSelected(true); // a filter is no class to calculate
-        QCOMPARE(calc.CurrentClass(), nullptr);
-        QVERIFY(!calc.CanApply());
-        QCOMPARE(moves(calc), QStringLiteral("----"));
-        QCOMPARE(calc.AvailableMin(), 0);
-        QVERIFY(!calc.Apply());
-
-        PageScript::cls(doc, 1)->SetSelected(true);
-        calc.SetPage(nullptr); // the common page is shown
-        QCOMPARE(calc.CurrentClass(), nullptr);
-        calc.SetPage(doc.Down1());
-        QCOMPARE(calc.CurrentClass(), PageScript::cls(doc, 1));
-        PageScript::cls(doc, 1)->EditDelete();
-        QCOMPARE(calc.CurrentClass(), nullptr);
-        QCOMPARE(calc.UsesMin(), 0);
-    }
-
-    void followsEditsElsewhere()
+    // The figures follow edits made elsewhere: a line speed, a minimum typed into the box. A
+    // filter or the common page is no class to calculate, and a deleted class leaves the panel.
+    void followsEditsAndThePage()
     {
         Document doc;
         QoSClass* main = add(doc.Down1(), 0, QStringLiteral("500kbit"), QStringLiteral("768kbit"));
+        doc.Down1()->AddFilter(main, {});
         ClassCalculator calc;
         calc.SetQoSClass(main);
         QCOMPARE(calc.AvailableMin(), 768);
         doc.Common1()->SetQoSInternetBandDown(QStringLiteral("1Mbit"));
         QCOMPARE(calc.AvailableMin(), 1024);
-        main->SetQoSMinBandWidth(QStringLiteral("600kbit")); // typed into the box
+        main->SetQoSMinBandWidth(QStringLiteral("600kbit"));
         QCOMPARE(calc.UsesMin(), 600);
         QCOMPARE(calc.NewMin()->kbit(), 600);
+
+        calc.SetPage(doc.Down1());
+        PageScript::flt(doc, 1)->SetSelected(true);
+        QCOMPARE(calc.CurrentClass(), nullptr);
+        QVERIFY(!calc.CanApply());
+        QCOMPARE(moves(calc), QStringLiteral("- - - -"));
+        QVERIFY(!calc.Apply());
+        main->SetSelected(true);
+        calc.SetPage(nullptr); // the common page is shown
+        QCOMPARE(calc.CurrentClass(), nullptr);
+        calc.SetPage(doc.Down1());
+        QCOMPARE(calc.CurrentClass(), main);
+        main->EditDelete();
+        QCOMPARE(calc.CurrentClass(), nullptr);
+        QCOMPARE(calc.UsesMin(), 0);
     }
 };
 
