@@ -23,7 +23,7 @@ class QoSConnector;
 // The grid page of one direction ("Down1" holds the down tree, "Up1" the up tree). Every box
 // stands in one cell; its position follows from the cell alone. The page keeps an index of
 // cells and columns so that looking up a cell never scans all boxes; where new boxes go is
-// the business of its Arrangement.
+// the business of its Arrangement, what they are given that of ClassValues and FilterValues.
 class ObjectPage : public QObject
 {
     Q_OBJECT
