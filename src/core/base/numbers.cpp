@@ -187,14 +187,21 @@ qint16 AsInt16(QStringView text)
     return RoundToInt16(*v);
 }
 
-qint32 TruncateToInt32(double value)
+std::optional<qint32> TryTruncateToInt32(double value)
 {
     if (std::isnan(value))
-        throw QoSError::overflow();
+        return std::nullopt;
     const double t = std::trunc(value);
     if (t < -2147483648.0 || t > 2147483647.0)
-        throw QoSError::overflow();
+        return std::nullopt;
     return static_cast<qint32>(t);
+}
+
+qint32 TruncateToInt32(double value)
+{
+    if (const auto t = TryTruncateToInt32(value))
+        return *t;
+    throw QoSError::overflow();
 }
 
 bool Inexact(double value)
@@ -227,9 +234,16 @@ qint32 CheckedAdd(qint32 a, qint32 b)
 
 qint32 CheckedSub(qint32 a, qint32 b)
 {
+    if (const auto r = TrySub(a, b))
+        return *r;
+    throw QoSError::overflow();
+}
+
+std::optional<qint32> TrySub(qint32 a, qint32 b)
+{
     qint32 r;
     if (__builtin_sub_overflow(a, b, &r))
-        throw QoSError::overflow();
+        return std::nullopt;
     return r;
 }
 

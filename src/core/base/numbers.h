@@ -43,6 +43,7 @@ qint16 AsInt16(QStringView text);
 
 // Truncation toward zero of a value into 32 bits; throws on overflow.
 qint32 TruncateToInt32(double value);
+std::optional<qint32> TryTruncateToInt32(double value);
 
 // True when the single-precision rounding of value and its 32-bit rounding differ:
 // the "inexact" test of unit conversion. Throws on 32-bit overflow.
@@ -55,5 +56,7 @@ QString Format(double value);
 // Adds two 32-bit values, throwing on overflow.
 qint32 CheckedAdd(qint32 a, qint32 b);
 qint32 CheckedSub(qint32 a, qint32 b);
+// The difference, or nothing on overflow.
+std::optional<qint32> TrySub(qint32 a, qint32 b);
 
 } // namespace Numbers

@@ -2,6 +2,8 @@
 
 #include "base/numbers.h"
 
+#include <optional>
+
 namespace UnitConversion {
 
 const QStringList& Units()
@@ -12,32 +14,47 @@ const QStringList& Units()
     return units;
 }
 
-double ToKbit(double value, const QString& unit, bool& inexact)
+namespace {
+
+// From unit to kbit, or nothing for an unknown unit.
+std::optional<double> scaled(double value, const QString& unit)
 {
     const QString u = unit.toLower();
-    double r;
     if (u == u"bit")
-        r = value / 1024;
-    else if (u == u"kbit")
-        r = value;
-    else if (u == u"mbit")
-        r = value * 1024;
-    else if (u == u"gbit")
-        r = value * 1024 * 1024;
-    else if (u == u"bps")
-        r = value * 8 / 1024;
-    else if (u == u"kbps")
-        r = value * 8;
-    else if (u == u"mbps")
-        r = value * 8 * 1024;
-    else if (u == u"gbps")
-        r = value * 8 * 1024 * 1024;
-    else {
+        return value / 1024;
+    if (u == u"kbit")
+        return value;
+    if (u == u"mbit")
+        return value * 1024;
+    if (u == u"gbit")
+        return value * 1024 * 1024;
+    if (u == u"bps")
+        return value * 8 / 1024;
+    if (u == u"kbps")
+        return value * 8;
+    if (u == u"mbps")
+        return value * 8 * 1024;
+    if (u == u"gbps")
+        return value * 8 * 1024 * 1024;
+    return std::nullopt;
+}
+
+} // namespace
+
+double ToKbit(double value, const QString& unit, bool& inexact)
+{
+    const std::optional<double> r = scaled(value, unit);
+    if (!r) {
         inexact = true;
         return 0;
     }
-    inexact = Numbers::Inexact(r);
-    return r;
+    inexact = Numbers::Inexact(*r);
+    return *r;
+}
+
+double KbitOf(double value, const QString& unit)
+{
+    return scaled(value, unit).value_or(0);
 }
 
 double FromKbit(double value, const QString& unit, bool& inexact)

@@ -14,6 +14,9 @@ const QStringList& Units();
 // An unknown unit gives 0 with inexact set. Throws an overflow QoSError when the
 // result does not fit into 32 bits (the integrality test).
 double ToKbit(double value, const QString& unit, bool& inexact);
+// The same without the integrality test, for a caller that rounds the result itself: an
+// unknown unit gives 0, and a result beyond 32 bits is returned as it is.
+double KbitOf(double value, const QString& unit);
 
 // From kbit to unit. The unit is compared exactly: only the eight lower-case words are
 // known, so "Mbit" is unknown here and gives 0 with inexact set. Callers rely on this.

@@ -1,6 +1,5 @@
 #include "check/documentcheck.h"
 
-#include "base/qoserror.h"
 #include "file/qosreader.h"
 #include "inputs/bandwidthfield.h"
 #include "inputs/ipfield.h"
@@ -19,17 +18,7 @@
 
 namespace {
 
-// A limit or a kbit value as the model gives it, which throws beyond 32 bits: the check
-// names that "Überlauf".
-template <typename Figure> std::optional<qint64> orOverflow(Figure figure)
-{
-    try {
-        return figure();
-    } catch (const QoSError&) {
-        return std::nullopt;
-    }
-}
-
+// A figure beyond 32 bits (nothing) is named "Überlauf".
 QString kbitText(std::optional<qint64> v)
 {
     return v ? QString::number(*v) + QStringLiteral(" kbit") : QStringLiteral("Überlauf");
@@ -62,7 +51,7 @@ void checkClass(const ObjectPage& page, const QoSClass& c, ValidationPass& pass,
 {
     if (c.MinField()->IsValid() && c.MaxField()->IsValid())
         return;
-    const auto limit = orOverflow([&] { return c.Limit(); });
+    const std::optional<qint32> limit = c.TryLimit();
     const auto sum = pass.TrySiblingMinimumSum(c);
     const QString numbers =
         QStringLiteral(" (Grenze %1, Summe der Minima %2)").arg(kbitText(limit), kbitText(sum));
@@ -124,14 +113,14 @@ void checkPage(const ObjectPage& page, QoSCommon& common, ValidationPass& pass, 
         auto* c = qobject_cast<QoSClass*>(o);
         if (!c || !c->HasChildClasses())
             continue;
-        const auto available = orOverflow([&] { return c->QoSMaxBandWidthKBit(); });
+        const std::optional<qint32> available = c->MaxField()->TryKbit();
         report.summaries << where(page, *c, QStringLiteral("Klasse")) + QStringLiteral(": ") +
                                 balance(SiblingSum(SiblingSum::ChildClasses(*c)).Total(), available,
                                         QStringLiteral("verfügbar"));
     }
     // The line speed in real kbit, converted by its unit as the class calculator does.
     const BandwidthField& line = page.Direction() == u"up" ? *common.BandUpField() : *common.BandDownField();
-    const auto available = orOverflow([&] { return line.kbit(); });
+    const std::optional<qint32> available = line.TryKbit();
     report.summaries << pageLabel(page) + QStringLiteral(": Hauptklassen: ") +
                             balance(SiblingSum(mainClasses).Total(), available,
                                     QStringLiteral("der Leitung"));

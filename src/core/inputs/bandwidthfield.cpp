@@ -18,12 +18,8 @@ QoSError BandwidthField::OutOfRange(const QString& text)
 
 void BandwidthField::SetValue(const QString& number)
 {
-    try {
-        if (!Numbers::TryRoundToInt32(Numbers::LeadingValue(number)))
-            throw OutOfRange(number);
-    } catch (const QoSError&) {
+    if (!Numbers::TryLeadingInt32(number))
         throw OutOfRange(number);
-    }
     m_kept.clear();
     setValue(number);
 }
@@ -89,8 +85,15 @@ void BandwidthField::SetBandwidth(const QString& text)
 
 qint32 BandwidthField::kbit() const
 {
-    bool inexact = false;
-    return Numbers::RoundToInt32(UnitConversion::ToKbit(Numbers::LeadingValue(m_value), m_unit, inexact));
+    if (const std::optional<qint32> k = TryKbit())
+        return *k;
+    throw QoSError::overflow();
+}
+
+std::optional<qint32> BandwidthField::TryKbit() const
+{
+    const std::optional<double> value = Numbers::TryLeadingValue(m_value);
+    return value ? Numbers::TryRoundToInt32(UnitConversion::KbitOf(*value, m_unit)) : std::nullopt;
 }
 
 void BandwidthField::SetKbit(qint32 k)

@@ -8,6 +8,7 @@
 
 #include <QString>
 #include <functional>
+#include <optional>
 
 class QoSError;
 class UserPrompt;
@@ -41,6 +42,8 @@ public:
     // The value in kbit, rounded halves to even. Throws an overflow QoSError beyond 32 bits;
     // a number part that is no number counts by its leading number (an empty box is 0).
     qint32 kbit() const;
+    // The same, with nothing beyond 32 bits: for callers that name an overflow or pass over it.
+    std::optional<qint32> TryKbit() const;
     // Writes a kbit value back in the current unit. The unit is compared case-sensitively,
     // so a unit with capitals ("Mbit") gives 0: kept, callers depend on it.
     void SetKbit(qint32 k);

@@ -23,10 +23,19 @@ void IpField::SetMaskBits(const QString& bits)
 
 QString IpField::Text() const
 {
-    const double m = Numbers::LeadingValue(m_mask);
-    if (!(m > 0))
+    if (std::optional<QString> text = TryText())
+        return *std::move(text);
+    throw QoSError::overflow();
+}
+
+std::optional<QString> IpField::TryText() const
+{
+    const std::optional<double> m = Numbers::TryLeadingValue(m_mask);
+    if (!m)
+        return std::nullopt;
+    if (!(*m > 0))
         return m_address;
-    return m_address + u'/' + Numbers::Format(m);
+    return m_address + u'/' + Numbers::Format(*m);
 }
 
 void IpField::SetText(const QString& text)

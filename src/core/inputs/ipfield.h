@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <functional>
+#include <optional>
 
 // The value behind the address input: a dotted address and optional mask bits.
 // Text is "address" or "address/bits" when the bits read as a number above 0.
@@ -25,6 +26,8 @@ public:
 
     // Throws an overflow QoSError only for mask bits too long for any number.
     QString Text() const;
+    // The same, with nothing for such mask bits.
+    std::optional<QString> TryText() const;
     void SetText(const QString& text);
 
     // Key filter of the address box. text is the box's text, the selection is replaced by key.

@@ -25,15 +25,12 @@ QString ClassCalculator::ParentMaxText() const
 {
     if (!m_class)
         return QString();
-    qint32 kbit = 0;
-    try {
-        kbit = m_parentMax.kbit();
-    } catch (const QoSError&) {
+    const std::optional<qint32> kbit = m_parentMax.TryKbit();
+    if (!kbit)
         return QStringLiteral("Überlauf (%1)").arg(m_parentMax.Bandwidth());
-    }
-    const QString figure = KbitText(kbit);
+    const QString figure = KbitText(*kbit);
     const QString written = m_parentMax.Bandwidth();
-    return written == kbitText(kbit) ? figure : QStringLiteral("%1 (%2)").arg(figure, written);
+    return written == kbitText(*kbit) ? figure : QStringLiteral("%1 (%2)").arg(figure, written);
 }
 
 QString ClassCalculator::UsesMinText() const
@@ -234,11 +231,8 @@ void ClassCalculator::show()
 
 void ClassCalculator::recomputeAfter()
 {
-    try {
-        m_newMinAfter = Numbers::CheckedSub(m_freeMin, m_newMin.kbit());
-    } catch (const QoSError&) {
-        m_newMinAfter.reset();
-    }
+    const std::optional<qint32> newMin = m_newMin.TryKbit();
+    m_newMinAfter = newMin ? Numbers::TrySub(m_freeMin, *newMin) : std::nullopt;
 }
 
 void ClassCalculator::CopyAvailableMin()
@@ -279,12 +273,9 @@ bool ClassCalculator::Apply()
         return false;
     }
     m_busy = true;
-    try {
-        if (c->QoSMinBandWidthKBit() != newMin)
-            c->SetQoSMinBandWidthKBit(newMin);
-    } catch (const QoSError&) {
-        c->SetQoSMinBandWidthKBit(newMin); // the old minimum was beyond 32 bits: it differs
-    }
+    // An old minimum beyond 32 bits differs from any new one.
+    if (c->MinField()->TryKbit() != newMin)
+        c->SetQoSMinBandWidthKBit(newMin);
     try {
         // Validating the parent checks the class and all its siblings again.
         if (QoSClass* p = c->ParentQoSObject())

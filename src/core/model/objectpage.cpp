@@ -6,16 +6,13 @@
 #include "model/arrangement.h"
 #include "model/cellindex.h"
 #include "model/document.h"
+#include "model/pagesizequestion.h"
 #include "model/pictureorder.h"
 #include "model/qosclass.h"
-#include "model/qoscommon.h"
 #include "model/qosconnector.h"
 #include "model/qosfilter.h"
 
-#include <QSet>
-
 #include <charconv>
-#include <cmath>
 
 ObjectPage::ObjectPage(Document* document, const QString& name, const QString& direction)
     : QObject(document), m_document(document), m_direction(direction), m_index(std::make_unique<CellIndex>()),
@@ -129,9 +126,7 @@ void ObjectPage::ResetContainedObjects()
     m_index->Clear();
     m_arrangement->Reset();
     m_classCount = 0;
-    m_selectedClass = nullptr;
-    m_selectedFilter = nullptr;
-    m_selectedConnector = nullptr;
+    m_selection.Clear();
     emit selectionChanged();
 }
 
@@ -156,15 +151,6 @@ void ObjectPage::placeAll()
     for (QoSObject* o : std::as_const(m_contained))
         o->UpdateTopConnector();
     emit placed();
-}
-
-QSet<QString> ObjectPage::classCaptions() const
-{
-    QSet<QString> titles;
-    for (const QoSObject* o : m_document->Objects())
-        if (o->IsClass())
-            titles.insert(o->Caption());
-    return titles;
 }
 
 // --- creation --------------------------------------------------------------------------
@@ -237,7 +223,6 @@ QoSClass* ObjectPage::AddClass(const QString& parentIdx, const ClassValues& valu
 
 QoSClass* ObjectPage::AddClass(QoSClass* parent, const ClassValues& values)
 {
-    const QString& direction = values.direction;
     // A parent on the other page cannot take the class. The class is still made, whole and
     // in its own cell, as a main class of this page in its own direction; the caller hears
     // of it at the end.
@@ -266,63 +251,9 @@ QoSClass* ObjectPage::AddClass(QoSClass* parent, const ClassValues& values)
     growToHold(column.node < 0 ? column.x : 0, row);
 
     auto* c = static_cast<QoSClass*>(createObject(true, column.x, column.node, qint16(row)));
-    int classIdx = values.classIdx;
-    if (classIdx == 0) {
-        classIdx = c->ClassIdx();
-        // A class named after its number must not take the title of another: a file keeps the
-        // captions of an older numbering ("Class 2" may be class 1 now), so a number whose
-        // title is taken is passed over, as a number that is taken is.
-        if (values.caption.isEmpty()) {
-            const QSet<QString> titles = classCaptions();
-            while (titles.contains(QStringLiteral("Class ") + QString::number(classIdx)))
-                classIdx = m_document->NextClassCounter();
-        }
-    }
-
-    // A bandwidth that does not fit cannot be set; the class gets everything else the caller
-    // gave, so that nothing more than the one setting is lost.
-    const auto keep = [&error](const auto& set) {
-        try {
-            set();
-        } catch (const QoSError& e) {
-            if (!error)
-                error = e;
-        }
-    };
-    // As setting QoSParent to the parent's number, without looking the number up again.
-    if (parent)
-        c->AddParentQoSObject(parent);
-    c->SetQoSDirection(direction);
-
-    const auto line = [this, &direction] { return m_document->Common1()->LineBandwidth(direction); };
-    keep([&] {
-        if (!values.minBandwidth.isEmpty())
-            c->SetQoSMinBandWidth(values.minBandwidth);
-        else if (!parent)
-            c->SetQoSMinBandWidth(m_classCount >= 2 ? QStringLiteral("0") : line());
-        else
-            c->SetQoSMinBandWidthKBit(1);
-    });
-    keep([&] {
-        if (!values.maxBandwidth.isEmpty())
-            c->SetQoSMaxBandWidth(values.maxBandwidth);
-        else if (!parent)
-            c->SetQoSMaxBandWidth(line());
-        else
-            c->SetQoSMaxBandWidthKBit(parent->QoSMaxBandWidthKBit());
-    });
-
-    if (parent)
-        c->SetQoSDirection(parent->QoSDirection());
-
-    c->SetQoSPrio(values.prio);
-    c->SetClassIdx(classIdx);
-    c->SetDefaultClass(values.defaultClass);
-    // Every box has a visible, distinct title from birth, as reading a file would name it.
-    c->SetCaption(values.caption.isEmpty() ? QStringLiteral("Class ") + QString::number(classIdx)
-                                           : values.caption);
-    // The cell was given at birth; MatrixX and MatrixY need not be set again.
-    c->SetVisible(values.visible);
+    const std::optional<QoSError> given = values.GiveTo(*c, parent);
+    if (!error)
+        error = given;
     if (error)
         throw *error;
     return c;
@@ -371,24 +302,7 @@ QoSFilter* ObjectPage::AddFilter(QoSClass* c, const FilterValues& values)
     growToHold(column.node < 0 ? column.x : 0, row);
 
     auto* f = static_cast<QoSFilter*>(createObject(false, column.x, column.node, qint16(row)));
-    const int filterIdx = values.filterIdx == 0 ? f->FilterIdx() : values.filterIdx;
-    // Linked first, so that the field edits below already belong to a filter of the class.
-    f->AddParentQoSObject(c);
-    f->SetQoSIP(values.ip);
-    // A port list that stands for more ports than can be counted keeps its text; the filter is
-    // made whole and the caller hears of it at the end.
-    std::optional<QoSError> error;
-    try {
-        f->SetQoSPort(values.port);
-    } catch (const QoSError& e) {
-        error = e;
-    }
-    f->SetQoSType(values.type);
-    f->SetQoSOption(values.option);
-    f->SetFilterIdx(filterIdx >= -32768 && filterIdx <= 32767 ? qint16(filterIdx) : qint16(0));
-    f->SetCaption(values.caption);
-    f->SetVisible(values.visible);
-    if (error)
+    if (const std::optional<QoSError> error = values.GiveTo(*f, *c))
         throw *error;
     return f;
 }
@@ -408,10 +322,7 @@ void ObjectPage::Remove(QoSObject* object)
             child->SetParentName(QString());
         }
     object->RemoveTopConnector();
-    if (m_selectedClass == object)
-        m_selectedClass = nullptr;
-    if (m_selectedFilter == object)
-        m_selectedFilter = nullptr;
+    m_selection.Forget(object);
     const QString name = object->Name();
     m_index->Remove(object, object->MatrixX(), object->MatrixY());
     m_contained.removeOne(object);
@@ -428,38 +339,27 @@ void ObjectPage::Remove(QoSObject* object)
 
 QoSClass* ObjectPage::SelectedClass() const
 {
-    return m_selectedClass;
+    return m_selection.Class();
 }
 
 QoSFilter* ObjectPage::SelectedFilter() const
 {
-    return m_selectedFilter;
+    return m_selection.Filter();
 }
 
 QoSConnector* ObjectPage::SelectedConnector() const
 {
-    return m_selectedConnector;
+    return m_selection.Connector();
 }
 
 QoSObject* ObjectPage::SelectedObject() const
 {
-    if (m_selectedClass)
-        return m_selectedClass;
-    return m_selectedFilter;
+    return m_selection.Object();
 }
 
 void ObjectPage::SetSelectedObject(QoSObject* object)
 {
-    if (!object) {
-        m_selectedClass = nullptr;
-        m_selectedFilter = nullptr;
-    } else if (auto* c = qobject_cast<QoSClass*>(object)) {
-        m_selectedClass = c;
-        m_selectedFilter = nullptr;
-    } else if (auto* f = qobject_cast<QoSFilter*>(object)) {
-        m_selectedFilter = f;
-        m_selectedClass = nullptr;
-    } else {
+    if (!m_selection.SetObject(object)) {
         qDebug("Fehler: Typename '%s' nicht bekannt in ObjectPage.SelectedObject",
                object->metaObject()->className());
         return;
@@ -469,7 +369,7 @@ void ObjectPage::SetSelectedObject(QoSObject* object)
 
 void ObjectPage::SetSelectedConnector(QoSConnector* connector)
 {
-    m_selectedConnector = connector;
+    m_selection.SetConnector(connector);
     emit selectionChanged();
 }
 
@@ -489,31 +389,5 @@ QoSFilter* ObjectPage::NewFilterCommand()
 
 bool ObjectPage::PageSizeCommand()
 {
-    const QString defaultText =
-        QString::number(m_prop.Cols) + QStringLiteral(", ") + QString::number(m_prop.Rows);
-    for (;;) {
-        const QString answer =
-            m_document->prompt().InputBox(QStringLiteral("Neue Breite, Höhe eingeben:"), defaultText);
-        if (answer.isEmpty())
-            return false;
-        const QStringList parts = answer.split(u',');
-        if (parts.size() != 2)
-            continue;
-        auto dimension = [](const QString& part) -> qint32 {
-            // Blanks anywhere are ignored; beyond 32 bits keeps the current value.
-            QString s = part;
-            s.remove(u' ');
-            const std::optional<double> v = Numbers::TryLeadingValue(s);
-            return v ? Numbers::TryRoundToInt32(*v).value_or(0) : 0;
-        };
-        qint32 w = dimension(parts[0]);
-        qint32 h = dimension(parts[1]);
-        const int oldCols = m_prop.Cols;
-        const int oldRows = m_prop.Rows;
-        SetGridDimensions(w, h);
-        // The size is part of the document: it is written to the file.
-        if (m_prop.Cols != oldCols || m_prop.Rows != oldRows)
-            m_document->SetModified(true);
-        return true;
-    }
+    return PageSizeQuestion::Ask(*this);
 }

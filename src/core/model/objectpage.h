@@ -1,6 +1,9 @@
 #pragma once
 
+#include "model/classvalues.h"
+#include "model/filtervalues.h"
 #include "model/objectpageproperties.h"
+#include "model/pageselection.h"
 
 #include <QList>
 #include <QObject>
@@ -17,41 +20,10 @@ class QoSClass;
 class QoSFilter;
 class QoSConnector;
 
-// What a new class is made of. Empty bandwidths choose the defaults of a main or a sub class;
-// class number 0 takes the creation counter; an empty caption becomes "Class " and the class
-// number; a cell not given is chosen by the arrangement.
-struct ClassValues
-{
-    QString minBandwidth{};
-    QString maxBandwidth{};
-    QString direction{};
-    QString prio{};
-    int classIdx = 0;
-    bool defaultClass = false;
-    QString caption{};
-    std::optional<qint16> x{};
-    std::optional<qint16> y{};
-    bool visible = true;
-};
-
-// What a new filter is made of; filter number 0 takes the creation counter.
-struct FilterValues
-{
-    QString ip{};
-    QString port{};
-    QString type{};
-    QString option{};
-    int filterIdx = 0;
-    QString caption{};
-    std::optional<qint16> x{};
-    std::optional<qint16> y{};
-    bool visible = true;
-};
-
 // The grid page of one direction ("Down1" holds the down tree, "Up1" the up tree). Every box
 // stands in one cell; its position follows from the cell alone. The page keeps an index of
 // cells and columns so that looking up a cell never scans all boxes; where new boxes go is
-// the business of its Arrangement.
+// the business of its Arrangement, what they are given that of ClassValues and FilterValues.
 class ObjectPage : public QObject
 {
     Q_OBJECT
@@ -170,7 +142,6 @@ private:
     // Grows the page so that a box read with this cell stands on it.
     void growToHold(int x, int y);
     void placeAll();
-    QSet<QString> classCaptions() const;
     void refuse(Refusal refusal, const QString& text);
 
     Document* m_document;
@@ -181,9 +152,7 @@ private:
     // Behind pointers, so that their layout is not compiled into every user of the page.
     std::unique_ptr<CellIndex> m_index;
     std::unique_ptr<Arrangement> m_arrangement;
-    QPointer<QoSClass> m_selectedClass;
-    QPointer<QoSFilter> m_selectedFilter;
-    QPointer<QoSConnector> m_selectedConnector;
+    PageSelection m_selection;
     bool m_placing = false;
     Refusal m_lastRefusal = Refusal::None;
     QString m_lastRefusalText;

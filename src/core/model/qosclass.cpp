@@ -1,6 +1,8 @@
 #include "model/qosclass.h"
 
 #include "base/numbers.h"
+#include "base/qoserror.h"
+#include "base/userprompt.h"
 #include "inputs/bandwidthfield.h"
 #include "model/document.h"
 #include "model/objectpage.h"
@@ -236,9 +238,18 @@ bool QoSClass::IsInDownTree(const QoSObject* object) const
 
 qint32 QoSClass::Limit() const
 {
+    if (const std::optional<qint32> limit = TryLimit())
+        return *limit;
+    throw QoSError::overflow();
+}
+
+std::optional<qint32> QoSClass::TryLimit() const
+{
     if (const QoSClass* parent = ParentQoSObject())
-        return parent->QoSMaxBandWidthKBit();
-    return Numbers::TruncateToInt32(Numbers::LeadingValue(m_document->Common1()->LineBandwidth(m_direction)));
+        return parent->MaxField()->TryKbit();
+    const std::optional<double> line =
+        Numbers::TryLeadingValue(m_document->Common1()->LineBandwidth(m_direction));
+    return line ? Numbers::TryTruncateToInt32(*line) : std::nullopt;
 }
 
 qint32 QoSClass::SiblingMinimumSum() const
@@ -269,6 +280,17 @@ void QoSClass::ValidateAgainst(qint32 limit, qint32 siblingSum)
     // The maximum is compared by the number the user entered, not by its kbit value.
     const double entered = Numbers::LeadingValue(m_max->Value());
     m_max->SetIsValid(entered > 0 && entered <= limit);
+}
+
+bool QoSClass::CheckCommand()
+{
+    try {
+        Validate(true);
+        return true;
+    } catch (const QoSError& error) {
+        m_document->prompt().Message(error.message(), UserPrompt::Icon::Warning);
+        return false;
+    }
 }
 
 void QoSClass::SetSelected(bool selected)

@@ -7,6 +7,7 @@
 
 #include <QList>
 #include <QStringList>
+#include <optional>
 
 class ValidationPass;
 
@@ -80,6 +81,8 @@ public:
     // The parent's maximum in kbit, or for a main class the bare leading number of the
     // line bandwidth of its direction (no unit conversion: "2Mbit" gives 2).
     qint32 Limit() const;
+    // The same, with nothing where Limit throws (beyond 32 bits).
+    std::optional<qint32> TryLimit() const;
     // The minimums of the class and its siblings, in kbit; throws on 32-bit overflow.
     qint32 SiblingMinimumSum() const;
     // Colours the bandwidth fields through their IsValid. Throws an overflow QoSError when a
@@ -90,6 +93,10 @@ public:
     // The colours of Validate for a limit and sibling sum the caller already knows, so that a
     // whole sibling group is checked with one sum. Throws an overflow QoSError like Validate.
     void ValidateAgainst(qint32 limit, qint32 siblingSum);
+    // The box's check button: Validate(true). An error on the way (a sum or a conversion beyond
+    // 32 bits) stops the check where it stands, and the user is told why through the
+    // document's prompt. Returns whether the check ran to its end.
+    bool CheckCommand();
 
     void SetSelected(bool selected) override;
     void EditDelete() override;

@@ -1,6 +1,5 @@
 #include "model/qosfilter.h"
 
-#include "base/qoserror.h"
 #include "inputs/ipfield.h"
 #include "inputs/portfield.h"
 #include "model/document.h"
@@ -43,12 +42,10 @@ void QoSFilter::AddParentQoSObject(::QoSClass* parent)
 
 QString QoSFilter::QoSIP() const
 {
-    try {
-        return m_ip->Text();
-    } catch (const QoSError&) {
-        // Mask bits too long for any number: keep what was typed rather than lose it.
-        return m_ip->Address() + u'/' + m_ip->MaskBits();
-    }
+    if (const std::optional<QString> text = m_ip->TryText())
+        return *text;
+    // Mask bits too long for any number: keep what was typed rather than lose it.
+    return m_ip->Address() + u'/' + m_ip->MaskBits();
 }
 
 void QoSFilter::SetQoSIP(const QString& ip)

@@ -1,6 +1,5 @@
 #include "model/siblingsum.h"
 
-#include "base/qoserror.h"
 #include "model/document.h"
 #include "model/qosclass.h"
 
@@ -11,13 +10,10 @@ SiblingSum::SiblingSum(const QList<QoSClass*>& group)
     qint64 total = 0;
     bool fits = true;
     for (const QoSClass* c : group) {
-        qint32 minimum = 0;
-        try {
-            minimum = c->QoSMinBandWidthKBit();
-        } catch (const QoSError&) {
+        const std::optional<qint32> minimum = c->MinField()->TryKbit();
+        if (!minimum)
             return; // neither sum can be named
-        }
-        total += minimum;
+        total += *minimum;
         fits = fits && total >= std::numeric_limits<qint32>::min() &&
                total <= std::numeric_limits<qint32>::max();
     }

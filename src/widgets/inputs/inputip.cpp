@@ -1,7 +1,6 @@
 #include "inputip.h"
 
 #include "app/dialogprompt.h"
-#include "base/qoserror.h"
 #include "base/writablevalue.h"
 #include "fieldbinding.h"
 #include "pasteguard.h"
@@ -102,12 +101,10 @@ void InputIP::showText()
 
 QString InputIP::combinedText() const
 {
-    try {
-        return m_field->Text();
-    } catch (const QoSError&) {
-        // Mask bits too long for a number: copy what the boxes show.
-        return m_field->Address() + u'/' + m_field->MaskBits();
-    }
+    if (const std::optional<QString> text = m_field->TryText())
+        return *text;
+    // Mask bits too long for a number: copy what the boxes show.
+    return m_field->Address() + u'/' + m_field->MaskBits();
 }
 
 void InputIP::Copy()

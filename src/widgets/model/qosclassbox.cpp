@@ -1,11 +1,8 @@
 #include "qosclassbox.h"
 
-#include "base/qoserror.h"
-#include "base/userprompt.h"
 #include "boxmetrics.h"
 #include "inputs/inputbandwidth.h"
 #include "inputs/inputprio.h"
-#include "model/document.h"
 #include "model/qosclass.h"
 #include "page/tittlebar.h"
 #include "plugbottom.h"
@@ -134,13 +131,6 @@ void QoSClassBox::showProperty(const QString& name)
 
 void QoSClassBox::check()
 {
-    QoSClass* c = qosClass();
-    if (!c)
-        return;
-    try {
-        c->Validate(true);
-    } catch (const QoSError& error) {
-        // A sum beyond 32 bits: the check stops there, and the user learns why.
-        c->document()->prompt().Message(error.message(), UserPrompt::Icon::Warning);
-    }
+    if (QoSClass* c = qosClass())
+        c->CheckCommand();
 }

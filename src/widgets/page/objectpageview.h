@@ -1,16 +1,16 @@
 #pragma once
 
+#include "droptarget.h"
 #include "model/dropplan.h"
-#include "spatialindex.h"
 
-#include <QHash>
 #include <QLine>
-#include <QPointer>
-#include <QSet>
 #include <QWidget>
 
 class MoveObject;
+class PageBoxes;
+class PageFocus;
 class PageLines;
+class PageScroller;
 class ObjectPage;
 class ObjectPane;
 class QMenu;
@@ -49,11 +49,16 @@ class ValidationWatcher;
 // menu is the line's own. The selected line alone has a small widget (QoSConnectorView)
 // that takes the keyboard focus: it is what a screen reader announces ("Verbindung"), and it
 // cuts the relation on Delete or Ctrl+X. The end marks of the selected line are drawn in the
-// gap just off the two box edges, where no box covers them. PageLines keeps the lines.
+// gap just off the two box edges, where no box covers them.
 //
 // Tab walks the boxes in the order of the picture (ObjectPage::NextInPictureOrder), making
 // and scrolling to a box's widget when it comes to its turn; within a box it goes through the
 // box's fields first.
+//
+// The view is the page's face to the boxes, the pane and the tests; the work is done by its
+// parts: PageBoxes keeps the records and widgets of the boxes, PageLines those of the lines,
+// PageScroller the page's size and scroll position, PageFocus the keyboard's walk, and
+// DropTarget the cell shown under a dragged box.
 //
 // The view follows the core by its signals alone: boxes added, moved, resized, deleted,
 // linked, the grid grown, the document cleared. A view must go before the document it shows.
@@ -74,14 +79,14 @@ public:
     StatusLine* statusLine() const { return m_statusLine; }
 
     ObjectPane* pane() const { return m_pane; }
-    QScrollBar* horizontalScrollBar() const { return m_hscrPane; }
-    QScrollBar* verticalScrollBar() const { return m_vscrPane; }
+    QScrollBar* horizontalScrollBar() const;
+    QScrollBar* verticalScrollBar() const;
     void setScrollBarsShown(bool shown);
 
     // The page in pixels (15 twips to a pixel): Cols × ColWidth by Rows × RowHeight, up to
     // the last cell that a box can stand in.
     QSize pageSize() const;
-    QPoint scrollPosition() const { return m_offset; }
+    QPoint scrollPosition() const;
     void setScrollPosition(const QPoint& position);
     // Returns whether the page moved.
     bool scrollBy(const QPoint& delta);
@@ -127,9 +132,9 @@ public:
     void showDropTarget(const DropPlan& plan);
     void hideDropTarget();
     // The cell of the shown drop, in page pixels, and how it is drawn; empty when none.
-    enum class DropLook { None, Lands, Links, Refused };
-    QRect dropTargetRect() const { return m_dropRect; }
-    DropLook dropTargetLook() const { return m_dropLook; }
+    using DropLook = DropTarget::Look;
+    QRect dropTargetRect() const { return m_drop.rect(); }
+    DropLook dropTargetLook() const { return m_drop.look(); }
 
     // Tab leaving a box forward or backward, or the page itself (from == nullptr): the next
     // box in the order of the picture, or out of the page past either end.
@@ -161,55 +166,20 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    struct BoxRecord
-    {
-        QPointer<QoSObject> object;
-        QPointer<QoSObjectBox> widget;
-        QRect rect; // page pixels, as entered in the index
-    };
-
-    void fitCells();
-    void sizeBox(QoSObject* object);
     void adopt(QoSObject* object);
     void adoptConnector(QoSConnector* connector);
-    void removeBox(const QString& name);
-    void objectMoved(QoSObject* object);
-    void objectSelected(QoSObject* object, bool selected);
-    void focusChanged(QWidget* old, QWidget* now);
-    QoSObjectBox* boxAround(QWidget* widget) const;
     void gridChanged();
-    void updateScrollBars();
-    void scrollBarMoved();
-    void scheduleRealize();
-    void realizeIn(const QRect& makeArea, const QRect& keepArea);
-    QoSObjectBox* makeBox(QoSObject* object);
-    void retireBox(BoxRecord* record);
-    bool isPinned(QWidget* widget) const;
-    QRect boxRect(const QoSObject* object) const; // page pixels
-    QRect visibleRect() const;                    // page pixels
-    QRect makeArea() const;
-    QRect keepArea() const;
+    void realizeScrolled();
 
     ObjectPage* m_page;
     ObjectPane* m_pane;
-    QScrollBar* m_hscrPane;
-    QScrollBar* m_vscrPane;
-    QWidget* m_corner;
+    PageScroller* m_scroller;
     MoveObject* m_mover;
     ValidationWatcher* m_watcher;
+    PageLines* m_lines;
+    PageBoxes* m_boxes;
+    PageFocus* m_focus;
+    DropTarget m_drop;
     UserPrompt* m_prompt = nullptr;
     StatusLine* m_statusLine = nullptr;
-    QHash<QString, BoxRecord*> m_boxes;
-    PageLines* m_lines;
-    SpatialIndex<BoxRecord*> m_boxIndex;
-    QSet<BoxRecord*> m_realized; // the records that have a widget
-    QSet<QWidget*> m_pinned;
-    QRect m_dropRect;
-    DropLook m_dropLook = DropLook::None;
-    QPoint m_offset;
-    QSize m_shownPitch; // cell size and page size as last drawn
-    QSize m_shownSize;
-    bool m_scrollBarsShown = true;
-    bool m_realizeScheduled = false;
-    bool m_updatingScrollBars = false;
 };
