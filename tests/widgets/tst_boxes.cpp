@@ -150,6 +150,7 @@ private slots:
         QTest::newRow("Ctrl+X cuts") << int(Qt::Key_X) << int(Qt::ControlModifier) << true;
         QTest::newRow("Ctrl+Alt+X is not Ctrl+X") << int(Qt::Key_X) << int(Qt::ControlModifier | Qt::AltModifier) << false;
         QTest::newRow("Delete") << int(Qt::Key_Delete) << int(Qt::NoModifier) << true;
+        QTest::newRow("Shift+Delete") << int(Qt::Key_Delete) << int(Qt::ShiftModifier) << true;
         // clang-format on
     }
     void theBoxKeys()
