@@ -64,10 +64,10 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("value");
         QTest::addColumn<int>("messages");
-        QTest::newRow("a number") << "512"
-                                  << "512kbit" << 0;
-        QTest::newRow("a quote the writer would refuse") << "5'"
-                                                         << "kbit" << 1;
+        // clang-format off
+        QTest::newRow("a number") << "512" << "512kbit" << 0;
+        QTest::newRow("a quote the writer would refuse") << "5'" << "kbit" << 1;
+        // clang-format on
     }
     void aDroppedText()
     {

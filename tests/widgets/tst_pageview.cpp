@@ -112,7 +112,7 @@ private slots:
         QCOMPARE(int(f.view->dropTargetLook()), int(ObjectPageView::DropLook::None));
         QTEST(f.prompt.messages().join(u'|'), "message");
         QCOMPARE(cell(moving) + u'<' + parentOf(moving), after);
-        if (look == refused || after != before)
+        if (look == refused || after != before) // a drop that changes nothing may still mark
             QCOMPARE(f.doc.IsModified(), look != refused);
         QCOMPARE(f.view->lineOnPane(QStringLiteral("LineTop") + moving->Name()).isNull(), !moving->LineTop());
         const ObjectPageProperties& p = f.page->prop();
@@ -129,12 +129,10 @@ private slots:
         QTest::addColumn<QString>("script");
         QTest::addColumn<QString>("clicked"); // moved into the cell of the first box of its kind
         QTest::addColumn<QString>("parent");  // of the clicked box, before and after
-        QTest::newRow("a filter on another filter's cell") << "C F1 F1"
-                                                           << "F2"
-                                                           << "C1";
-        QTest::newRow("a main class on another main class's cell") << "C C"
-                                                                   << "C2"
-                                                                   << "";
+        // clang-format off
+        QTest::newRow("a filter on another filter's cell") << "C F1 F1" << "F2" << "C1";
+        QTest::newRow("a main class on another main class's cell") << "C C" << "C2" << "";
+        // clang-format on
     }
     void aClickOnABoxThatSharesItsCell()
     {
