@@ -14,6 +14,8 @@
 #include <QApplication>
 #include <QTest>
 
+#include <functional>
+
 struct PageViewFixture
 {
     ScriptedPrompt prompt;
@@ -47,6 +49,7 @@ struct PageViewFixture
     QoSObjectBox* box(const QoSObject* object) const { return object ? view->box(object->Name()) : nullptr; }
     QoSClass* cls(int n) { return PageScript::cls(doc, n); }
     QoSFilter* flt(int n) { return PageScript::flt(doc, n); }
+    QoSObject* named(const QString& shortName) { return PageScript::byShortName(doc, shortName); }
 
     // The top-left corner of a cell, in page pixels.
     QPoint cellCorner(int x, int y) const
@@ -56,8 +59,8 @@ struct PageViewFixture
     }
 
     // Presses a box's title, moves the mouse in a few steps so that the box's top-left corner
-    // comes to topLeft (page pixels) and lets go.
-    void drag(QoSObject* object, const QPoint& topLeft)
+    // comes to topLeft (page pixels), calls beforeRelease and lets go.
+    void drag(QoSObject* object, const QPoint& topLeft, const std::function<void()>& beforeRelease = {})
     {
         QoSObjectBox* b = box(object);
         QVERIFY(b);
@@ -68,6 +71,8 @@ struct PageViewFixture
         const QPoint to = view->pane()->mapToGlobal(topLeft - view->scrollPosition() + grab);
         for (int i = 1; i <= 4; ++i)
             QTest::mouseMove(b, b->mapFromGlobal(from + (to - from) * i / 4));
+        if (beforeRelease)
+            beforeRelease();
         QTest::mouseRelease(b, Qt::LeftButton, {}, b->mapFromGlobal(to));
         settle();
     }

@@ -1,4 +1,3 @@
-#include "app/appproperties.h"
 #include "app/classcalculatorpanel.h"
 #include "app/editorsession.h"
 #include "app/frmmain.h"
@@ -6,17 +5,12 @@
 #include "base/scriptedprompt.h"
 #include "file/qoswriter.h"
 #include "model/classcalculator.h"
-#include "model/document.h"
-#include "model/objectpage.h"
-#include "model/qosclass.h"
 #include "model/qoscommon.h"
 #include "model/qosconnector.h"
-#include "model/qosfilter.h"
 #include "model/qosobjectbox.h"
 #include "page/objectpageview.h"
 #include "pagescript.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
@@ -24,8 +18,6 @@
 #include <QDialog>
 #include <QDockWidget>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -61,6 +53,13 @@ class TestMainWindow : public QObject
         }
         QString status() const { return child<QLabel>("pnlStatus")->text(); }
         bool markShown() const { return child<QToolButton>("pnlModified")->isVisibleTo(w.get()); }
+        bool show(const QSize& size = QSize(1200, 1000)) const
+        {
+            w->resize(size);
+            w->show();
+            QApplication::setActiveWindow(w.get());
+            return QTest::qWaitForWindowActive(w.get());
+        }
     };
 
     // Runs an action as a click on its button would; a disabled one cannot be clicked.
@@ -73,19 +72,19 @@ class TestMainWindow : public QObject
         return true;
     }
 
-    // A page as its picture: every box with its cell and the cell of its parent, in cell order.
+    // A page as its picture: every box with its cell, the cell of its parent and its caption.
     static QString picture(ObjectPage* page)
     {
         QStringList out;
         for (QoSObject* o : page->ObjectsInWriteOrder()) {
             const QoSClass* parent = o->ParentQoSObject();
             out << QStringLiteral("%1@%2,%3<%4 %5")
-                       .arg(o->IsClass() ? QStringLiteral("C") : QStringLiteral("F"))
+                       .arg(o->IsClass() ? QChar(u'C') : QChar(u'F'))
                        .arg(o->MatrixX())
                        .arg(o->MatrixY())
                        .arg(parent ? QStringLiteral("%1,%2").arg(parent->MatrixX()).arg(parent->MatrixY())
-                                   : QStringLiteral("-"))
-                       .arg(o->Caption());
+                                   : QStringLiteral("-"),
+                            o->Caption());
         }
         return out.join(u' ');
     }
@@ -96,29 +95,12 @@ class TestMainWindow : public QObject
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
 
-    static void write(const QString& path, const QByteArray& bytes)
-    {
-        QFile f(path);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-    }
-
     // Shows the window with a class and a filter on "Down" and types into the filter's box.
     static QLineEdit* typeIntoFilter(const Editor& e, const char* box, const QString& typed)
     {
-        e.w->resize(1200, 1000); // the filter's row in sight
-        e.w->show();
-        QApplication::setActiveWindow(e.w.get());
-        if (!QTest::qWaitForWindowActive(e.w.get()))
+        if (!e.show() || !trigger(e, "optDown") || !trigger(e, "NewMainClass") || !trigger(e, "NewFilter"))
             return nullptr;
-        trigger(e, "optDown");
-        trigger(e, "NewMainClass");
-        trigger(e, "NewFilter");
-        QCoreApplication::processEvents();
-        QoSObject* filter = nullptr;
-        for (QoSObject* o : e.doc().Down1()->ContainedObjects())
-            if (!o->IsClass())
-                filter = o;
+        QoSObject* filter = PageScript::flt(e.doc(), 1);
         auto* view = e.w->findChild<ObjectPageView*>(e.doc().Down1()->Name());
         if (!filter || !view || !QTest::qWaitFor([&] { return view->box(filter->Name()) != nullptr; }))
             return nullptr;
@@ -135,6 +117,14 @@ class TestMainWindow : public QObject
     QString config() const { return m_dir.filePath(QStringLiteral("config.ini")); }
 
 private slots:
+    void initTestCase()
+    {
+        QStandardPaths::setTestModeEnabled(true);
+        qputenv("SOURCE_DATE_EPOCH", "1700000000"); // the writer's date line stays the same
+    }
+
+    void init() { QFile::remove(config()); }
+
     // A long loop reports every step; the window shows the latest a few times a second.
     void theStatusWindowRepaintsAFewTimesASecond()
     {
@@ -150,7 +140,6 @@ private slots:
         frmStatus status;
         status.Show(QStringLiteral("Import"), QStringLiteral("Import..."));
         auto* bar = status.findChild<QProgressBar*>(QStringLiteral("prgStatus"));
-        QVERIFY(bar);
         bar->installEventFilter(&count);
         QElapsedTimer clock;
         clock.start();
@@ -159,7 +148,6 @@ private slots:
             status.SetMessage(QStringLiteral("Import...Filter %1").arg(step));
             status.SetProgress(step, Steps);
         }
-        QCOMPARE(status.message(), QStringLiteral("Import...Filter 5000"));
         // At most one repaint for every 40 ms the loop took, and the first.
         QVERIFY2(count.paints <= clock.elapsed() / 40 + 2, qPrintable(QString::number(count.paints)));
         QTest::qWait(60);
@@ -170,39 +158,22 @@ private slots:
         status.Close();
     }
 
-    void initTestCase()
-    {
-        QStandardPaths::setTestModeEnabled(true);
-        qputenv("SOURCE_DATE_EPOCH", "1700000000"); // the writer's date line stays the same
-    }
-
-    void init() { QFile::remove(config()); }
-
+    // A document built with the window's tools, the calculator and the common page, saved and
+    // opened again: the same picture and the same bytes.
     void buildSaveReopen()
     {
         Editor e(config());
-        QCOMPARE(e.w->tabStrip()->currentIndex(), 0);
-        QVERIFY(!e.action("NewMainClass")->isEnabled()); // "Allgemein" has no boxes
-        QVERIFY(!e.action("Save")->isEnabled());         // nothing to save yet
-
-        // The line speeds typed on the common page.
+        // The line speed typed on the common page.
         QLineEdit* down = e.child<QWidget>("txtQoSInternetBandDown")->findChild<QLineEdit*>();
         down->selectAll();
         QTest::keyClicks(down, QStringLiteral("4000"));
-        QCOMPARE(e.doc().Common1()->QoSInternetBandDown(), QStringLiteral("4000kbit"));
         QTest::keyClicks(e.child<QLineEdit>("txtQoSInternetDev"), QStringLiteral("x"));
-        QCOMPARE(e.doc().Common1()->QoSInternetDev(), QStringLiteral("ppp0x"));
-        QVERIFY(e.markShown());
 
         // Down: a main class, two sub classes, a filter under each, reached with the calculator.
         QVERIFY(trigger(e, "optDown"));
-        QCOMPARE(e.w->CurrentPage(), e.doc().Down1());
-        QVERIFY(!e.action("NewSubClass")->isEnabled());
         QVERIFY(trigger(e, "NewMainClass"));
         QoSClass* main = e.doc().Down1()->SelectedClass();
-        QVERIFY(main);
         QCOMPARE(main->QoSMaxBandWidth(), QStringLiteral("4000kbit"));
-        QCOMPARE(e.w->calculator().CurrentClass(), main);
         QVERIFY(trigger(e, "NewSubClass"));
         QVERIFY(trigger(e, "NewSubClass"));
         e.child<QToolButton>("cmdMoveDown")->click();
@@ -216,96 +187,79 @@ private slots:
         QVERIFY(trigger(e, "FilterSelect"));
         QVERIFY(trigger(e, "NewObject"));
         QCOMPARE(second->ChildQoSObjects().size(), 2);
-
         // The calculator gives the second sub class what is free, and applies it.
         e.child<QPushButton>("lblFreeMin")->click();
         e.child<QPushButton>("cmdApply")->click();
         QCOMPARE(second->QoSMinBandWidthKBit(), 3999);
-        second->SetCaption(QStringLiteral("Rest"));
-        qobject_cast<QoSFilter*>(second->ChildQoSObjects().first())->SetQoSPort(QStringLiteral("80,443"));
 
         // Up: a main class with one sub class and a filter; it is the default class.
         QVERIFY(trigger(e, "optUp"));
-        QCOMPARE(e.w->tabStrip()->currentIndex(), 2);
         QVERIFY(trigger(e, "MainClassSelect"));
         QVERIFY(trigger(e, "NewSubClass"));
         e.child<QToolButton>("cmdMoveDown")->click();
         QVERIFY(trigger(e, "NewFilter"));
         QVERIFY(trigger(e, "DefaultClass"));
-        QCOMPARE(e.doc().Up1()->ClassCount(), 2);
 
         // Named in their title bars: a class without a name is given one when the file is read.
         int n = 0;
         for (QoSObject* o : e.doc().Objects())
-            if (o->IsClass() && o->Caption().isEmpty())
+            if (o->IsClass())
                 o->SetCaption(QStringLiteral("Klasse %1").arg(++n));
         const QString before[] = {picture(e.doc().Down1()), picture(e.doc().Up1())};
-        QCOMPARE(before[0].count(u'F'), 3);
 
         // Save: the mark goes, the title names the file.
         const QString path = m_dir.filePath(QStringLiteral("office-qos.txt"));
         e.prompt.fileNames << path;
-        QVERIFY(e.action("Save")->isEnabled());
         QVERIFY(trigger(e, "Save"));
-        QVERIFY(!e.doc().IsModified());
         QVERIFY(!e.markShown());
-        QVERIFY(!e.action("Save")->isEnabled());
         QCOMPARE(e.w->windowTitle(), QStringLiteral("office-qos.txt[*] – Tarnwick"));
         const QByteArray saved = read(path);
         QVERIFY(saved.contains("QOS_INTERNET_DEV='ppp0x'"));
 
-        // Open it again in the same window: the same picture, the same bytes.
+        // Open it again in the same window.
         e.prompt.fileNames << path;
         QVERIFY(trigger(e, "itmFileOpen"));
         QVERIFY(e.prompt.messages().isEmpty());
         QCOMPARE(picture(e.doc().Down1()), before[0]);
         QCOMPARE(picture(e.doc().Up1()), before[1]);
-        QCOMPARE(e.doc().Common1()->QoSInternetBandDown(), QStringLiteral("4000kbit"));
         QCOMPARE(ExportQoSBytes(e.doc()), saved);
         QVERIFY(!e.doc().IsModified());
         QCOMPARE(e.w->session().RecentFiles().first(), path);
     }
 
-    void cancelPathsSayItInTheStatusBar()
-    {
-        Editor e(config());
-        QVERIFY(trigger(e, "itmFileOpen"));
-        QCOMPARE(e.status(), QStringLiteral("Datei öffnen abgebrochen."));
-        QVERIFY(trigger(e, "itmFileSaveAs"));
-        QCOMPARE(e.status(), QStringLiteral("Datei speichern unter abgebrochen."));
-        QCOMPARE(e.prompt.log.size(), 2); // the two dialogs, nothing else
-    }
-
+    // Every command that would drop the document asks first; nothing is lost unless the user
+    // said "Nein" or the save after "Ja" went through.
     void saveQuestion_data()
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<int>("answer");
+        QTest::addColumn<bool>("save"); // whether the save dialog after "Ja" names a file
         QTest::addColumn<bool>("kept"); // the document still holds its class
-        QTest::addColumn<bool>("saved");
         const int yes = int(UserPrompt::Answer::Yes), no = int(UserPrompt::Answer::No),
                   cancel = int(UserPrompt::Answer::Cancel);
         for (const char* command : {"itmFileNew", "New", "itmFileOpen", "close"}) {
-            const QByteArray c(command);
             // Open clears only once a file was chosen; here its dialog is cancelled.
-            const bool keeps = c == "close" || c == "itmFileOpen";
-            // clang-format off
-            QTest::addRow("%s: yes saves", command) << QString::fromLatin1(c) << yes << keeps << true;
-            QTest::addRow("%s: no", command) << QString::fromLatin1(c) << no << keeps << false;
-            QTest::addRow("%s: cancel", command) << QString::fromLatin1(c) << cancel << true << false;
-            // clang-format on
+            const bool keeps = qstrcmp(command, "close") == 0 || qstrcmp(command, "itmFileOpen") == 0;
+            const QString c = QString::fromLatin1(command);
+            QTest::addRow("%s: yes saves", command) << c << yes << true << keeps;
+            QTest::addRow("%s: yes, the save cancelled", command) << c << yes << false << true;
+            QTest::addRow("%s: no", command) << c << no << false << keeps;
+            QTest::addRow("%s: cancel", command) << c << cancel << false << true;
         }
     }
     void saveQuestion()
     {
         QFETCH(QString, command);
         QFETCH(int, answer);
+        QFETCH(bool, save);
         Editor e(config());
         trigger(e, "optDown");
         trigger(e, "NewMainClass");
         e.prompt.yesNoCancel << UserPrompt::Answer(answer);
         const QString target = m_dir.filePath(QStringLiteral("asked-qos.txt"));
         QFile::remove(target);
-        e.prompt.fileNames << target; // for the save after "yes"
+        if (save)
+            e.prompt.fileNames << target;
         bool closed = false;
         if (command == u"close")
             closed = e.w->close();
@@ -315,9 +269,10 @@ private slots:
         QCOMPARE(e.prompt.log.first().kind, QStringLiteral("yesnocancel"));
         QCOMPARE(e.prompt.log.first().text, QStringLiteral("Soll noch gespeichert werden?"));
         QTEST(e.doc().Down1()->ClassCount() == 1, "kept");
-        QTEST(QFile::exists(target), "saved");
+        QCOMPARE(QFile::exists(target), save);
         if (command == u"close")
-            QCOMPARE(closed, answer != int(UserPrompt::Answer::Cancel));
+            QCOMPARE(closed, answer == int(UserPrompt::Answer::No) || save);
+        e.prompt.yesNoCancel << UserPrompt::Answer::No; // for the window going at the end
     }
 
     void modifiedPanelClickDismisses()
@@ -326,7 +281,6 @@ private slots:
         trigger(e, "optUp");
         trigger(e, "NewMainClass");
         QVERIFY(e.markShown());
-        QCOMPARE(e.child<QToolButton>("pnlModified")->toolTip(), QStringLiteral("Datei wurde geändert"));
         e.child<QToolButton>("pnlModified")->click();
         QVERIFY(!e.doc().IsModified());
         QVERIFY(!e.markShown());
@@ -342,7 +296,7 @@ private slots:
             e.doc().Common1()->SetQoSInternetBandUp(QStringLiteral("2Mbit"));
             e.w->setGeometry(QRect(40, 50, 700, 500));
             e.w->tabStrip()->setCurrentIndex(1);
-            trigger(e, "Calc");
+            QVERIFY(trigger(e, "Calc"));
             e.prompt.yesNoCancel << UserPrompt::Answer::No; // the line speed changed the document
             QVERIFY(e.w->close());
         }
@@ -359,19 +313,34 @@ private slots:
         QVERIFY(!again.doc().IsModified()); // loading the settings is no edit
     }
 
+    // Broken settings bring back a usable window and ask nobody anything.
+    void corruptSettingsAreIgnored()
+    {
+        QFile ini(config());
+        QVERIFY(ini.open(QIODevice::WriteOnly));
+        ini.write("[Down]\nCols=\nRows=viele\n[MainWindow]\nLeft=-99999999\nTop=x\nWidth=\nWindowState=\n"
+                  "Calculator=\n\x01\x02=\n[Common]\nQoSInternetBandDown=99999999999kbit\n");
+        ini.close();
+        Editor e(config());
+        QCOMPARE(PageScript::size(e.doc().Down1()), QStringLiteral("6x5"));
+        QVERIFY(e.action("Calc")->isChecked());
+        QVERIFY(e.w->geometry().width() > 100);
+        QVERIFY(!e.w->isMaximized());
+        QVERIFY(e.prompt.log.isEmpty());
+    }
+
     // Settings that cannot be written do not hold up closing, but the user hears of it.
     void settingsThatCannotBeWrittenAreTold()
     {
-        const QString blocker = m_dir.filePath(QStringLiteral("not-a-folder"));
-        write(blocker, "x");
-        {
-            Editor e(blocker + QStringLiteral("/config.ini"));
-            QVERIFY(e.w->close());
-            QCOMPARE(e.prompt.messages().size(), 1);
-            QVERIFY(e.prompt.messages().first().contains(QStringLiteral("Einstellungen")));
-            QCOMPARE(e.prompt.log.first().icon, UserPrompt::Icon::Warning);
-        }
-        QFile::remove(blocker);
+        QTemporaryDir dir;
+        QFile blocker(dir.filePath(QStringLiteral("not-a-folder")));
+        QVERIFY(blocker.open(QIODevice::WriteOnly));
+        blocker.close();
+        Editor e(blocker.fileName() + QStringLiteral("/config.ini"));
+        QVERIFY(e.w->close());
+        QCOMPARE(e.prompt.messages().size(), 1);
+        QVERIFY(e.prompt.messages().first().contains(QStringLiteral("Einstellungen")));
+        QCOMPARE(e.prompt.log.first().icon, UserPrompt::Icon::Warning);
     }
 
     // Working in the calculator panel (its fields, labels, check box and buttons take the focus)
@@ -379,84 +348,58 @@ private slots:
     void theCalculatorKeepsItsClassWhileUsed_data()
     {
         QTest::addColumn<QString>("control");
-        QTest::newRow("new minimum") << "txtNewMin";
-        QTest::newRow("available label") << "lblAvailMin";
-        QTest::newRow("free label") << "lblFreeMin";
-        QTest::newRow("apply") << "cmdApply";
-        QTest::newRow("auto apply") << "chlAutoApply";
+        for (const char* control : {"txtNewMin", "lblAvailMin", "lblFreeMin", "cmdApply", "chlAutoApply"})
+            QTest::newRow(control) << QString::fromLatin1(control);
     }
     void theCalculatorKeepsItsClassWhileUsed()
     {
         QFETCH(QString, control);
         Editor e(config());
-        e.w->show();
-        QApplication::setActiveWindow(e.w.get());
-        QVERIFY(QTest::qWaitForWindowActive(e.w.get()));
+        QVERIFY(e.show());
         QVERIFY(trigger(e, "optDown"));
         QVERIFY(trigger(e, "NewMainClass"));
         QoSClass* c = e.doc().Down1()->SelectedClass();
-        QVERIFY(c);
         QCoreApplication::processEvents();
-        QWidget* box = e.w->findChild<QWidget*>(c->Name());
-        QVERIFY(box);
-        box->setFocus(Qt::MouseFocusReason);
+        e.w->findChild<QWidget*>(c->Name())->setFocus(Qt::MouseFocusReason);
         QWidget* target = e.w->findChild<QWidget*>(control);
-        QVERIFY(target);
-        QWidget* focusable = target->focusProxy() ? target->focusProxy() : target;
-        QTest::mouseClick(focusable, Qt::LeftButton);
+        QTest::mouseClick(target->focusProxy() ? target->focusProxy() : target, Qt::LeftButton);
         QCoreApplication::processEvents();
         QVERIFY(target->isEnabled());
         QCOMPARE(e.doc().Down1()->SelectedClass(), c);
         QCOMPARE(e.w->calculator().CurrentClass(), c);
-        QVERIFY(e.child<QLabel>("lblClass")
-                    ->text()
-                    .contains(c->Caption().isEmpty() ? QStringLiteral("(ohne Titel)") : c->Caption()));
+        QVERIFY(!c->Caption().isEmpty() && e.child<QLabel>("lblClass")->text().contains(c->Caption()));
     }
 
-    void corruptSettingsAreIgnored()
-    {
-        write(config(),
-              QByteArray(
-                  "[Down]\nCols=\nRows=viele\n[MainWindow]\nLeft=-99999999\nTop=x\nWidth=\n"
-                  "WindowState=\nCalculator=\n\x01\x02=\n[Common]\nQoSInternetBandDown=99999999999kbit\n"));
-        Editor e(config());
-        QCOMPARE(e.doc().Down1()->prop().Cols, 6);
-        QCOMPARE(e.doc().Down1()->prop().Rows, 5);
-        QVERIFY(e.action("Calc")->isChecked());
-        QVERIFY(e.w->geometry().width() > 100);
-        QVERIFY(!e.w->isMaximized());
-        QVERIFY(e.prompt.log.isEmpty()); // and nobody was asked anything
-    }
-
-    // Leaving a field by switching the page runs the field's check: the page stays while the
-    // check fails, the user is told once, and the focus is back in the field on screen.
-    void aPageSwitchRunsTheFieldsCheck_data()
+    // Leaving a filter's address or port list while its check fails, by Tab, by switching the
+    // page or by a command of the window that would act on the value: the field keeps the
+    // focus on screen, the page stays, the command does not run, and the user is told once, in
+    // a message or, for too many ports, in the status line. Put right, the field lets go.
+    void leavingAFieldRunsItsCheck_data()
     {
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("message");
+        QTest::addColumn<int>("icon");
         QTest::addColumn<QString>("status");
         QTest::addColumn<QString>("way");
         QStringList ports;
         for (int p = 1; p <= 21; ++p)
             ports << QString::number(p);
-        const struct
-        {
-            const char* name;
-            QString box, typed, message, status;
-        } fields[] = {
-            {"short address", QStringLiteral("txtIP"), QStringLiteral("10.1"),
-             QStringLiteral("Keine gültige IP!"), QString()},
-            {"port out of range", QStringLiteral("txtPort"), QStringLiteral("70000"),
-             QStringLiteral("Nur werte von 0 bis 65535 sind erlaubt!"), QString()},
-            {"21 ports", QStringLiteral("txtPort"), ports.join(u','), QString(),
-             QStringLiteral("Zuviele Ports")},
+        const QString critical = QString::number(int(UserPrompt::Icon::Critical)),
+                      none = QString::number(int(UserPrompt::Icon::None));
+        const QStringList fields[] = {
+            {"short address", "txtIP", "10.1", "Keine gültige IP!", critical, ""},
+            {"port out of range", "txtPort", "70000", "Nur werte von 0 bis 65535 sind erlaubt!", none, ""},
+            {"21 ports", "txtPort", ports.join(u','), "", none, "Zuviele Ports"},
         };
-        for (const auto& f : fields)
-            for (const char* way : {"tab Allgemein", "tab Up", "optUp", "Ctrl+Tab"})
-                QTest::addRow("%s, %s", f.name, way) << f.box << f.typed << f.message << f.status << way;
+        for (const QStringList& f : fields)
+            for (const char* way :
+                 {"Tab", "tab Allgemein", "tab Up", "optUp", "Ctrl+Tab", "Command2", "Save", "itmFileSaveAs",
+                  "New", "itmFileOpen", "NewMainClass", "DeleteObject", "close"})
+                QTest::addRow("%s, %s", qPrintable(f[0]), way)
+                    << f[1] << f[2] << f[3] << f[4].toInt() << f[5] << QString::fromLatin1(way);
     }
-    void aPageSwitchRunsTheFieldsCheck()
+    void leavingAFieldRunsItsCheck()
     {
         QFETCH(QString, box);
         QFETCH(QString, typed);
@@ -466,67 +409,47 @@ private slots:
         Editor e(config());
         QLineEdit* edit = typeIntoFilter(e, box.toLatin1().constData(), typed);
         QVERIFY(edit);
-        QTabBar* tabs = e.w->tabStrip()->tabBar();
-        const auto switchPage = [&] {
-            if (way == u"tab Allgemein")
-                QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(0).center());
-            else if (way == u"tab Up")
-                QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(2).center());
-            else if (way == u"optUp")
-                trigger(e, "optUp");
-            else
-                QTest::keyClick(edit, Qt::Key_Tab, Qt::ControlModifier);
-            QCoreApplication::processEvents();
-        };
-        switchPage();
-        QCOMPARE(e.w->tabStrip()->currentIndex(), 1);
-        QCOMPARE(QApplication::focusWidget(), edit);
-        QCOMPARE(e.prompt.messages().size(), message.isEmpty() ? 0 : 1);
-        if (!message.isEmpty())
-            QVERIFY(e.prompt.messages().first().startsWith(message));
-        if (!status.isEmpty())
-            QCOMPARE(e.status(), status);
-
-        // Put right, the field lets the page go.
-        edit->selectAll();
-        QTest::keyClick(edit, Qt::Key_Backspace);
-        switchPage();
-        QVERIFY(e.w->tabStrip()->currentIndex() != 1);
-        QCOMPARE(e.prompt.messages().size(), message.isEmpty() ? 0 : 1);
-    }
-
-    // A command of the window that would act on the value asks the field first, and does not
-    // run while its check fails.
-    void commandsAskTheFocusedField_data()
-    {
-        QTest::addColumn<QString>("command");
-        for (const char* command : {"Command2", "Save", "itmFileSaveAs", "New", "itmFileOpen", "NewMainClass",
-                                    "DeleteObject", "close"})
-            QTest::newRow(command) << QString::fromLatin1(command);
-    }
-    void commandsAskTheFocusedField()
-    {
-        QFETCH(QString, command);
-        Editor e(config());
-        QLineEdit* edit = typeIntoFilter(e, "txtIP", QStringLiteral("10.1"));
-        QVERIFY(edit);
         QApplication::clipboard()->setText(QStringLiteral("vorher"));
         const int objects = e.doc().Down1()->ObjectCount();
-        if (command == u"Command2")
-            QTest::mouseClick(e.child<QPushButton>("Command2"), Qt::LeftButton);
-        else if (command == u"close")
-            QVERIFY(!e.w->close());
-        else
-            QVERIFY(trigger(e, command.toLatin1().constData()));
-        QCoreApplication::processEvents();
-        QCOMPARE(e.prompt.log.size(), 1); // the address's message, no file dialog, no question
-        QVERIFY(e.prompt.log.first().text.startsWith(QStringLiteral("Keine gültige IP!")));
+        QTabBar* tabs = e.w->tabStrip()->tabBar();
+        const bool command = !way.contains(u"Tab") && !way.startsWith(u"tab") && way != u"optUp";
+        const auto leave = [&] {
+            if (way == u"Tab")
+                QTest::keyClick(edit, Qt::Key_Tab);
+            else if (way.startsWith(u"tab "))
+                QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(way == u"tab Up" ? 2 : 0).center());
+            else if (way == u"Ctrl+Tab")
+                QTest::keyClick(edit, Qt::Key_Tab, Qt::ControlModifier);
+            else if (way == u"Command2")
+                QTest::mouseClick(e.child<QPushButton>("Command2"), Qt::LeftButton);
+            else if (way == u"close")
+                e.w->close();
+            else
+                QVERIFY(trigger(e, way.toLatin1().constData()));
+            QCoreApplication::processEvents();
+        };
+        leave();
+        QCOMPARE(e.w->tabStrip()->currentIndex(), 1);
         QCOMPARE(QApplication::focusWidget(), edit);
+        QCOMPARE(e.prompt.log.size(), message.isEmpty() ? 0 : 1); // no file dialog, no question
+        if (!message.isEmpty()) {
+            QVERIFY(e.prompt.log.first().text.startsWith(message));
+            QTEST(int(e.prompt.log.first().icon), "icon");
+        }
+        if (!status.isEmpty())
+            QCOMPARE(e.status(), status);
         QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("vorher"));
         QCOMPARE(e.doc().Down1()->ObjectCount(), objects);
         QVERIFY(e.w->isVisible());
+
+        edit->selectAll();
+        QTest::keyClick(edit, Qt::Key_Backspace);
+        if (!command) {
+            leave();
+            QVERIFY(QApplication::focusWidget() != edit);
+            QCOMPARE(e.prompt.log.size(), message.isEmpty() ? 0 : 1);
+        }
         e.prompt.yesNoCancel << UserPrompt::Answer::No; // for the window going at the end
-        edit->clear();
     }
 
     // The fields of the common page refuse a paste the writer could not write; the description
@@ -537,8 +460,8 @@ private slots:
         QTest::addColumn<QString>("pasted");
         QTest::addColumn<bool>("taken");
         // clang-format off
-        QTest::newRow("device") << "txtQoSInternetDev" << "ppp1" << true;
-        QTest::newRow("device with a quote") << "txtQoSLocalNetDev" << "eth'0" << false;
+        QTest::newRow("device") << "txtQoSLocalNetDev" << "eth1" << true;
+        QTest::newRow("device with a quote") << "txtQoSInternetDev" << "ppp'0" << false;
         QTest::newRow("description with lines and quotes") << "txtDescription" << "Büro's\nNetz" << true;
         QTest::newRow("description outside the code page") << "txtDescription" << "Netz → LAN" << false;
         // clang-format on
@@ -552,14 +475,16 @@ private slots:
         e.w->show();
         QWidget* edit = e.child<QWidget>(box.toLatin1().constData());
         edit->setFocus();
-        const QString before = e.doc().Common1()->QoSDescription() + e.doc().Common1()->QoSInternetDev() +
-                               e.doc().Common1()->QoSLocalNetDev();
+        const QoSCommon* common = e.doc().Common1();
+        const auto value = [&] {
+            return box == u"txtDescription"      ? common->QoSDescription()
+                   : box == u"txtQoSLocalNetDev" ? common->QoSLocalNetDev()
+                                                 : common->QoSInternetDev();
+        };
+        const QString before = value();
         QApplication::clipboard()->setText(pasted);
         QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
-        const QString after = e.doc().Common1()->QoSDescription() + e.doc().Common1()->QoSInternetDev() +
-                              e.doc().Common1()->QoSLocalNetDev();
-        QCOMPARE(after.contains(pasted), taken);
-        QCOMPARE(after == before, !taken);
+        QVERIFY(taken ? value().contains(pasted) : value() == before);
         QCOMPARE(e.prompt.log.size(), taken ? 0 : 1);
         if (!taken)
             QCOMPARE(e.prompt.log.first().icon, UserPrompt::Icon::Warning);
@@ -604,8 +529,6 @@ private slots:
             PageScript::flt(e.doc(), 1)->SetSelected(true);
         else if (selection == u"connector")
             empty->LineTop()->SetSelected(true);
-        else
-            page->SetSelectedObject(nullptr);
 
         const EditorSession& s = e.w->session();
         const ObjectPage* shown = e.w->CurrentPage();
@@ -629,8 +552,8 @@ private slots:
         e.prompt.yesNoCancel << UserPrompt::Answer::No;
     }
 
-    // RunPageTool runs a page tool by its key; any other key is asked about like a page
-    // command and, on an object page, named in a message.
+    // RunPageTool runs a page tool by its key, as its button would; any other key is asked
+    // about like a page command and, on an object page, named in a message.
     void runPageToolByKey_data()
     {
         QTest::addColumn<QString>("key");
@@ -639,7 +562,6 @@ private slots:
         QTest::addColumn<QString>("message");
         // clang-format off
         QTest::newRow("a page tool") << "NewMainClass" << 1 << 1 << "";
-        QTest::newRow("the NewObject button") << "NewObject" << 2 << 1 << "";
         QTest::newRow("a page tool on Allgemein") << "NewMainClass" << 0 << 0 << "";
         QTest::newRow("an unknown key on Allgemein") << "Nonsense" << 0 << 0 << "";
         QTest::newRow("an unknown key on a page") << "Nonsense" << 1 << 0 << "Aktion für Button Nonsense (-1) in tbrPage nicht definiert.";
@@ -716,22 +638,16 @@ private slots:
         QFETCH(QString, typed);
         QFETCH(bool, red);
         Document doc;
-        QoSClass* parent =
-            doc.Down1()->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("1000kbit"),
-                                                        .maxBandwidth = QStringLiteral("1000kbit"),
-                                                        .direction = QStringLiteral("down"),
-                                                        .prio = QStringLiteral("0")});
-        QoSClass* c = doc.Down1()->AddClass(parent, {.minBandwidth = QStringLiteral("300kbit"),
-                                                     .direction = QStringLiteral("down"),
-                                                     .prio = QStringLiteral("0")});
-        doc.Down1()->AddClass(
-            parent,
-            {.minBandwidth = siblingMin, .direction = QStringLiteral("down"), .prio = QStringLiteral("0")});
+        PageScript::run(doc.Down1(), QStringLiteral("C S1 S1"));
+        PageScript::cls(doc, 1)->SetQoSMinBandWidth(QStringLiteral("1000kbit"));
+        PageScript::cls(doc, 1)->SetQoSMaxBandWidth(QStringLiteral("1000kbit"));
+        PageScript::cls(doc, 2)->SetQoSMinBandWidth(QStringLiteral("300kbit"));
+        PageScript::cls(doc, 3)->SetQoSMinBandWidth(siblingMin);
         ClassCalculator calc;
         ClassCalculatorPanel panel(&calc);
         const auto* after = panel.findChild<QLineEdit*>(QStringLiteral("txtNewMinAfter"));
         QVERIFY(after->text().isEmpty()); // no class yet
-        calc.SetQoSClass(c);
+        calc.SetQoSClass(PageScript::cls(doc, 2));
         calc.NewMin()->SetValue(QStringLiteral("999999")); // red first: the colour must come back
         calc.NewMin()->SetValue(typed);
         QTEST(after->text(), "after");
@@ -754,10 +670,7 @@ private slots:
     void calculatorAppliesWhenAnotherBoxIsClicked()
     {
         Editor e(config());
-        e.w->resize(1200, 1000);
-        e.w->show();
-        QApplication::setActiveWindow(e.w.get());
-        QVERIFY(QTest::qWaitForWindowActive(e.w.get()));
+        QVERIFY(e.show());
         QVERIFY(trigger(e, "optDown"));
         QVERIFY(trigger(e, "NewMainClass"));
         QVERIFY(trigger(e, "NewSubClass"));
@@ -806,7 +719,8 @@ private slots:
                          qPrintable(a->objectName()));
         // The status line reads as what it says now.
         trigger(e, "itmFileOpen");
-        QCOMPARE(e.child<QLabel>("pnlStatus")->accessibleName(), QStringLiteral("Datei öffnen abgebrochen."));
+        QCOMPARE(e.status(), QStringLiteral("Datei öffnen abgebrochen."));
+        QCOMPARE(e.child<QLabel>("pnlStatus")->accessibleName(), e.status());
     }
 };
 
