@@ -28,23 +28,10 @@ class TestValidationWatcher : public QObject
         Tree()
         {
             doc.Common1()->SetQoSInternetBandDown(QStringLiteral("1000kbit"));
-            add(QStringLiteral("A"), nullptr, QStringLiteral("400kbit"), QStringLiteral("1000kbit"));
-            add(QStringLiteral("B"), nullptr, QStringLiteral("400kbit"), QStringLiteral("1000kbit"));
-            add(QStringLiteral("A1"), classes[QStringLiteral("A")], QStringLiteral("300kbit"),
-                QStringLiteral("800kbit"));
-            add(QStringLiteral("A2"), classes[QStringLiteral("A")], QStringLiteral("300kbit"),
-                QStringLiteral("800kbit"));
+            for (const char* step : {"add A 400kbit 1000kbit", "add B 400kbit 1000kbit",
+                                     "add A1 300kbit 800kbit A", "add A2 300kbit 800kbit A"})
+                run(QString::fromLatin1(step));
             QCoreApplication::processEvents();
-        }
-        void add(const QString& name, QoSClass* parent, const QString& min, const QString& max)
-        {
-            classes.insert(name, doc.Down1()->AddClass(parent ? QString::number(parent->ClassIdx())
-                                                              : QStringLiteral("0"),
-                                                       {.minBandwidth = min,
-                                                        .maxBandwidth = max,
-                                                        .direction = QStringLiteral("down"),
-                                                        .prio = QStringLiteral("0"),
-                                                        .caption = name}));
         }
         // "A.min B.max": the flags that are invalid; every other flag is valid.
         QString invalid() const
@@ -63,7 +50,8 @@ class TestValidationWatcher : public QObject
         }
         // One step of a row: "B.min=700kbit", "A.max=500kbit", "line=700kbit", "line-field=500"
         // (typed into the common page's field), "cut A1", "plug B A1" (B hung under A1),
-        // "delete B", "clear" (the document), "add A 1200kbit 1000kbit" (a main class).
+        // "delete B", "clear" (the document), "add A1 300kbit 800kbit A" (name, minimum, maximum
+        // and, for a sub class, its parent).
         void run(const QString& step)
         {
             const QStringList words = step.split(u' ');
@@ -78,7 +66,14 @@ class TestValidationWatcher : public QObject
                 QVERIFY(doc.ClearDocument());
                 classes.clear();
             } else if (words[0] == u"add") {
-                add(words[1], nullptr, words[2], words[3]);
+                const QoSClass* parent = classes.value(words.value(4));
+                classes.insert(words[1], doc.Down1()->AddClass(parent ? QString::number(parent->ClassIdx())
+                                                                      : QStringLiteral("0"),
+                                                               {.minBandwidth = words[2],
+                                                                .maxBandwidth = words[3],
+                                                                .direction = QStringLiteral("down"),
+                                                                .prio = QStringLiteral("0"),
+                                                                .caption = words[1]}));
             } else {
                 const QString target = step.section(u'=', 0, 0);
                 const QString value = step.section(u'=', 1);
