@@ -118,22 +118,19 @@ private slots:
     // The check button's sum stops at 32 bits after every step; the balance lines add on.
     void siblingSum_data()
     {
+        using Checked32 = std::optional<qint32>;
+        using Total64 = std::optional<qint64>;
         QTest::addColumn<QStringList>("minimums");
-        QTest::addColumn<std::optional<qint32>>("checked");
-        QTest::addColumn<std::optional<qint64>>("total");
-        const std::optional<qint32> none;
-        QTest::newRow("no classes") << QStringList() << std::optional<qint32>(0) << std::optional<qint64>(0);
-        QTest::newRow("kbit of each unit")
-            << QStringList{"300kbit", "1Mbit"} << std::optional<qint32>(1324) << std::optional<qint64>(1324);
-        QTest::newRow("beyond 32 bits")
-            << QStringList{"2000000000kbit", "2000000000kbit"} << none << std::optional<qint64>(4000000000LL);
-        QTest::newRow("beyond 32 bits on the way only")
-            << QStringList{"2147483647kbit", "1kbit", "-5kbit"} << none << std::optional<qint64>(2147483643);
-        QTest::newRow("within 32 bits in another order")
-            << QStringList{"-5kbit", "2147483647kbit", "1kbit"} << std::optional<qint32>(2147483643)
-            << std::optional<qint64>(2147483643);
-        QTest::newRow("a minimum beyond 32 bits")
-            << QStringList{"300kbit", "3000Gbit"} << none << std::optional<qint64>();
+        QTest::addColumn<Checked32>("checked");
+        QTest::addColumn<Total64>("total");
+        // clang-format off
+        QTest::newRow("no classes") << QStringList() << Checked32(0) << Total64(0);
+        QTest::newRow("kbit of each unit") << QStringList{"300kbit", "1Mbit"} << Checked32(1324) << Total64(1324);
+        QTest::newRow("beyond 32 bits") << QStringList{"2000000000kbit", "2000000000kbit"} << Checked32() << Total64(4000000000LL);
+        QTest::newRow("beyond 32 bits on the way only") << QStringList{"2147483647kbit", "1kbit", "-5kbit"} << Checked32() << Total64(2147483643);
+        QTest::newRow("within 32 bits in another order") << QStringList{"-5kbit", "2147483647kbit", "1kbit"} << Checked32(2147483643) << Total64(2147483643);
+        QTest::newRow("a minimum beyond 32 bits") << QStringList{"300kbit", "3000Gbit"} << Checked32() << Total64();
+        // clang-format on
     }
     void siblingSum()
     {

@@ -57,6 +57,15 @@ class TestTree : public QObject
         }
     }
 
+    // A class of the down page.
+    static QoSClass* addClass(ObjectPage* page, QStringView parent, QStringView min, QStringView max)
+    {
+        return page->AddClass(parent.toString(), {.minBandwidth = min.toString(),
+                                                  .maxBandwidth = max.toString(),
+                                                  .direction = QStringLiteral("down"),
+                                                  .prio = QStringLiteral("0")});
+    }
+
 private slots:
     void validation_data()
     {
@@ -66,33 +75,17 @@ private slots:
         QTest::addColumn<QString>("parentMax"); // "" for main classes
         QTest::addColumn<bool>("minValid");
         QTest::addColumn<bool>("maxValid");
-
-        QTest::newRow("zero minimum is invalid although the line has room")
-            << "768kbit" << QStringList{"0kbit"} << "768kbit"
-            << "" << false << true;
-        QTest::newRow("three of 400 overbook 1000")
-            << "1000kbit" << QStringList{"400kbit", "400kbit", "400kbit"} << "1000kbit"
-            << "" << false << true;
-        QTest::newRow("three of 300 fit 1000")
-            << "1000kbit" << QStringList{"300kbit", "300kbit", "300kbit"} << "1000kbit"
-            << "" << true << true;
-        QTest::newRow("limit of a main class takes the bare line number")
-            << "2Mbit" << QStringList{"100kbit"} << "2kbit"
-            << "" << false << true;
-        QTest::newRow("maximum is compared by its entered number")
-            << "1000kbit" << QStringList{"100kbit"} << "2Mbit"
-            << "" << true << true;
-        QTest::newRow("maximum above the limit") << "1000kbit" << QStringList{"100kbit"} << "1001kbit"
-                                                 << "" << true << false;
-        QTest::newRow("parent maximum 0 makes every maximum invalid")
-            << "1000kbit" << QStringList{"1kbit"} << "1kbit"
-            << "0kbit" << false << false;
-        QTest::newRow("sub classes against the parent maximum in kbit")
-            << "1000kbit" << QStringList{"512kbit", "512kbit"} << "1Mbit"
-            << "1Mbit" << true << true;
-        QTest::newRow("sub classes overbooking the parent")
-            << "1000kbit" << QStringList{"600kbit", "500kbit"} << "1kbit"
-            << "1Mbit" << false << true;
+        // clang-format off
+        QTest::newRow("zero minimum is invalid although the line has room") << "768kbit" << QStringList{"0kbit"} << "768kbit" << "" << false << true;
+        QTest::newRow("three of 400 overbook 1000") << "1000kbit" << QStringList{"400kbit", "400kbit", "400kbit"} << "1000kbit" << "" << false << true;
+        QTest::newRow("400, 300 and 300 fill 1000 exactly") << "1000kbit" << QStringList{"400kbit", "300kbit", "300kbit"} << "1000kbit" << "" << true << true;
+        QTest::newRow("limit of a main class takes the bare line number") << "2Mbit" << QStringList{"100kbit"} << "2kbit" << "" << false << true;
+        QTest::newRow("maximum is compared by its entered number") << "1000kbit" << QStringList{"100kbit"} << "2Mbit" << "" << true << true;
+        QTest::newRow("maximum above the limit") << "1000kbit" << QStringList{"100kbit"} << "1001kbit" << "" << true << false;
+        QTest::newRow("parent maximum 0 makes every maximum invalid") << "1000kbit" << QStringList{"1kbit"} << "1kbit" << "0kbit" << false << false;
+        QTest::newRow("sub classes against the parent maximum in kbit") << "1000kbit" << QStringList{"512kbit", "512kbit"} << "1Mbit" << "1Mbit" << true << true;
+        QTest::newRow("sub classes overbooking the parent") << "1000kbit" << QStringList{"600kbit", "500kbit"} << "1kbit" << "1Mbit" << false << true;
+        // clang-format on
     }
     void validation()
     {
@@ -100,64 +93,33 @@ private slots:
         QFETCH(QStringList, mins);
         QFETCH(QString, max);
         QFETCH(QString, parentMax);
-        QFETCH(bool, minValid);
-        QFETCH(bool, maxValid);
         Document doc;
         doc.Common1()->SetQoSInternetBandDown(line);
-        ObjectPage* page = doc.Down1();
         QString parent = QStringLiteral("0");
         if (!parentMax.isEmpty())
-            parent = QString::number(page->AddClass(parent, {.minBandwidth = QStringLiteral("1kbit"),
-                                                             .maxBandwidth = parentMax,
-                                                             .direction = QStringLiteral("down"),
-                                                             .prio = QStringLiteral("0")})
-                                         ->ClassIdx());
+            parent = QString::number(addClass(doc.Down1(), u"0", u"1kbit", parentMax)->ClassIdx());
         QList<QoSClass*> classes;
-        for (const QString& min : mins) {
-            classes << page->AddClass(parent, {.minBandwidth = min,
-                                               .maxBandwidth = max,
-                                               .direction = QStringLiteral("down"),
-                                               .prio = QStringLiteral("0")});
-        }
-        QoSClass* root = classes.first()->TopClass();
-        root->Validate(true);
+        for (const QString& min : mins)
+            classes << addClass(doc.Down1(), parent, min, max);
+        classes.first()->TopClass()->Validate(true);
         if (parentMax.isEmpty())
             for (QoSClass* c : classes)
                 c->Validate(false);
         for (QoSClass* c : classes) {
-            QCOMPARE(c->MinField()->IsValid(), minValid);
-            QCOMPARE(c->MaxField()->IsValid(), maxValid);
+            QTEST(c->MinField()->IsValid(), "minValid");
+            QTEST(c->MaxField()->IsValid(), "maxValid");
         }
     }
 
+    // A sum beyond 32 bits cannot be judged: the flags stay as they were.
     void validationOverflowLeavesFlags()
     {
         Document doc;
-        QoSClass* a =
-            doc.Down1()->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("2000000000kbit"),
-                                                        .maxBandwidth = QStringLiteral("1kbit"),
-                                                        .direction = QStringLiteral("down")});
-        doc.Down1()->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("2000000000kbit"),
-                                                    .maxBandwidth = QStringLiteral("1kbit"),
-                                                    .direction = QStringLiteral("down")});
+        QoSClass* a = addClass(doc.Down1(), u"0", u"2000000000kbit", u"1kbit");
+        addClass(doc.Down1(), u"0", u"2000000000kbit", u"1kbit");
         a->MinField()->SetIsValid(true);
         QVERIFY_THROWS_EXCEPTION(QoSError, a->Validate(true));
         QVERIFY(a->MinField()->IsValid());
-    }
-
-    void kbitFollowsTheField()
-    {
-        Document doc;
-        QoSClass* c = doc.Down1()->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("1kbit"),
-                                                                  .maxBandwidth = QStringLiteral("10Mbit"),
-                                                                  .direction = QStringLiteral("down")});
-        QCOMPARE(c->QoSMaxBandWidthKBit(), 10240);
-        // A unit with capitals cannot be written back from kbit: the field's own rule.
-        c->SetQoSMaxBandWidthKBit(2048);
-        QCOMPARE(c->QoSMaxBandWidth(), QStringLiteral("0Mbit"));
-        c->SetQoSMaxBandWidth(QStringLiteral("3mbit"));
-        c->SetQoSMaxBandWidthKBit(2048);
-        QCOMPARE(c->QoSMaxBandWidth(), QStringLiteral("2mbit"));
     }
 
     void subClassDefaults()
@@ -174,38 +136,31 @@ private slots:
         QCOMPARE(cls(doc, 3)->QoSParent(), QStringLiteral("1"));
     }
 
+    // Setting a class's parent by number; every refused link leaves it a main class.
     void parentLinks_data()
     {
         QTest::addColumn<QString>("number");
         QTest::addColumn<QString>("parent");
-        QTest::newRow("zero") << "0"
-                              << "0";
-        QTest::newRow("negative") << "-1"
-                                  << "0";
-        QTest::newRow("no number") << "abc"
-                                   << "0";
-        QTest::newRow("no such class") << "77"
-                                       << "0";
-        QTest::newRow("itself") << "4"
-                                << "0";
-        QTest::newRow("a class with filters") << "2"
-                                              << "0";
-        QTest::newRow("a plain main class") << "3"
-                                            << "3";
-        QTest::newRow("fraction truncates") << "3.9"
-                                            << "3";
-        QTest::newRow("huge") << "99999999999999"
-                              << "0";
+        // clang-format off
+        QTest::newRow("zero") << "0" << "0";
+        QTest::newRow("no number") << "abc" << "0";
+        QTest::newRow("no such class") << "77" << "0";
+        QTest::newRow("huge") << "99999999999999" << "0";
+        QTest::newRow("itself") << "4" << "0";
+        QTest::newRow("its own descendant") << "6" << "0";
+        QTest::newRow("a class with filters") << "2" << "0";
+        QTest::newRow("a plain main class") << "3" << "3";
+        QTest::newRow("fraction truncates") << "3.9" << "3";
+        // clang-format on
     }
     void parentLinks()
     {
         QFETCH(QString, number);
-        QFETCH(QString, parent);
         Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C C F2 C C"));
+        PageScript::run(doc.Down1(), QStringLiteral("C C F2 C C S4 S5"));
         QoSClass* c = cls(doc, 4);
         c->SetQoSParent(number);
-        QCOMPARE(c->QoSParent(), parent);
+        QTEST(c->QoSParent(), "parent");
         verifyLinks(doc);
     }
 
@@ -217,7 +172,6 @@ private slots:
         QTest::addColumn<int>("linked"); // class linked below `under` after the script, or 0
         QTest::addColumn<int>("under");
         QTest::addColumn<QString>("levels"); // level/depth of every class in creation order
-        QTest::newRow("one main class") << "C" << 0 << 0 << "0/0";
         QTest::newRow("filters are no level") << "C F1 F1" << 0 << 0 << "0/0";
         QTest::newRow("a chain of four") << "C S1 S2 S3" << 0 << 0 << "0/3 1/2 2/1 3/0";
         QTest::newRow("siblings and a deeper branch") << "C S1 S1 S3 C" << 0 << 0 << "0/2 1/0 1/1 2/0 0/0";
@@ -248,15 +202,11 @@ private slots:
         QTest::addColumn<QString>("situation");
         QTest::addColumn<QString>("cell"); // of the newest box
         QTest::addColumn<QString>("size"); // of its page
-        QTest::newRow("fourth level on a page of three rows") << "rows3"
-                                                              << "0,3"
-                                                              << "6x4";
-        QTest::newRow("parent on the other page") << "foreign"
-                                                  << "0,0"
-                                                  << "6x5";
-        QTest::newRow("filter of a class dragged beyond the page") << "dragged"
-                                                                   << "9,4"
-                                                                   << "10x5";
+        // clang-format off
+        QTest::newRow("fourth level on a page of three rows") << "rows3" << "0,3" << "6x4";
+        QTest::newRow("parent on the other page") << "foreign" << "0,0" << "6x5";
+        QTest::newRow("filter of a class dragged beyond the page") << "dragged" << "9,4" << "10x5";
+        // clang-format on
     }
     void newBoxesStandOnTheirPage()
     {
@@ -278,6 +228,7 @@ private slots:
                                                                .prio = QStringLiteral("0"),
                                                                .caption = QStringLiteral("fremd")}));
             // Whole, as a main class of its own page with the main-class defaults.
+            QCOMPARE(down->ObjectCount(), 1);
             auto* c = qobject_cast<QoSClass*>(down->ContainedObjects().last());
             QCOMPARE(c->ParentQoSObject(), nullptr);
             QCOMPARE(c->QoSDirection(), QStringLiteral("down"));
@@ -305,17 +256,16 @@ private slots:
             file += QStringLiteral("QOS_CLASS_%1_PARENT='%2'\n").arg(n).arg(n <= 6 ? n - 1 : 0).toLatin1();
         QVERIFY(!ImportQoSBytes(doc, file).complete);
         QCOMPARE(doc.Down1()->ClassCount(), 7);
-        QoSClass* fresh = doc.Down1()->NewClassCommand();
-        QoSClass* sub =
-            doc.Down1()->AddClass(QString::number(fresh->ClassIdx()),
-                                  {.direction = QStringLiteral("down"), .prio = QStringLiteral("0")});
-        QCOMPARE(sub->ParentQoSObject(), fresh);
+        // A title of its own, so that only the counter keeps the numbers apart.
+        QoSClass* fresh = doc.Down1()->AddClass(
+            QString(), {.direction = QStringLiteral("down"), .caption = QStringLiteral("neu")});
+        PageScript::run(doc.Down1(), QStringLiteral("S%1").arg(fresh->ClassIdx()));
+        QCOMPARE(qobject_cast<QoSClass*>(doc.Objects().last())->ParentQoSObject(), fresh);
         QSet<int> numbers;
         for (QoSObject* o : doc.Objects())
             if (auto* c = qobject_cast<QoSClass*>(o))
                 numbers.insert(c->ClassIdx());
         QCOMPARE(numbers.size(), 9);
-        QCOMPARE(fresh->Caption(), QStringLiteral("Class %1").arg(fresh->ClassIdx()));
     }
 
     // Titles from an older numbering: after deleting the first of two new classes and saving,
@@ -339,100 +289,53 @@ private slots:
         QCOMPARE(titles.size(), 4);
     }
 
-    void noLinkBelowOwnDescendant()
-    {
-        Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C S1 S2"));
-        cls(doc, 1)->SetQoSParent(QStringLiteral("3"));
-        QCOMPARE(cls(doc, 1)->QoSParent(), QStringLiteral("0"));
-        QVERIFY(cls(doc, 1)->IsInDownTree(cls(doc, 3)));
-        QVERIFY(!cls(doc, 3)->IsInDownTree(cls(doc, 1)));
-        QVERIFY(!cls(doc, 1)->IsInDownTree(cls(doc, 1)));
-        QCOMPARE(cls(doc, 3)->TopClass(), cls(doc, 1));
-        verifyLinks(doc);
-    }
-
-    void relinkLeavesTheOldParent()
-    {
-        Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C C F1"));
-        flt(doc, 1)->SetQoSClass(QStringLiteral("2"));
-        QCOMPARE(flt(doc, 1)->QoSClass(), QStringLiteral("2"));
-        QVERIFY(!cls(doc, 1)->HasFilters());
-        QVERIFY(cls(doc, 2)->HasFilters());
-        QCOMPARE(flt(doc, 1)->LineTop()->Name(), QStringLiteral("LineTopQoSFilter1"));
-        verifyLinks(doc);
-    }
-
-    void filterUnderClassWithSubClassStaysUnlinked()
-    {
-        Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C S1 C F3"));
-        flt(doc, 1)->SetQoSClass(QStringLiteral("1"));
-        QCOMPARE(flt(doc, 1)->QoSClass(), QStringLiteral("3"));
-        verifyLinks(doc);
-    }
-
+    // One default class per page, and the common settings name it.
     void defaultClass()
     {
         Document doc;
         PageScript::run(doc.Down1(), QStringLiteral("C C"));
         PageScript::run(doc.Up1(), QStringLiteral("C"));
-        cls(doc, 3)->SetDefaultClass(true);
-        cls(doc, 1)->SetDefaultClass(true);
-        cls(doc, 2)->SetDefaultClass(true);
-        QVERIFY(!cls(doc, 1)->DefaultClass());
-        QVERIFY(cls(doc, 2)->DefaultClass());
-        QVERIFY(cls(doc, 3)->DefaultClass());
+        for (int n : {3, 1, 2})
+            cls(doc, n)->SetDefaultClass(true);
+        QCOMPARE(QList<bool>(
+                     {cls(doc, 1)->DefaultClass(), cls(doc, 2)->DefaultClass(), cls(doc, 3)->DefaultClass()}),
+                 QList<bool>({false, true, true}));
         QCOMPARE(doc.Common1()->QoSInternetDefaultDown(), QStringLiteral("2"));
         QCOMPARE(doc.Common1()->QoSInternetDefaultUp(), QStringLiteral("3"));
         cls(doc, 2)->SetDefaultClass(false);
         QCOMPARE(doc.Common1()->QoSInternetDefaultDown(), QStringLiteral("2"));
     }
 
-    void deleteClass()
+    // Deleting a class leaves its children on the page as main classes; cutting a line unlinks
+    // the box below it and deletes nothing.
+    void deleteClassAndCutLine()
     {
         Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C S1 S1 S2"));
-        QoSClass* middle = cls(doc, 2);
-        QVERIFY(cls(doc, 4)->LineTop());
-        middle->EditCut();
+        PageScript::run(doc.Down1(), QStringLiteral("C S1 S1 S2 C F5"));
+        cls(doc, 2)->EditCut();
         QCOMPARE(doc.Object(QStringLiteral("QoSClass2")), nullptr);
-        QCOMPARE(doc.Object(QStringLiteral("LineTopQoSClass2")), nullptr);
         QVERIFY(!cls(doc, 4)->LineTop());
         QCOMPARE(cls(doc, 4)->QoSParent(), QStringLiteral("0"));
         QCOMPARE(cls(doc, 1)->ChildNames(), QStringList{QStringLiteral("QoSClass3")});
         QCOMPARE(doc.Down1()->ObjectAt(0, 1), nullptr);
-        cls(doc, 1)->EditPaste(); // nothing to paste: deliberately empty
-        QCOMPARE(doc.Objects().size(), 3);
-        verifyLinks(doc);
-    }
-
-    void connectorCut()
-    {
-        Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
-        QoSConnector* line = flt(doc, 1)->LineTop();
-        QCOMPARE(line->BottomQosObject(), flt(doc, 1));
-        line->EditCut();
+        flt(doc, 1)->LineTop()->EditCut();
         QVERIFY(!flt(doc, 1)->LineTop());
         QCOMPARE(flt(doc, 1)->QoSClass(), QStringLiteral("0"));
-        QVERIFY(!cls(doc, 1)->HasFilters());
-        QCOMPARE(doc.Objects().size(), 2);
+        QVERIFY(!cls(doc, 5)->HasFilters());
+        QCOMPARE(doc.Objects().size(), 5);
         verifyLinks(doc);
     }
 
+    // A line runs on whole pixels from the parent's bottom middle to the child's top middle,
+    // with room around it for the mouse, and follows its boxes.
     void connectorGeometry()
     {
         Document doc;
         PageScript::run(doc.Down1(), QStringLiteral("C F1"));
         QoSConnector* line = flt(doc, 1)->LineTop();
         line->Move(100, 200, 100, 2000);
-        QCOMPARE(QList<int>({line->x1(), line->y1(), line->x2(), line->y2()}),
-                 QList<int>({90, 195, 90, 1995}));
-        QCOMPARE(line->Width(), 135);
-        QCOMPARE(line->Height(), 1920);
-        // The connector follows its boxes: from the parent's bottom middle to the child's top middle.
+        QCOMPARE(QList<int>({line->x1(), line->y1(), line->x2(), line->y2(), line->Width(), line->Height()}),
+                 QList<int>({90, 195, 90, 1995, 135, 1920}));
         cls(doc, 1)->SetMatrixX(2);
         const QoSClass* c = cls(doc, 1);
         QCOMPARE(line->x1(), int(c->Left() + c->Width() / 2.0) / 15 * 15);
@@ -444,100 +347,50 @@ private slots:
     {
         QTest::addColumn<QString>("script");
         QTest::addColumn<QString>("dragged");
-        QTest::addColumn<int>("cellX");
+        QTest::addColumn<int>("cellX"); // -1: let go far beyond any cell
         QTest::addColumn<int>("cellY");
         QTest::addColumn<QString>("plan"); // what the plan says before the drop
         QTest::addColumn<QString>("message");
         QTest::addColumn<QString>("layout");
         QTest::addColumn<QString>("parents"); // QoSParent / QoSClass of every object
 
-        QTest::newRow("free cell moves the box") << "C C"
-                                                 << "C2" << 4 << 2 << "move 4,2"
-                                                 << ""
-                                                 << "C1@0,0 C2@4,2"
-                                                 << "0 0";
-        QTest::newRow("onto itself nothing happens") << "C"
-                                                     << "C1" << 0 << 0 << "stay"
-                                                     << ""
-                                                     << "C1@0,0"
-                                                     << "0";
-        QTest::newRow("filter on filter") << "C F1 F1"
-                                          << "F1" << 0 << 5 << "refused"
-                                          << "Anhängen nicht möglich! TODO"
-                                          << "C1@0,0 F1@0,4 F2@0,5"
-                                          << "0 1 1";
-        QTest::newRow("class on filter does nothing") << "C C F1"
-                                                      << "C2" << 0 << 4 << "refused"
-                                                      << ""
-                                                      << "C1@0,0 C2@1,0 F1@0,4"
-                                                      << "0 0 1";
+        // clang-format off
+        QTest::newRow("free cell moves the box")
+            << "C C" << "C2" << 4 << 2 << "move 4,2" << "" << "C1@0,0 C2@4,2" << "0 0";
+        QTest::newRow("onto itself nothing happens")
+            << "C" << "C1" << 0 << 0 << "stay" << "" << "C1@0,0" << "0";
+        QTest::newRow("filter on filter")
+            << "C F1 F1" << "F1" << 0 << 5 << "refused" << "Anhängen nicht möglich! TODO" << "C1@0,0 F1@0,4 F2@0,5" << "0 1 1";
+        QTest::newRow("class on filter does nothing")
+            << "C C F1" << "C2" << 0 << 4 << "refused" << "" << "C1@0,0 C2@1,0 F1@0,4" << "0 0 1";
         QTest::newRow("filter on class with sub classes")
-            << "C S1 C F3"
-            << "F1" << 0 << 0 << "refused"
-            << "Anhängen nicht möglich! Klasse hat Unterklassen."
-            << "C1@0,0 C2@0,1 C3@1,0 F1@1,4"
-            << "0 1 0 3";
+            << "C S1 C F3" << "F1" << 0 << 0 << "refused" << "Anhängen nicht möglich! Klasse hat Unterklassen."
+            << "C1@0,0 C2@0,1 C3@1,0 F1@1,4" << "0 1 0 3";
         QTest::newRow("class on class with filters")
-            << "C F1 C"
-            << "C2" << 0 << 0 << "refused"
-            << "Anhängen nicht möglich. Klasse hat untergeordnete Filter."
-            << "C1@0,0 F1@0,4 C2@1,0"
-            << "0 1 0";
-        QTest::newRow("filter moves to another class") << "C F1 C"
-                                                       << "F1" << 1 << 0 << "link C2"
-                                                       << ""
-                                                       << "C1@0,0 F1@0,4 C2@1,0"
-                                                       << "0 2 0";
-        QTest::newRow("class hangs under another class") << "C C S2"
-                                                         << "C1" << 1 << 1 << "link C3"
-                                                         << ""
-                                                         << "C1@0,0 C2@1,0 C3@1,1"
-                                                         << "3 0 2";
-        QTest::newRow("main class on its grandchild swaps them") << "C S1 S2"
-                                                                 << "C1" << 0 << 2 << "swap C3"
-                                                                 << ""
-                                                                 << "C1@0,0 C2@0,1 C3@0,2"
-                                                                 << "3 1 0";
-        QTest::newRow("sub class on its own child swaps them") << "C S1 S2"
-                                                               << "C2" << 0 << 2 << "swap C3"
-                                                               << ""
-                                                               << "C1@0,0 C2@0,1 C3@0,2"
-                                                               << "0 3 0";
-        // No drop makes the tree deeper than four class levels.
-        QTest::newRow("main class with a sub class on a class of the fourth level")
-            << "C S1 S2 S3 C S5"
-            << "C5" << 0 << 3 << "refused"
-            << "Anhängen nicht möglich. Keine weitere Ebene möglich."
-            << "C1@0,0 C2@0,1 C3@0,2 C4@0,3 C5@1,0 C6@1,1"
-            << "0 1 2 3 0 5";
+            << "C F1 C" << "C2" << 0 << 0 << "refused" << "Anhängen nicht möglich. Klasse hat untergeordnete Filter."
+            << "C1@0,0 F1@0,4 C2@1,0" << "0 1 0";
+        QTest::newRow("filter moves to another class")
+            << "C F1 C" << "F1" << 1 << 0 << "link C2" << "" << "C1@0,0 F1@0,4 C2@1,0" << "0 2 0";
+        QTest::newRow("class hangs under another class")
+            << "C C S2" << "C1" << 1 << 1 << "link C3" << "" << "C1@0,0 C2@1,0 C3@1,1" << "3 0 2";
+        QTest::newRow("sub class on its own child swaps them")
+            << "C S1 S2" << "C2" << 0 << 2 << "swap C3" << "" << "C1@0,0 C2@0,1 C3@0,2" << "0 3 0";
+        // No drop makes the tree deeper than four class levels; a swap counts without the
+        // branch it lifts out.
         QTest::newRow("main class with a sub class on a class of the third level")
-            << "C S1 S2 C S4"
-            << "C4" << 0 << 2 << "refused"
-            << "Anhängen nicht möglich. Keine weitere Ebene möglich."
-            << "C1@0,0 C2@0,1 C3@0,2 C4@1,0 C5@1,1"
-            << "0 1 2 0 4";
-        QTest::newRow("main class alone on a class of the third level") << "C S1 S2 C"
-                                                                        << "C4" << 0 << 2 << "link C3"
-                                                                        << ""
-                                                                        << "C1@0,0 C2@0,1 C3@0,2 C4@1,0"
-                                                                        << "0 1 2 3";
+            << "C S1 S2 C S4" << "C4" << 0 << 2 << "refused" << "Anhängen nicht möglich. Keine weitere Ebene möglich."
+            << "C1@0,0 C2@0,1 C3@0,2 C4@1,0 C5@1,1" << "0 1 2 0 4";
         QTest::newRow("main class on its great-grandchild swaps them within four levels")
-            << "C S1 S2 S3"
-            << "C1" << 0 << 3 << "swap C4"
-            << ""
-            << "C1@0,0 C2@0,1 C3@0,2 C4@0,3"
-            << "4 1 2 0";
+            << "C S1 S2 S3" << "C1" << 0 << 3 << "swap C4" << "" << "C1@0,0 C2@0,1 C3@0,2 C4@0,3" << "4 1 2 0";
         // A class in a filter row could not be read back from the file.
-        QTest::newRow("class into a filter row") << "C C"
-                                                 << "C2" << 3 << 4 << "refused"
-                                                 << "Verschieben nicht möglich. Keine weitere Ebene möglich."
-                                                 << "C1@0,0 C2@1,0"
-                                                 << "0 0";
-        QTest::newRow("filter into a class row") << "C F1"
-                                                 << "F1" << 2 << 1 << "move 2,1"
-                                                 << ""
-                                                 << "C1@0,0 F1@2,1"
-                                                 << "0 1";
+        QTest::newRow("class into a filter row")
+            << "C C" << "C2" << 3 << 4 << "refused" << "Verschieben nicht möglich. Keine weitere Ebene möglich."
+            << "C1@0,0 C2@1,0" << "0 0";
+        QTest::newRow("filter into a class row")
+            << "C F1" << "F1" << 2 << 1 << "move 2,1" << "" << "C1@0,0 F1@2,1" << "0 1";
+        QTest::newRow("beyond any cell the box goes back")
+            << "C C" << "C2" << -1 << 0 << "refused" << "" << "C1@0,0 C2@1,0" << "0 0";
+        // clang-format on
     }
     void drop()
     {
@@ -545,10 +398,7 @@ private slots:
         QFETCH(QString, dragged);
         QFETCH(int, cellX);
         QFETCH(int, cellY);
-        QFETCH(QString, plan);
         QFETCH(QString, message);
-        QFETCH(QString, layout);
-        QFETCH(QString, parents);
         ScriptedPrompt prompt;
         Document doc(&prompt);
         PageScript::run(doc.Down1(), script);
@@ -557,49 +407,32 @@ private slots:
         const ObjectPageProperties& p = doc.Down1()->prop();
         // The top-left corner decides: let go just inside the target cell's top-left corner,
         // with most of the box over the next cell.
-        const double left = cellX * p.ColWidth + p.ColWidth - 100;
+        const double left = cellX < 0 ? 1e12 : cellX * p.ColWidth + p.ColWidth - 100;
         const double top = cellY * p.RowHeight + 10;
         // The plan foretells the drop and changes nothing by itself.
         doc.SetModified(false);
         const QString before = PageScript::layout(doc.Down1());
         const DropPlan planned = DropPlan::For(*box, left, top);
-        QCOMPARE(describe(planned), plan);
+        QTEST(describe(planned), "plan");
         QCOMPARE(planned.message, message);
-        QVERIFY(planned.hasCell);
-        QCOMPARE(QPoint(planned.x, planned.y), QPoint(cellX, cellY));
+        QCOMPARE(planned.hasCell, cellX >= 0);
+        if (planned.hasCell)
+            QCOMPARE(QPoint(planned.x, planned.y), QPoint(cellX, cellY));
         QCOMPARE(PageScript::layout(doc.Down1()), before);
         QVERIFY(!doc.IsModified());
         QVERIFY(prompt.messages().isEmpty());
 
         box->MoveObject(left, top);
         QCOMPARE(prompt.messages(), message.isEmpty() ? QStringList() : QStringList{message});
-        QCOMPARE(PageScript::layout(doc.Down1()), layout);
-        QStringList actual;
+        QTEST(PageScript::layout(doc.Down1()), "layout");
+        QStringList parents;
         for (QoSObject* o : doc.Objects())
-            actual << (o->IsClass() ? qobject_cast<QoSClass*>(o)->QoSParent()
-                                    : qobject_cast<QoSFilter*>(o)->QoSClass());
-        QCOMPARE(actual.join(u' '), parents);
+            parents << (o->IsClass() ? qobject_cast<QoSClass*>(o)->QoSParent()
+                                     : qobject_cast<QoSFilter*>(o)->QoSClass());
+        QTEST(parents.join(u' '), "parents");
         verifyLinks(doc);
-        // The box ends centred in its cell.
-        doc.Down1()->PlaceObject(box);
-        const double centred = box->Left();
-        box->MoveObject(centred, box->Top());
-        QCOMPARE(box->Left(), centred);
-    }
-
-    void dropBeyondAnyCell()
-    {
-        ScriptedPrompt prompt;
-        Document doc(&prompt);
-        PageScript::run(doc.Down1(), QStringLiteral("C C"));
-        QoSClass* c = cls(doc, 2);
-        const DropPlan plan = DropPlan::For(*c, 1e12, 0);
-        QVERIFY(!plan.hasCell);
-        QVERIFY(plan.IsRefused());
-        QVERIFY(plan.message.isEmpty());
-        c->MoveObject(1e12, 0);
-        QCOMPARE(PageScript::layout(doc.Down1()), QStringLiteral("C1@0,0 C2@1,0"));
-        QVERIFY(prompt.messages().isEmpty());
+        // Wherever it was let go, the box ends centred in its cell.
+        QCOMPARE(box->Left(), box->MatrixX() * p.ColWidth + (p.ColWidth - box->Width()) / 2.0);
     }
 
     // A link by a class's plug keeps the tree within four class levels, counted from the main
@@ -613,12 +446,12 @@ private slots:
         QTest::addColumn<bool>("told");
         const QString chain = QStringLiteral("C S1 S2 S3 C S5"); // C1..C4 four levels; C5 with C6
         // clang-format off
-        QTest::newRow("a main class under the fourth level") << chain << "C4" << "C5" << false << true;
         QTest::newRow("a main class with a sub class under the third") << chain << "C3" << "C5" << false << true;
         QTest::newRow("a main class alone under the third") << "C S1 S2 C" << "C3" << "C4" << true << false;
         QTest::newRow("a filter moves under the fourth level") << "C S1 S2 S3 C F5" << "C4" << "F1" << true << false;
         QTest::newRow("a class under its own descendant is refused silently") << chain << "C3" << "C1" << false << false;
         QTest::newRow("a class under a class with filters is refused silently") << "C F1 C" << "C1" << "C2" << false << false;
+        QTest::newRow("a filter under a class with sub classes is refused silently") << "C S1 C F3" << "C1" << "F1" << false << false;
         // clang-format on
     }
     void plugLinks()
@@ -688,6 +521,8 @@ private slots:
         QTest::newRow("type set as it was") << "type" << "" << "" << false << none << "";
         QTest::newRow("option stepped in its field") << "option" << "step" << "TOSMC" << true << QStringList{"QoSOption=TOSMC"} << "object view";
         QTest::newRow("option set") << "option" << "ICMP" << "ICMP" << true << QStringList{"QoSOption=ICMP"} << "object view";
+        QTest::newRow("a first port makes the type client") << "port" << "80" << "80" << true << QStringList{"QoSPort=80", "QoSType=client"} << "object object view";
+        QTest::newRow("address and mask are recorded one by one") << "ip" << "10.0.0.1/24" << "10.0.0.1/24" << true << QStringList{"QoSIP=10.0.0.1", "QoSIP=10.0.0.1/24"} << "object object";
         // clang-format on
     }
     void fieldEditsAreEditsOfTheObject()
@@ -718,8 +553,12 @@ private slots:
                 c->SetQoSPrio(set);
             else if (field == u"type")
                 f->SetQoSType(set);
-            else
+            else if (field == u"option")
                 f->SetQoSOption(set);
+            else if (field == u"port")
+                f->SetQoSPort(set);
+            else
+                f->SetQoSIP(set);
         } else if (field == u"prio") {
             c->PrioInput()->Increment();
         } else if (field == u"type") {
@@ -728,9 +567,11 @@ private slots:
             f->OptionInput()->Step(+1);
         }
         context.disconnect();
-        const QString value = field == u"prio"   ? c->QoSPrio()
-                              : field == u"type" ? f->QoSType()
-                                                 : f->QoSOption();
+        const QString value = field == u"prio"     ? c->QoSPrio()
+                              : field == u"type"   ? f->QoSType()
+                              : field == u"option" ? f->QoSOption()
+                              : field == u"port"   ? f->QoSPort()
+                                                   : f->QoSIP();
         QTEST(value, "value");
         QTEST(doc.IsModified(), "modified");
         QTEST(heard.join(u' '), "heard");
@@ -809,58 +650,6 @@ private slots:
         f->SetQoSType(QString());
         f->TypeFieldLeft(Qt::FocusReason(reason));
         QTEST(f->QoSType(), "type");
-    }
-
-    void filterFieldsAndHistory()
-    {
-        Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
-        QoSFilter* f = flt(doc, 1);
-        doc.history()->Clear();
-        f->SetQoSPort(QStringLiteral("80"));
-        QCOMPARE(f->QoSType(), QStringLiteral("client"));
-        f->SetQoSType(QStringLiteral("server"));
-        f->SetQoSPort(QString());
-        QCOMPARE(f->QoSType(), QString()); // emptied ports clear whatever type was chosen
-        f->SetQoSPort(QStringLiteral("21,80"));
-        f->SetQoSType(QString());
-        f->TypeFieldLeft();
-        QCOMPARE(f->QoSType(), QStringLiteral("client"));
-        f->SetQoSIP(QStringLiteral("10.0.0.0/8/9"));
-        QCOMPARE(f->QoSIP(), QStringLiteral("10.0.0.0/8"));
-        f->SetQoSIP(QStringLiteral("10.0.0.1/024"));
-        QCOMPARE(f->QoSIP(), QStringLiteral("10.0.0.1/24"));
-        f->SetQoSIP(QStringLiteral("10.0.0.1/0"));
-        QCOMPARE(f->QoSIP(), QStringLiteral("10.0.0.1"));
-
-        QStringList keys;
-        for (const HistoryItem& item : doc.history()->Items())
-            keys << item.PropertyName + u'=' + item.Value.toString();
-        QCOMPARE(keys, (QStringList{"QoSPort=80", "QoSType=client", "QoSType=server",
-                                    "QoSPort=", "QoSType=", "QoSPort=21,80", "QoSType=client",
-                                    "QoSType=", "QoSType=client", "QoSIP=10.0.0.0", "QoSIP=10.0.0.0/8",
-                                    "QoSIP=10.0.0.1/8", "QoSIP=10.0.0.1/24", "QoSIP=10.0.0.1"}));
-        QCOMPARE(doc.history()->count(), keys.size());
-        QCOMPARE(doc.history()->Items().first().ObjectName, QStringLiteral("QoSFilter1"));
-        doc.history()->Restore();
-        doc.history()->Remove();
-        QCOMPARE(doc.history()->count(), keys.size());
-        doc.history()->Clear();
-        QCOMPARE(doc.history()->count(), 0);
-        f->SetQoSOption(QStringLiteral("ACK"));
-        QCOMPARE(doc.history()->count(), 1);
-    }
-
-    void filterCountAndExpansion()
-    {
-        Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
-        QoSFilter* f = flt(doc, 1);
-        QCOMPARE(f->FilterCount(), QStringLiteral("1"));
-        QCOMPARE(f->QoSClass(), QStringLiteral("1"));
-        f->SetQoSPort(QStringLiteral("80,443,8080"));
-        QCOMPARE(f->FilterCount(), QStringLiteral("3"));
-        QCOMPARE(f->QoSPortExt(2), QStringLiteral("8080"));
     }
 };
 

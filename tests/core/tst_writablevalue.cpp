@@ -29,8 +29,6 @@ private slots:
         QTest::addColumn<Flaw>("flaw");
         QTest::addColumn<int>("at");
         // clang-format off
-        QTest::newRow("plain") << "768kbit" << Place::Setting << Flaw::None << -1;
-        QTest::newRow("empty") << "" << Place::Setting << Flaw::None << -1;
         QTest::newRow("umlaut and euro are in the code page") << "Büro €" << Place::Setting << Flaw::None << -1;
         QTest::newRow("undefined byte read from a file writes back") << QString(QChar(0x81)) << Place::Setting << Flaw::None << -1;
         QTest::newRow("quote") << "Bob's" << Place::Setting << Flaw::Quote << 3;
@@ -54,9 +52,11 @@ private slots:
     }
 
     // The writer's messages are those it always gave; the paste refusal gives the same reason.
+    // A class's title is a setting, the description a comment that may hold quotes and breaks.
     void writerAndPasteGiveTheSameReason_data()
     {
-        QTest::addColumn<QString>("caption");
+        QTest::addColumn<Place>("place");
+        QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("written");
         QTest::addColumn<QString>("pasted");
         const QString written =
@@ -67,46 +67,34 @@ private slots:
         const QString lineBreak =
             QStringLiteral("enthält einen Zeilenumbruch; so lässt sich der Wert nicht in qos.txt schreiben.");
         const QString emoji = QStringLiteral("enthält das Zeichen \"😀\", das qos.txt nicht kennt.");
+        const QString arrow = QStringLiteral("enthält das Zeichen \"→\", das qos.txt nicht kennt.");
         // clang-format off
-        QTest::newRow("quote") << "Bob's" << written.arg(QStringLiteral("Bob's"), quote) << pasted.arg(quote);
-        QTest::newRow("line break") << "a\r\nb" << written.arg(QStringLiteral("a\r\nb"), lineBreak)
-                                    << pasted.arg(lineBreak);
-        QTest::newRow("pair of surrogates named whole") << "x😀" << written.arg(QStringLiteral("x😀"), emoji)
-                                                        << pasted.arg(emoji);
+        QTest::newRow("quote") << Place::Setting << "Bob's" << written.arg(QStringLiteral("Bob's"), quote) << pasted.arg(quote);
+        QTest::newRow("line break") << Place::Setting << "a\r\nb" << written.arg(QStringLiteral("a\r\nb"), lineBreak) << pasted.arg(lineBreak);
+        QTest::newRow("pair of surrogates named whole") << Place::Setting << "x😀" << written.arg(QStringLiteral("x😀"), emoji) << pasted.arg(emoji);
+        QTest::newRow("description") << Place::Comment << "Büro's\r\nNetz → LAN" << "Allgemein: die Beschreibung " + arrow << pasted.arg(arrow);
         // clang-format on
     }
     void writerAndPasteGiveTheSameReason()
     {
-        QFETCH(QString, caption);
+        QFETCH(Place, place);
+        QFETCH(QString, text);
         QFETCH(QString, written);
         ScriptedPrompt prompt;
         Document doc(&prompt);
-        doc.Down1()->AddClass(
-            QStringLiteral("0"),
-            {.direction = QStringLiteral("down"), .prio = QStringLiteral("0"), .caption = caption});
+        if (place == Place::Comment)
+            doc.Common1()->SetQoSDescription(text);
+        else
+            doc.Down1()->AddClass(
+                QStringLiteral("0"),
+                {.direction = QStringLiteral("down"), .prio = QStringLiteral("0"), .caption = text});
         try {
             ExportQoSBytes(doc);
             QFAIL("written");
         } catch (const QoSError& e) {
             QCOMPARE(e.message(), written);
         }
-        QTEST(WritableValue::PasteRefusal(caption), "pasted");
-    }
-
-    void descriptionKeepsItsMessage()
-    {
-        ScriptedPrompt prompt;
-        Document doc(&prompt);
-        doc.Common1()->SetQoSDescription(QStringLiteral("Büro's\r\nNetz → LAN"));
-        try {
-            ExportQoSBytes(doc);
-            QFAIL("written");
-        } catch (const QoSError& e) {
-            QCOMPARE(e.message(),
-                     QStringLiteral(
-                         "Allgemein: die Beschreibung enthält das Zeichen \"→\", das qos.txt nicht kennt."));
-        }
-        QCOMPARE(WritableValue::PasteRefusal(u"Büro's\r\nNetz", Place::Comment), QString());
+        QTEST(WritableValue::PasteRefusal(text, place), "pasted");
     }
 };
 
