@@ -243,14 +243,13 @@ void QoSImport::readClass(qint32 n, qint32 classes, bool layout)
         parent = QStringLiteral("0");
 
     // The n-th class gets number n, so the parent numbers of the file name classes made before.
-    int classIdx = n;
     QoSClass* c = nullptr;
     try {
         c = page->AddClass(parent, {.minBandwidth = minimum,
                                     .maxBandwidth = maximum,
                                     .direction = direction,
                                     .prio = prio,
-                                    .classIdx = classIdx,
+                                    .classIdx = n,
                                     .defaultClass = isDefault,
                                     .caption = caption,
                                     .x = cell.x,
@@ -330,13 +329,11 @@ void QoSImport::readFilter(qint32 m, bool layout)
     Cell cell;
     if (layout)
         cell = readCell(Field::FilterCellPos, m);
-    int filterIdx = 0;
     ObjectPage* page = c->GetObjectPage();
     if (!page->AddFilter(c, {.ip = ip,
                              .port = port,
                              .type = type,
                              .option = option,
-                             .filterIdx = filterIdx,
                              .caption = caption,
                              .x = cell.x,
                              .y = cell.y}))
