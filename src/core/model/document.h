@@ -1,13 +1,15 @@
 #pragma once
 
-// The core of the editor, headless, in layers that only look down:
+// The core of the editor, headless, in layers that only look down (no friend class across them):
 //   base/    numbers and units, twips, the code page, errors, the user-question interface
-//   inputs/  the rules of each input field (bandwidth, address, ports, priority, type, option)
-//   model/   this document: common settings, classes and filters on two pages, arrangement,
-//            connectors, history, validation, the class calculator
-//   file/    the qos.txt table, reader and writer
-//   check/   validation following every change;  app/  config.ini and the window's commands
-// The widgets (src/widgets) show and edit these objects.
+//   inputs/  the rules of each input field (bandwidth, address, port list, priority, type, option)
+//   model/   this document: common settings, classes and filters with their fields, what a new
+//            box is made of, pages with arrangement and selection, connectors, history, the
+//            sibling sum and validation, the class calculator
+//   file/    the qos.txt table, the reader (import and its report) and the writer in pieces
+//   check/   validation following every change, the document check;  app/  config.ini, the
+//            first-start defaults, and what the window's commands decide and when they may run
+// The widgets (src/widgets) show and edit these objects and decide nothing of their own.
 
 #include "base/userprompt.h"
 
