@@ -82,6 +82,7 @@ private slots:
         QTest::newRow("limit of a main class takes the bare line number") << "2Mbit" << QStringList{"100kbit"} << "2kbit" << "" << false << true;
         QTest::newRow("maximum is compared by its entered number") << "1000kbit" << QStringList{"100kbit"} << "2Mbit" << "" << true << true;
         QTest::newRow("maximum above the limit") << "1000kbit" << QStringList{"100kbit"} << "1001kbit" << "" << true << false;
+        QTest::newRow("maximum of 0") << "1000kbit" << QStringList{"100kbit"} << "0kbit" << "" << true << false;
         QTest::newRow("parent maximum 0 makes every maximum invalid") << "1000kbit" << QStringList{"1kbit"} << "1kbit" << "0kbit" << false << false;
         QTest::newRow("sub classes against the parent maximum in kbit") << "1000kbit" << QStringList{"512kbit", "512kbit"} << "1Mbit" << "1Mbit" << true << true;
         QTest::newRow("sub classes overbooking the parent") << "1000kbit" << QStringList{"600kbit", "500kbit"} << "1kbit" << "1Mbit" << false << true;
