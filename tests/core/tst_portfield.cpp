@@ -115,38 +115,6 @@ private slots:
         QCOMPARE(countsSeen, count < 0 ? QList<qint32>({2}) : QList<qint32>({count, count}));
         QCOMPARE(f.ExpandedCount(), expanded);
         QCOMPARE(f.PortExt(), ports);
-        for (int i = 0; i < ports.size(); ++i)
-            QCOMPARE(f.PortExt(i), ports.at(i));
-        QCOMPARE(f.PortExt(-1), QString());
-        if (expanded >= 0)
-            QCOMPARE(f.PortExt(expanded), QString());
-    }
-
-    // Single entries of lists too long to expand, and of lists with an end beyond 32 bits:
-    // entries before that end are found, the end and all after it are "".
-    void entry_data()
-    {
-        QTest::addColumn<QString>("port");
-        QTest::addColumn<qint64>("index");
-        QTest::addColumn<QString>("entry");
-        QTest::newRow("inside a huge range") << "1-2147483647" << 5LL << "6";
-        QTest::newRow("last of a huge range") << "1-2147483647" << 2147483646LL << "2147483647";
-        QTest::newRow("second huge range") << "0-2147483647,0-2147483647" << 2147483649LL << "1";
-        QTest::newRow("huge reversed range runs down") << "2147483647-0" << 2147483647LL << "0";
-        QTest::newRow("before an end beyond 32 bits") << "21,1-99999999999" << 0LL << "21";
-        QTest::newRow("at an end beyond 32 bits") << "21,1-99999999999" << 1LL << "";
-        QTest::newRow("after a start beyond 32 bits") << "99999999999-1,80" << 1LL << "";
-    }
-    void entry()
-    {
-        QFETCH(QString, port);
-        QFETCH(qint64, index);
-        PortField f;
-        try {
-            f.SetPort(port);
-        } catch (const QoSError&) {
-        }
-        QTEST(f.PortExt(index), "entry");
     }
 
     // How the count looks (1, 2 to 9, more) and the check when the focus leaves the box: at

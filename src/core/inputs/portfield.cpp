@@ -91,21 +91,6 @@ qint64 PortField::ExpandedCount() const
     return n;
 }
 
-QString PortField::PortExt(qint64 index) const
-{
-    if (index < 0)
-        return QString();
-    for (const PortList::Item& item : PortList(m_port)) {
-        if (!item.EndsFit())
-            return QString();
-        const qint64 n = item.Expanded();
-        if (index < n)
-            return item.Entry(index);
-        index -= n;
-    }
-    return QString();
-}
-
 QStringList PortField::PortExt() const
 {
     QStringList out;

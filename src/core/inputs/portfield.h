@@ -40,8 +40,6 @@ public:
 
     // The list expanded into single ports, in list order.
     QStringList PortExt() const;
-    // The i-th entry of PortExt without expanding the whole list; "" outside the list.
-    QString PortExt(qint64 index) const;
     // Number of entries that PortExt yields.
     qint64 ExpandedCount() const;
 

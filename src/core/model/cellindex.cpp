@@ -16,11 +16,6 @@ bool inRange(int x)
 
 } // namespace
 
-int CellIndex::rowCount(int x) const
-{
-    return inRange(x) && !m_inRows.empty() ? m_inRows[std::size_t(x + columnOffset)] : 0;
-}
-
 void CellIndex::countColumn(int x, int y, int delta)
 {
     if (!inRange(x))

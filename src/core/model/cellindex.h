@@ -25,7 +25,6 @@ public:
     void SetRows(int rows, const QList<QoSObject*>& objects);
 
     QoSObject* At(int x, int y) const;
-    bool IsColumnEmpty(int x) const { return rowCount(x) == 0; }
     // The leftmost column below `limit` that no box within the rows occupies, or -1.
     int FirstEmptyColumn(int limit) const;
     // Whether any box, in any row, stands in column x or right of it.
@@ -33,15 +32,15 @@ public:
 
 private:
     static quint64 cellKey(int x, int y) { return (quint64(quint32(x)) << 32) | quint32(y); }
-    // Counts of the 16-bit column range, indexed by column + 32768.
-    int rowCount(int x) const;
+    // Counts a box in (delta 1) or out (-1) of its column.
     void countColumn(int x, int y, int delta);
 
     QHash<quint64, QoSObject*> m_first;     // the box added first to each cell
     QMultiHash<quint64, QoSObject*> m_more; // further boxes of a shared cell
-    std::vector<int> m_inRows;              // boxes within the rows, per column
-    std::vector<int> m_any;                 // boxes in any row, per column
-    std::vector<quint64> m_occupied;        // bit per column 0..ColumnLimit-1: m_inRows > 0
+    // The counts cover the 16-bit column range, indexed by column + 32768.
+    std::vector<int> m_inRows;       // boxes within the rows, per column
+    std::vector<int> m_any;          // boxes in any row, per column
+    std::vector<quint64> m_occupied; // bit per column 0..ColumnLimit-1: m_inRows > 0
     int m_rows = 0;
     int m_maxColumn = -65536; // rightmost column that holds a box, or below all
 };

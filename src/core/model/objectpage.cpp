@@ -94,12 +94,6 @@ QoSObject* ObjectPage::ObjectAt(int x, int y)
     return m_index->At(x, y);
 }
 
-bool ObjectPage::IsColumnEmpty(int x)
-{
-    m_arrangement->Materialize();
-    return m_index->IsColumnEmpty(x);
-}
-
 QList<QoSObject*> ObjectPage::ObjectsInWriteOrder()
 {
     m_arrangement->Materialize();

@@ -55,7 +55,6 @@ public:
 
     // The box in a cell; of two in one cell, the one added first.
     QoSObject* ObjectAt(int x, int y);
-    bool IsColumnEmpty(int x);
     // Every box of the page, row by row from the top, each row left to right, boxes that
     // share a cell in the order they were added: the order in which the file is written.
     QList<QoSObject*> ObjectsInWriteOrder();

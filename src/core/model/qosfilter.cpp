@@ -124,11 +124,6 @@ QString QoSFilter::FilterCount() const
     return QString::number(m_port->count());
 }
 
-QString QoSFilter::QoSPortExt(qint64 index) const
-{
-    return m_port->PortExt(index);
-}
-
 void QoSFilter::EditDelete()
 {
     if (::QoSClass* parent = ParentQoSObject())

@@ -47,9 +47,8 @@ public:
     qint16 FilterIdx() const { return m_filterIdx; }
     void SetFilterIdx(qint16 idx);
 
-    // The number of ports of the list as decimal text, and the i-th single port.
+    // The number of ports of the list as decimal text.
     QString FilterCount() const;
-    QString QoSPortExt(qint64 index) const;
 
     void EditDelete() override;
 
