@@ -7,7 +7,9 @@
 # half-destroyed object aborts there and nowhere else).
 set -euo pipefail
 cd "$(dirname "$0")/.."
-TARNWICK_PACKAGES_ONLY=1 scripts/setup.sh clang
+# clang's sanitizer runtimes are only recommended by clang, and the set-up installs no
+# recommendations: they are named here.
+TARNWICK_PACKAGES_ONLY=1 scripts/setup.sh clang libclang-rt-dev
 
 build_dir=build-asan
 flags="-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer"
