@@ -322,6 +322,8 @@ private slots:
         QTest::addColumn<QString>("reason");
         QTest::newRow("port list of more than 65536 entries") << "ports 1-100000"
                                                               << "65536";
+        QTest::newRow("more entries than the reader takes") << "ports 0-65535,0-65535"
+                                                            << "131072 Filtereinträge";
         // Rows 0 to 3 hold the class levels.
         QTest::newRow("class in row 4")
             << "class row 4"

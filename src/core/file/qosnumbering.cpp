@@ -1,6 +1,7 @@
 #include "file/qosnumbering.h"
 
 #include "base/qoserror.h"
+#include "file/qosreader.h"
 #include "file/readbackcheck.h"
 #include "inputs/portfield.h"
 #include "model/document.h"
@@ -42,6 +43,16 @@ QoSNumbering::QoSNumbering(Document& doc)
         f->SetFilterIdx(b.first <= 32767 ? qint16(b.first) : qint16(0));
         filters += b.entries;
     }
+    // The reader takes at most so many classes and entries: a larger file would be written
+    // and then could not be opened again.
+    if (classes > MaxQoSObjectsInFile || filters > MaxQoSObjectsInFile)
+        throw QoSError(
+            QoSError::Kind::Overflow,
+            QStringLiteral("Die Konfiguration ergibt %1 Klassen und %2 Filtereinträge; eine qos.txt "
+                           "lässt sich nur mit höchstens %3 von jedem wieder lesen. Die Datei wird "
+                           "nicht geschrieben.")
+                .arg(QString::number(classes), QString::number(filters),
+                     QString::number(MaxQoSObjectsInFile)));
     m_classes = classes;
     m_filters = filters;
 }

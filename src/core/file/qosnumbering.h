@@ -12,8 +12,9 @@ class QoSObject;
 // always named with the number it has in this file, also when a box stands above its parent.
 //
 // Numbering a box first checks that the reader could take it back (ReadBackCheck), and a
-// filter that stands for more than MaxEntriesPerFilter entries is refused: each throws a
-// QoSError, and the numbers given so far stay.
+// filter that stands for more than MaxEntriesPerFilter entries is refused, and so is a file of
+// more classes or entries than the reader takes: each throws a QoSError, and the numbers given
+// so far stay.
 class QoSNumbering
 {
 public:
