@@ -14,6 +14,7 @@
 #include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qosclass.h"
+#include "model/qosobject.h"
 #include "statusbarline.h"
 #include "toolicons.h"
 #include "windowplacement.h"
@@ -182,6 +183,24 @@ void frmMain::closeEvent(QCloseEvent* event)
     }
     saveSettings();
     event->accept();
+}
+
+bool frmMain::ShowObject(QoSObject* object)
+{
+    ObjectPage* page = object ? object->GetObjectPage() : nullptr;
+    if (!page)
+        return false;
+    for (int i = 0; i < m_tabStrip->count(); ++i) {
+        auto* view = qobject_cast<ObjectPageView*>(m_tabStrip->widget(i));
+        if (!view || view->page() != page)
+            continue;
+        if (!focusedFieldLetsGo())
+            return false;
+        m_tabStrip->setCurrentIndex(i);
+        view->focusObject(object);
+        return true;
+    }
+    return false;
 }
 
 bool frmMain::focusedFieldLetsGo() const

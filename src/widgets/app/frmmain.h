@@ -13,6 +13,7 @@ class EditorSession;
 class ObjectPage;
 class QAction;
 class QDockWidget;
+class QoSObject;
 class QMenu;
 class QTabWidget;
 class QToolBar;
@@ -52,6 +53,9 @@ public:
     // Runs a page tool by its key, as a click on its button does; on an object page, a key that
     // names no page tool is reported as not defined.
     void RunPageTool(const QString& key);
+    // Shows the page of a box, scrolls to the box and selects it, as a click on it would. Refused
+    // (false) while the field that holds the focus may not be left.
+    bool ShowObject(QoSObject* object);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
