@@ -5,7 +5,7 @@ set -euo pipefail
 root_dir="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 build_dir="${TARNWICK_BUILD_DIR:-$root_dir/build}"
 
-packages=(cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools qt6-translations-l10n libgl-dev libbenchmark-dev libsimpleini-dev)
+packages=(cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-translations-l10n libgl-dev libbenchmark-dev libsimpleini-dev)
 packages+=("$@")
 
 missing=()

@@ -1,10 +1,11 @@
+#include "app/pageexport.h"
+#include "base/atomicfile.h"
 #include "clisession.h"
 #include "model/document.h"
 #include "model/objectpage.h"
 #include "page/pagerenderer.h"
 
 #include <QApplication>
-#include <QImage>
 #include <QStringList>
 
 #include <cstdio>
@@ -21,8 +22,9 @@ void line(const QString& text)
 
 } // namespace
 
-// tarnwick-render FILE PICTURE.png [down|up]: draws one page of FILE with the editor's own
-// boxes, as tarnwick-cli render does (it starts this program).
+// tarnwick-render FILE PICTURE.svg|PICTURE.png [down|up]: draws one page of FILE with the
+// editor's own boxes, as tarnwick-cli render does (it starts this program). The picture's
+// ending chooses the format.
 int main(int argc, char* argv[])
 {
     // Drawn on the offscreen platform, so that no display is needed and the picture does not
@@ -31,7 +33,12 @@ int main(int argc, char* argv[])
     QApplication app(argc, argv);
     const QStringList args = QCoreApplication::arguments().mid(1);
     if (args.size() < 2 || args.size() > 3) {
-        line(QStringLiteral("Aufruf: tarnwick-render DATEI BILD.png [down|up]"));
+        line(QStringLiteral("Aufruf: tarnwick-render DATEI BILD.svg|BILD.png [down|up]"));
+        return Usage;
+    }
+    const PageExport::Format format = PageExport::FormatOf(args[1]);
+    if (format == PageExport::Format::Unknown) {
+        line(QStringLiteral("Fehler: das Bild \"%1\" endet weder auf .svg noch auf .png.").arg(args[1]));
         return Usage;
     }
     const QString direction = args.value(2, QStringLiteral("down"));
@@ -51,13 +58,14 @@ int main(int argc, char* argv[])
     Document& doc = session.document();
     ObjectPage* page = direction == u"up" ? doc.Up1() : doc.Down1();
     QString error;
-    const QImage image = RenderObjectPage(page, &error);
-    if (image.isNull()) {
+    const QByteArray picture = PageRenderer(page).picture(format, &error);
+    if (picture.isEmpty()) {
         line(QStringLiteral("Fehler: ") + error);
         return Failed;
     }
-    if (!image.save(args[1], "PNG")) {
-        line(QStringLiteral("Fehler: Das Bild \"%1\" kann nicht geschrieben werden.").arg(args[1]));
+    QString reason;
+    if (!WriteFileAtomically(args[1], picture, &reason)) {
+        line(QStringLiteral("Fehler: Das Bild \"%1\" kann nicht geschrieben werden. %2").arg(args[1], reason));
         return Failed;
     }
     return Ok;

@@ -1,15 +1,137 @@
 #include "pagerenderer.h"
 
+#include "base/twips.h"
+#include "model/objectpage.h"
+#include "model/qosobjectbox.h"
 #include "objectpageview.h"
 #include "objectpane.h"
+#include "pageboxes.h"
 
+#include <QBuffer>
 #include <QCoreApplication>
+#include <QPainter>
+#include <QPicture>
+#include <QSvgGenerator>
 
-QImage RenderObjectPage(ObjectPage* page, QString* error)
+#include <algorithm>
+
+namespace {
+
+// What the view leaves to the event loop and a picture needs: the bandwidth checks (queued
+// calls), the polish and layouts of new boxes. Their repaint goes: nobody looks at the view
+// itself. Nothing of the view may stay queued either, or every widget dropped later would
+// search the whole queue for its own events.
+void settle(QWidget* holder)
 {
-    ObjectPageView view(page);
-    view.setScrollBarsShown(false);
-    const QSize size = view.pageSize();
+    for (const QEvent::Type type :
+         {QEvent::MetaCall, QEvent::PolishRequest, QEvent::LayoutRequest, QEvent::UpdateLater})
+        QCoreApplication::sendPostedEvents(nullptr, type);
+    QCoreApplication::removePostedEvents(holder, QEvent::UpdateRequest);
+}
+
+// How many cells of a pitch (twips) a tile spans: as many as fit its side, at least one.
+qint64 cellsPerTile(qint32 pitch)
+{
+    return std::max<qint64>(1, qint64(PageRenderer::TileSide) * Twips::PerPixel / std::max(1, pitch));
+}
+
+} // namespace
+
+PageRenderer::PageRenderer(ObjectPage* page, const QFont& font)
+    : m_page(page), m_holder(std::make_unique<QWidget>())
+{
+    m_holder->setAttribute(Qt::WA_DontShowOnScreen);
+    m_holder->setFont(font);
+    // Made as a child of the holder, the view has the font from the start: the boxes are sized
+    // by it once, as on screen.
+    m_view = new ObjectPageView(page, m_holder.get());
+    m_view->setScrollBarsShown(false);
+    // As large as the largest tile: a tile is drawn from one scroll position.
+    const ObjectPageProperties& prop = page->prop();
+    const QSize tile(int(cellsPerTile(prop.ColWidth) * prop.ColWidth / Twips::PerPixel) + 1,
+                     int(cellsPerTile(prop.RowHeight) * prop.RowHeight / Twips::PerPixel) + 1);
+    const QSize size = pageSize().boundedTo(tile).expandedTo(QSize(1, 1));
+    m_view->setGeometry(QRect(QPoint(), size));
+    m_holder->resize(size);
+    m_holder->show();
+    settle(m_holder.get());
+}
+
+PageRenderer::~PageRenderer()
+{
+    // The view goes before the holder's other parts, and its dropped widgets with it.
+    delete m_view;
+}
+
+QSize PageRenderer::pageSize() const
+{
+    return m_view->pageSize();
+}
+
+QList<QRect> PageRenderer::tiles(const QRect& part) const
+{
+    // Tile edges lie on cell edges, which no box crosses: each box is drawn whole in one tile
+    // (a painter without clipping, as an SVG file's, then holds it once).
+    const ObjectPageProperties& prop = m_page->prop();
+    const auto edges = [](int from, int to, qint64 step) {
+        QList<int> out{from};
+        for (qint64 k = 1;; ++k) {
+            const int edge = Twips::ToPixels(double(k * step));
+            if (edge > to)
+                break;
+            if (edge > from)
+                out << edge;
+        }
+        out << to + 1;
+        return out;
+    };
+    const QList<int> xs = edges(part.left(), part.right(), cellsPerTile(prop.ColWidth) * prop.ColWidth);
+    const QList<int> ys = edges(part.top(), part.bottom(), cellsPerTile(prop.RowHeight) * prop.RowHeight);
+    QList<QRect> out;
+    for (qsizetype j = 0; j + 1 < ys.size(); ++j)
+        for (qsizetype i = 0; i + 1 < xs.size(); ++i)
+            out << QRect(QPoint(xs[i], ys[j]), QPoint(xs[i + 1] - 1, ys[j + 1] - 1));
+    return out;
+}
+
+void PageRenderer::paintTiles(QPainter& painter, const QRect& part)
+{
+    ObjectPane* pane = m_view->pane();
+    for (const QRect& tile : tiles(part)) {
+        m_view->setScrollPosition(tile.topLeft());
+        m_view->realize();
+        settle(m_holder.get());
+        // The surface with the cells and the lines, and the boxes over it that meet the tile.
+        pane->render(&painter, tile.topLeft(), QRegion(tile.translated(-m_view->scrollPosition())));
+    }
+}
+
+void PageRenderer::paint(QPainter& painter, const QRect& area)
+{
+    const QRect part = area.intersected(QRect(QPoint(), pageSize()));
+    if (part.isEmpty())
+        return;
+    painter.save();
+    painter.setClipRect(QRect(QPoint(), area.size()), Qt::IntersectClip);
+    painter.translate(-area.topLeft());
+    if (painter.device()->devType() == QInternal::Printer) {
+        // Widgets drawn onto a printer come as a picture of screen pixels; recorded first,
+        // they come as the lines and texts they are made of.
+        QPicture recorded;
+        {
+            QPainter recorder(&recorded);
+            paintTiles(recorder, part);
+        }
+        painter.drawPicture(0, 0, recorded);
+    } else {
+        paintTiles(painter, part);
+    }
+    painter.restore();
+}
+
+QImage PageRenderer::image(QString* error)
+{
+    const QSize size = pageSize();
     if (size.width() > MaxRenderSide || size.height() > MaxRenderSide ||
         qint64(size.width()) * size.height() > MaxRenderPixels) {
         if (error)
@@ -22,14 +144,59 @@ QImage RenderObjectPage(ObjectPage* page, QString* error)
                     .arg(MaxRenderPixels / 1'000'000);
         return {};
     }
-    view.setAttribute(Qt::WA_DontShowOnScreen);
-    view.resize(size);
-    view.show();
-    view.realizeAll();
-    // The checks of the bandwidths and the widgets' own updates wait for the event loop.
-    QCoreApplication::sendPostedEvents();
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::white);
-    view.pane()->render(&image);
+    QPainter painter(&image);
+    paint(painter, QRect(QPoint(), size));
     return image;
+}
+
+QByteArray PageRenderer::svg()
+{
+    const QSize size = pageSize();
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QSvgGenerator generator;
+    generator.setOutputDevice(&buffer);
+    generator.setSize(size);
+    generator.setViewBox(QRect(QPoint(), size));
+    // At 96 dots an inch a viewer shows one pixel of the page as one pixel of the screen.
+    generator.setResolution(96);
+    generator.setTitle(m_page->Direction() == u"up" ? QStringLiteral("Up") : QStringLiteral("Down"));
+    {
+        QPainter painter(&generator);
+        paint(painter, QRect(QPoint(), size));
+    }
+    return buffer.data();
+}
+
+QByteArray PageRenderer::picture(PageExport::Format format, QString* error)
+{
+    switch (format) {
+    case PageExport::Format::Svg:
+        return svg();
+    case PageExport::Format::Png: {
+        const QImage picture = image(error);
+        if (picture.isNull())
+            return {};
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        if (!picture.save(&buffer, "PNG")) {
+            if (error)
+                *error = QStringLiteral("Das PNG-Bild konnte nicht erzeugt werden.");
+            return {};
+        }
+        return buffer.data();
+    }
+    case PageExport::Format::Unknown:
+        break;
+    }
+    if (error)
+        *error = QStringLiteral("Unbekanntes Bildformat.");
+    return {};
+}
+
+QImage RenderObjectPage(ObjectPage* page, QString* error)
+{
+    return PageRenderer(page).image(error);
 }

@@ -1,14 +1,69 @@
 #pragma once
 
+#include "app/pageexport.h"
+
+#include <QByteArray>
+#include <QFont>
 #include <QImage>
+#include <QList>
+#include <QRect>
 #include <QString>
 
+#include <memory>
+
 class ObjectPage;
+class ObjectPageView;
+class QPainter;
+class QWidget;
 
 // The picture of a page as the editor shows it, at one pixel per 15 twips, drawn with the
-// editor's own widgets (with the bandwidth colours checked as the editor keeps them).
-// A page too large for one image gives an empty image and a German explanation instead of
-// asking for memory without bound.
+// editor's own widgets (with the bandwidth colours checked as the editor keeps them) onto any
+// painter: an image, an SVG file, a printer.
+//
+// A page may hold thousands of boxes, far more than fit in memory as widgets at once. So the
+// renderer keeps one page view off screen, the size of a tile, and walks the part to be
+// drawn tile by tile: the view makes the widgets of the boxes near the tile and drops the
+// ones it left behind, as it does when the user scrolls. Each tile draws the page's surface
+// (cells and lines) and then its boxes, clipped to the tile.
+class PageRenderer final
+{
+public:
+    // font: the one the page is shown with; the boxes' size depends on it, and the view made
+    // here must not resize the boxes of the page on screen.
+    explicit PageRenderer(ObjectPage* page, const QFont& font = QFont());
+    ~PageRenderer();
+    PageRenderer(const PageRenderer&) = delete;
+    PageRenderer& operator=(const PageRenderer&) = delete;
+
+    ObjectPage* page() const { return m_page; }
+    // The whole page in pixels.
+    QSize pageSize() const;
+    // Draws a part of the page (page pixels) with its top-left corner at the painter's origin,
+    // clipped to that part. On a printer the widgets are drawn as vectors, not as a picture of
+    // screen pixels, so text stays sharp and searchable.
+    void paint(QPainter& painter, const QRect& area);
+
+    // The whole page as an image; a page too large for one gives a null image and the reason.
+    QImage image(QString* error = nullptr);
+    // The whole page as an SVG document of the same size in pixels, its texts as text.
+    QByteArray svg();
+    // The page as a file of that format; empty, with a German reason, when it cannot be made.
+    QByteArray picture(PageExport::Format format, QString* error = nullptr);
+
+    // Tiles are at most this large a side (pixels): a tile's widgets are all that exist at once.
+    static constexpr int TileSide = 2048;
+
+private:
+    // The tiles that cover a part of the page, row by row.
+    QList<QRect> tiles(const QRect& part) const;
+    void paintTiles(QPainter& painter, const QRect& part);
+
+    ObjectPage* m_page;
+    std::unique_ptr<QWidget> m_holder; // gives the view its font, off screen
+    ObjectPageView* m_view;
+};
+
+// The picture of a whole page at the application's font (see PageRenderer::image).
 QImage RenderObjectPage(ObjectPage* page, QString* error = nullptr);
 
 // The largest picture: each side, and the whole in pixels (4 bytes each).
