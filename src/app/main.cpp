@@ -1,5 +1,6 @@
 #include "app/editorsession.h"
 #include "app/frmmain.h"
+#include "base/version.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -20,10 +21,7 @@ int main(int argc, char* argv[])
     const auto names = [] {
         // The settings live in ~/.config/tarnwick; people read the name with a capital.
         QCoreApplication::setApplicationName(QStringLiteral("tarnwick"));
-        QCoreApplication::setApplicationVersion(QStringLiteral("%1.%2.%3")
-                                                    .arg(TARNWICK_VERSION_MAJOR)
-                                                    .arg(TARNWICK_VERSION_MINOR)
-                                                    .arg(TARNWICK_VERSION_PATCH));
+        QCoreApplication::setApplicationVersion(TarnwickVersion());
     };
     // The command line is read before the window system is touched: --help, --version and a
     // wrong option are answered on a machine without a display too.

@@ -2,6 +2,7 @@
 #include "jsonreport.h"
 
 #include "base/qoserror.h"
+#include "base/version.h"
 #include "check/documentcheck.h"
 #include "file/qoswriter.h"
 
@@ -120,9 +121,11 @@ void help()
                      "  export DATEI   liest eine qos.txt und gibt sie so aus, wie der Editor sie speichert\n"
                      "  json DATEI     gibt das gelesene Dokument als JSON aus\n"
                      "  check DATEI    prüft Bandbreiten, Adressen und Ports des gelesenen Dokuments\n"
-                     "  render DATEI BILD.png [down|up]\n"
-                     "                 zeichnet die Seite (Vorgabe down) so, wie der Editor sie zeigt\n"
+                     "  render DATEI BILD.svg|BILD.png [down|up]\n"
+                     "                 zeichnet die Seite (Vorgabe down) so, wie der Editor sie zeigt;\n"
+                     "                 die Endung wählt das Format: SVG (Texte bleiben Text) oder PNG\n"
                      "  --help         zeigt diese Hilfe\n"
+                     "  --version      zeigt die Version\n"
                      "\n"
                      "Rückgabewerte: 0 in Ordnung, 1 Fehler im Dokument, 2 falscher Aufruf oder Datei "
                      "nicht lesbar."));
@@ -188,6 +191,10 @@ int main(int argc, char* argv[])
     const QString& command = args[0];
     if (command == u"--help" || command == u"-h") {
         help();
+        return finish(Ok);
+    }
+    if (command == u"--version" || command == u"-v") {
+        line(stdout, QStringLiteral("tarnwick-cli ") + TarnwickVersion());
         return finish(Ok);
     }
     if (command != u"export" && command != u"json" && command != u"check" && command != u"render")

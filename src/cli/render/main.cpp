@@ -65,7 +65,8 @@ int main(int argc, char* argv[])
     }
     QString reason;
     if (!WriteFileAtomically(args[1], picture, &reason)) {
-        line(QStringLiteral("Fehler: Das Bild \"%1\" kann nicht geschrieben werden. %2").arg(args[1], reason));
+        line(
+            QStringLiteral("Fehler: Das Bild \"%1\" kann nicht geschrieben werden. %2").arg(args[1], reason));
         return Failed;
     }
     return Ok;

@@ -6,6 +6,8 @@
 #include "app/editorsession.h"
 #include "base/userprompt.h"
 #include "model/objectpage.h"
+#include "page/pageprinter.h"
+#include "page/pagerenderer.h"
 #include "pagetoolsdialog.h"
 #include "toolicons.h"
 
@@ -126,6 +128,30 @@ void frmMain::buildTools()
          .shortcuts = {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), QKeySequence(Qt::CTRL | Qt::Key_S)},
          .tip = saveTip,
          .run = fileCommand(&EditorSession::SaveAs)},
+        // The object page shown, as a picture or on paper, drawn as it is shown.
+        {.tool = Tool::FileExportPage,
+         .key = "itmFileExportPage",
+         .text = QStringLiteral("Seite &exportieren..."),
+         .tip = QStringLiteral("Angezeigte Seite als SVG- oder PNG-Bild speichern"),
+         .enabled = [this] { return CurrentPage() != nullptr; },
+         .run =
+             [this] {
+                 if (ObjectPage* page = CurrentPage(); page && focusedFieldLetsGo())
+                     ExportObjectPage(page, m_session->CurrentFile(), m_tabStrip->currentWidget()->font());
+             }},
+        {.tool = Tool::FilePrint,
+         .key = "itmFilePrint",
+         .text = QStringLiteral("&Drucken..."),
+         .icon = themed("document-print", QStyle::SP_FileDialogContentsView),
+         .shortcuts = {QKeySequence(QKeySequence::Print)},
+         .tip = QStringLiteral("Angezeigte Seite in der Druckvorschau zeigen und drucken"),
+         .enabled = [this] { return CurrentPage() != nullptr; },
+         .run =
+             [this] {
+                 if (ObjectPage* page = CurrentPage(); page && focusedFieldLetsGo())
+                     PagePrinter::Preview(page, m_session->CurrentFile(), m_tabStrip->currentWidget()->font(),
+                                          this);
+             }},
         {.tool = Tool::FileExit,
          .key = "itmFileExit",
          .text = QStringLiteral("&Beenden"),
@@ -267,6 +293,8 @@ void frmMain::buildMenus()
     m_recentMenu = file->addMenu(QStringLiteral("&Zuletzt geöffnet"));
     m_recentMenu->setObjectName(QStringLiteral("mnuRecentFiles"));
     add(file, {Tool::FileSaveAs});
+    file->addSeparator();
+    add(file, {Tool::FileExportPage, Tool::FilePrint});
     file->addSeparator();
     add(file, {Tool::FileExit});
     updateRecentFiles();

@@ -25,6 +25,8 @@ enum class Tool {
     FileNew,
     FileOpen,
     FileSaveAs,
+    FileExportPage,
+    FilePrint,
     FileExit,
     HelpAbout,
     PageSize,

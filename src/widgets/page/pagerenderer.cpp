@@ -1,6 +1,7 @@
 #include "pagerenderer.h"
 
 #include "base/twips.h"
+#include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qosobjectbox.h"
 #include "objectpageview.h"
@@ -9,6 +10,7 @@
 
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPicture>
 #include <QSvgGenerator>
@@ -160,14 +162,26 @@ QByteArray PageRenderer::svg()
     generator.setOutputDevice(&buffer);
     generator.setSize(size);
     generator.setViewBox(QRect(QPoint(), size));
-    // At 96 dots an inch a viewer shows one pixel of the page as one pixel of the screen.
     generator.setResolution(96);
     generator.setTitle(m_page->Direction() == u"up" ? QStringLiteral("Up") : QStringLiteral("Down"));
     {
         QPainter painter(&generator);
         paint(painter, QRect(QPoint(), size));
     }
-    return buffer.data();
+    // The size is written in millimetres, which viewers turn into pixels at 90 or at 96 dots
+    // an inch; in pixels, every viewer shows the page at the size of the PNG picture.
+    QByteArray svg = buffer.data();
+    const qsizetype root = svg.indexOf("<svg");
+    for (const char* attribute : {" width=\"", " height=\""}) {
+        const qsizetype from = svg.indexOf(attribute, root);
+        const qsizetype value = from + qsizetype(qstrlen(attribute));
+        const qsizetype to = svg.indexOf('"', value);
+        if (root < 0 || from < 0 || to < 0 || svg.mid(to - 2, 2) != "mm")
+            continue;
+        const int pixels = attribute[1] == 'w' ? size.width() : size.height();
+        svg.replace(value, to - value, QByteArray::number(pixels));
+    }
+    return svg;
 }
 
 QByteArray PageRenderer::picture(PageExport::Format format, QString* error)
@@ -194,6 +208,17 @@ QByteArray PageRenderer::picture(PageExport::Format format, QString* error)
     if (error)
         *error = QStringLiteral("Unbekanntes Bildformat.");
     return {};
+}
+
+bool ExportObjectPage(ObjectPage* page, const QString& currentFile, const QFont& font)
+{
+    return PageExport::Run(*page->document(), page, currentFile,
+                           [page, &font](PageExport::Format format, QString* reason) {
+                               QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+                               const QByteArray bytes = PageRenderer(page, font).picture(format, reason);
+                               QGuiApplication::restoreOverrideCursor();
+                               return bytes;
+                           });
 }
 
 QImage RenderObjectPage(ObjectPage* page, QString* error)

@@ -63,6 +63,10 @@ private:
     ObjectPageView* m_view;
 };
 
+// "Seite exportieren...": asks for a file name and writes the page there, as SVG or PNG by the
+// name's ending (see PageExport). currentFile names the picture's first suggestion.
+bool ExportObjectPage(ObjectPage* page, const QString& currentFile, const QFont& font);
+
 // The picture of a whole page at the application's font (see PageRenderer::image).
 QImage RenderObjectPage(ObjectPage* page, QString* error = nullptr);
 

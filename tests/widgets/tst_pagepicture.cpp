@@ -1,0 +1,241 @@
+#include "../../bench/nesteddocument.h"
+#include "app/frmmain.h"
+#include "app/sheetlayout.h"
+#include "base/scriptedprompt.h"
+#include "file/qosreader.h"
+#include "model/qosobjectbox.h"
+#include "page/objectpageview.h"
+#include "page/pageprinter.h"
+#include "page/pagerenderer.h"
+#include "pagescript.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QStandardPaths>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QXmlStreamReader>
+
+namespace {
+
+// The texts of an SVG document, in order; an unreadable document gives its parse error.
+QStringList svgTexts(const QByteArray& svg, QSize* viewBox = nullptr, QString* error = nullptr)
+{
+    QStringList texts;
+    QXmlStreamReader xml(svg);
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (xml.name() == u"svg" && viewBox) {
+            const QStringList box = xml.attributes().value(QLatin1String("viewBox")).toString().split(u' ');
+            *viewBox = box.size() == 4 ? QSize(box[2].toInt(), box[3].toInt()) : QSize();
+        } else if (xml.name() == u"text") {
+            texts << xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed();
+        }
+    }
+    if (error && xml.hasError())
+        *error = xml.errorString();
+    return texts;
+}
+
+// A printer that keeps what is printed on it: the texts of each sheet, and how many box
+// widgets lived at most while it was drawn on.
+class SheetRecorder final : public QPaintDevice, public QPaintEngine
+{
+public:
+    SheetRecorder() : QPaintEngine(AllFeatures) {}
+    QList<QStringList> sheets{{}};
+    int mostBoxes = 0;
+
+    void nextSheet() { sheets.append(QStringList()); }
+    int devType() const override { return QInternal::Printer; }
+    QPaintEngine* paintEngine() const override { return const_cast<SheetRecorder*>(this); }
+    bool begin(QPaintDevice*) override { return true; }
+    bool end() override { return true; }
+    void updateState(const QPaintEngineState&) override {}
+    void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
+    void drawPath(const QPainterPath&) override {}
+    void drawPolygon(const QPointF*, int, PolygonDrawMode) override {}
+    void drawTextItem(const QPointF&, const QTextItem& item) override
+    {
+        sheets.last() << item.text();
+        if (++m_texts % 100 == 1) {
+            int boxes = 0;
+            for (QWidget* w : QApplication::allWidgets())
+                boxes += qobject_cast<QoSObjectBox*>(w) != nullptr;
+            mostBoxes = std::max(mostBoxes, boxes);
+        }
+    }
+    Type type() const override { return User; }
+
+protected:
+    int metric(PaintDeviceMetric metric) const override
+    {
+        switch (metric) {
+        case PdmWidth:
+            return 3300; // A4 across at 300 dpi, less the margins
+        case PdmHeight:
+            return 2300;
+        case PdmDpiX:
+        case PdmDpiY:
+        case PdmPhysicalDpiX:
+        case PdmPhysicalDpiY:
+            return 300;
+        case PdmWidthMM:
+            return 279;
+        case PdmHeightMM:
+            return 195;
+        case PdmDevicePixelRatio:
+            return 1;
+        case PdmDevicePixelRatioScaled:
+            return int(devicePixelRatioFScale());
+        default:
+            return QPaintDevice::metric(metric);
+        }
+    }
+
+private:
+    int m_texts = 0;
+};
+
+} // namespace
+
+// The page as a picture and on paper: SVG and PNG export, printing sheet by sheet, and the
+// window's commands for both.
+class TestPagePicture : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
+    void svgHoldsEveryCaptionAsText_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<bool>("up");
+        QTest::addColumn<QString>("caption"); // "" keeps the captions a box is born with
+        QTest::newRow("classes and filters, down") << "C C S1 S2 F3 F4 F4" << false << "";
+        QTest::newRow("the up page") << "C S1 F2" << true << "";
+        QTest::newRow("captions a document must escape") << "C S1 F2" << false << "<Gäste> & \"Büro\" %1";
+        QTest::newRow("an empty page") << "" << false << "";
+    }
+    void svgHoldsEveryCaptionAsText()
+    {
+        QFETCH(QString, script);
+        QFETCH(bool, up);
+        QFETCH(QString, caption);
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        ObjectPage* page = up ? doc.Up1() : doc.Down1();
+        PageScript::run(page, script);
+        int n = 0;
+        QStringList captions;
+        for (QoSObject* o : page->ContainedObjects()) {
+            if (!caption.isEmpty())
+                o->SetCaption(caption.arg(++n));
+            if (!o->Caption().isEmpty())
+                captions << o->Caption();
+        }
+        PageRenderer renderer(page);
+        QSize viewBox;
+        QString error;
+        const QByteArray svg = renderer.svg();
+        const QStringList texts = svgTexts(svg, &viewBox, &error);
+        QVERIFY2(error.isEmpty(), qPrintable(error));
+        for (const QString& c : std::as_const(captions))
+            QVERIFY2(texts.contains(c), qPrintable(c + QStringLiteral(" missing from ") + texts.join(u'|')));
+        // The same size in pixels as the PNG picture, as a viewer reads it.
+        const QImage image = renderer.image();
+        QCOMPARE(viewBox, image.size());
+        QCOMPARE(QImage::fromData(svg, "SVG").size(), image.size());
+    }
+
+    // A page many sheets wide prints every box, each sheet under its own header, and never
+    // holds the widgets of all its boxes at once.
+    void aLargePagePrintsSheetBySheet()
+    {
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        QVERIFY(ImportQoSBytes(doc, NestedQoSFile(200)).complete);
+        ObjectPage* page = doc.Down1();
+        SheetRecorder printer;
+        PagePrinter sheets(page, QStringLiteral("/data/nested.qos.txt"));
+        int count = 0;
+        {
+            QPainter painter(&printer);
+            count = sheets.paintSheets(painter, QSizeF(printer.width(), printer.height()), 300,
+                                       [&printer] { printer.nextSheet(); });
+        }
+        QVERIFY2(count > 1, qPrintable(QString::number(count)));
+        QCOMPARE(printer.sheets.size(), count);
+        QStringList printed;
+        for (int i = 0; i < count; ++i) {
+            QVERIFY(!printer.sheets[i].isEmpty());
+            QCOMPARE(printer.sheets[i].first(),
+                     QStringLiteral("nested.qos.txt – Down – Blatt %1 von %2").arg(i + 1).arg(count));
+            printed += printer.sheets[i];
+        }
+        for (const QoSObject* o : page->ContainedObjects())
+            QVERIFY2(o->Caption().isEmpty() || printed.contains(o->Caption()), qPrintable(o->Caption()));
+        QVERIFY2(printer.mostBoxes < int(page->ContainedObjects().size()) / 2,
+                 qPrintable(QString::number(printer.mostBoxes)));
+    }
+
+    void theWindowExportsThePageShown_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("enabled");
+        QTest::newRow("Allgemein: nothing to export") << 0 << "page.svg" << false;
+        QTest::newRow("Down as PNG") << 1 << "page.png" << true;
+        QTest::newRow("Up as SVG") << 2 << "page.svg" << true;
+    }
+    void theWindowExportsThePageShown()
+    {
+        QFETCH(int, tab);
+        QFETCH(QString, name);
+        QFETCH(bool, enabled);
+        QTemporaryDir dir;
+        ScriptedPrompt prompt;
+        frmMain window(&prompt, dir.filePath(QStringLiteral("config.ini")));
+        // A font of its own: the page is drawn with the boxes as the window sizes them.
+        QFont small = window.font();
+        small.setPointSizeF(small.pointSizeF() * 0.7);
+        window.setFont(small);
+        PageScript::run(window.document().Up1(), QStringLiteral("C S1 F2"));
+        window.document().Up1()->ContainedObjects().first()->SetCaption(QStringLiteral("Gäste"));
+        window.tabStrip()->setCurrentIndex(tab);
+        QAction* exportPage = window.findChild<QAction*>(QStringLiteral("itmFileExportPage"));
+        QAction* print = window.findChild<QAction*>(QStringLiteral("itmFilePrint"));
+        QVERIFY(exportPage && print);
+        QCOMPARE(exportPage->isEnabled(), enabled);
+        QCOMPARE(print->isEnabled(), enabled);
+        QVERIFY(print->shortcuts().contains(QKeySequence(Qt::CTRL | Qt::Key_P)));
+        if (!enabled)
+            return;
+        const QString path = dir.filePath(name);
+        prompt.fileNames << path;
+        const auto view = qobject_cast<ObjectPageView*>(window.tabStrip()->currentWidget());
+        const QSize shown = view->pageSize();
+        window.document().SetModified(false);
+        exportPage->trigger();
+        QCOMPARE(prompt.messages(), QStringList());
+        QImage written(path);
+        QVERIFY(!written.isNull());
+        // The page shown, at its size on screen; drawing it changes nothing of the page.
+        QCOMPARE(written.size(), shown);
+        QCOMPARE(view->pageSize(), shown);
+        QVERIFY(!window.document().IsModified());
+        // The page shown, not the other one: only the up page has boxes.
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(svgTexts(file.readAll()).contains(QStringLiteral("Gäste")), name.endsWith(u".svg"));
+    }
+};
+
+QTEST_MAIN(TestPagePicture)
+#include "tst_pagepicture.moc"
