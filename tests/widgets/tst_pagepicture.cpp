@@ -221,6 +221,13 @@ private slots:
         prompt.fileNames << path;
         const auto view = qobject_cast<ObjectPageView*>(window.tabStrip()->currentWidget());
         const QSize shown = view->pageSize();
+        const auto boxes = [&window] {
+            QList<QRectF> out;
+            for (const QoSObject* o : window.document().Objects())
+                out << QRectF(o->Left(), o->Top(), o->Width(), o->Height());
+            return out;
+        };
+        const QList<QRectF> before = boxes();
         window.document().SetModified(false);
         exportPage->trigger();
         QCOMPARE(prompt.messages(), QStringList());
@@ -229,6 +236,7 @@ private slots:
         // The page shown, at its size on screen; drawing it changes nothing of the page.
         QCOMPARE(written.size(), shown);
         QCOMPARE(view->pageSize(), shown);
+        QCOMPARE(boxes(), before);
         QVERIFY(!window.document().IsModified());
         // The page shown, not the other one: only the up page has boxes.
         QFile file(path);
