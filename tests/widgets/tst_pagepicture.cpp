@@ -5,6 +5,7 @@
 #include "file/qosreader.h"
 #include "model/qosobjectbox.h"
 #include "page/objectpageview.h"
+#include "page/pageboxes.h"
 #include "page/pageprinter.h"
 #include "page/pagerenderer.h"
 #include "pagescript.h"
@@ -14,6 +15,7 @@
 #include <QFile>
 #include <QPaintEngine>
 #include <QPainter>
+#include <QPicture>
 #include <QStandardPaths>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -152,6 +154,56 @@ private slots:
         const QImage image = renderer.image();
         QCOMPARE(viewBox, image.size());
         QCOMPARE(QImage::fromData(svg, "SVG").size(), image.size());
+    }
+
+    // A part of the page, as a sheet shows it, draws nothing beyond its edges: a box or a line
+    // that it cuts is cut there.
+    void aPartStaysWithinItsEdges_data()
+    {
+        QTest::addColumn<QPoint>("corner"); // from the middle of the first box
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<bool>("recorded"); // drawn as a printer takes it: recorded, then replayed
+        QTest::newRow("cuts the box's right and bottom half off")
+            << QPoint(-100, -45) << QSize(100, 45) << false;
+        QTest::newRow("cuts the box's top and left half off") << QPoint(0, 0) << QSize(300, 400) << false;
+        QTest::newRow("recorded, cut on all sides") << QPoint(-100, -45) << QSize(200, 90) << true;
+    }
+    void aPartStaysWithinItsEdges()
+    {
+        QFETCH(QPoint, corner);
+        QFETCH(QSize, size);
+        QFETCH(bool, recorded);
+        ScriptedPrompt prompt;
+        Document doc(&prompt);
+        PageScript::run(doc.Down1(), QStringLiteral("C S1 S1 F2"));
+        PageRenderer renderer(doc.Down1());
+        const QRect area(PageBoxes::rectOf(doc.Down1()->ContainedObjects().first()).center() + corner, size);
+        const QColor outside(Qt::magenta);
+        QImage image(size + QSize(80, 80), QImage::Format_ARGB32);
+        image.fill(outside);
+        QPicture picture;
+        if (recorded) {
+            QPainter painter(&picture);
+            renderer.paint(painter, area);
+        }
+        {
+            QPainter painter(&image);
+            painter.translate(40, 40);
+            if (recorded)
+                painter.drawPicture(0, 0, picture);
+            else
+                renderer.paint(painter, area);
+        }
+        const QRect drawn(QPoint(40, 40), size);
+        int inside = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) {
+                const bool marked = image.pixelColor(x, y) == outside;
+                if (!drawn.contains(x, y))
+                    QVERIFY2(marked, qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
+                inside += !marked;
+            }
+        QCOMPARE(inside, size.width() * size.height());
     }
 
     // A page many sheets wide prints every box, each sheet under its own header, and never
