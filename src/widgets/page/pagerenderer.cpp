@@ -3,19 +3,17 @@
 #include "base/twips.h"
 #include "model/document.h"
 #include "model/objectpage.h"
-#include "model/qosobjectbox.h"
 #include "objectpageview.h"
 #include "objectpane.h"
-#include "pageboxes.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QPainter>
-#include <QPicture>
 #include <QSvgGenerator>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -32,9 +30,9 @@ void settle(QWidget* holder)
 }
 
 // How many cells of a pitch (twips) a tile spans: as many as fit its side, at least one.
-qint64 cellsPerTile(qint32 pitch)
+qint64 cellsPerTile(qint32 pitch, int side = PageRenderer::TileSide)
 {
-    return std::max<qint64>(1, qint64(PageRenderer::TileSide) * Twips::PerPixel / std::max(1, pitch));
+    return std::max<qint64>(1, qint64(side) * Twips::PerPixel / std::max(1, pitch));
 }
 
 } // namespace
@@ -70,7 +68,7 @@ QSize PageRenderer::pageSize() const
     return m_view->pageSize();
 }
 
-QList<QRect> PageRenderer::tiles(const QRect& part) const
+QList<QRect> PageRenderer::tiles(const QRect& part, int side) const
 {
     // Tile edges lie on cell edges, which no box crosses: each box is drawn whole in one tile
     // (a painter without clipping, as an SVG file's, then holds it once).
@@ -87,8 +85,9 @@ QList<QRect> PageRenderer::tiles(const QRect& part) const
         out << to + 1;
         return out;
     };
-    const QList<int> xs = edges(part.left(), part.right(), cellsPerTile(prop.ColWidth) * prop.ColWidth);
-    const QList<int> ys = edges(part.top(), part.bottom(), cellsPerTile(prop.RowHeight) * prop.RowHeight);
+    const QList<int> xs = edges(part.left(), part.right(), cellsPerTile(prop.ColWidth, side) * prop.ColWidth);
+    const QList<int> ys =
+        edges(part.top(), part.bottom(), cellsPerTile(prop.RowHeight, side) * prop.RowHeight);
     QList<QRect> out;
     for (qsizetype j = 0; j + 1 < ys.size(); ++j)
         for (qsizetype i = 0; i + 1 < xs.size(); ++i)
@@ -96,15 +95,34 @@ QList<QRect> PageRenderer::tiles(const QRect& part) const
     return out;
 }
 
-void PageRenderer::paintTiles(QPainter& painter, const QRect& part)
+void PageRenderer::paintTile(QPainter& painter, const QRect& tile)
 {
-    ObjectPane* pane = m_view->pane();
-    for (const QRect& tile : tiles(part)) {
-        m_view->setScrollPosition(tile.topLeft());
-        m_view->realize();
-        settle(m_holder.get());
-        // The surface with the cells and the lines, and the boxes over it that meet the tile.
-        pane->render(&painter, tile.topLeft(), QRegion(tile.translated(-m_view->scrollPosition())));
+    m_view->setScrollPosition(tile.topLeft());
+    m_view->realize();
+    settle(m_holder.get());
+    // The surface with the cells and the lines, and the boxes over it that meet the tile.
+    m_view->pane()->render(&painter, tile.topLeft(), QRegion(tile.translated(-m_view->scrollPosition())));
+}
+
+void PageRenderer::paintOnPrinter(QPainter& painter, const QRect& part)
+{
+    // Qt draws widgets onto a printer as a picture of their screen pixels, which blurs when
+    // it is scaled to the paper. Drawn here at print resolution instead (at most MaxPrintScale
+    // pixels a page pixel, so that the pictures stay small), tile by tile, they stay sharp.
+    const QTransform& t = painter.worldTransform();
+    const double dpi = std::max(1, painter.device()->logicalDpiX());
+    const double scale = std::clamp(std::hypot(t.m11(), t.m12()) * PrintDpi / dpi, 1.0, MaxPrintScale);
+    for (const QRect& tile : tiles(part, int(PrintTileSide / scale))) {
+        QImage image(QSize(int(std::ceil(tile.width() * scale)), int(std::ceil(tile.height() * scale))),
+                     QImage::Format_RGB32);
+        image.fill(Qt::white);
+        {
+            QPainter onImage(&image);
+            onImage.scale(scale, scale);
+            onImage.translate(-tile.topLeft());
+            paintTile(onImage, tile);
+        }
+        painter.drawImage(QRectF(tile), image);
     }
 }
 
@@ -114,19 +132,12 @@ void PageRenderer::paint(QPainter& painter, const QRect& area)
     if (part.isEmpty())
         return;
     painter.save();
-    painter.setClipRect(QRect(QPoint(), area.size()), Qt::IntersectClip);
     painter.translate(-area.topLeft());
     if (painter.device()->devType() == QInternal::Printer) {
-        // Widgets drawn onto a printer come as a picture of screen pixels; recorded first,
-        // they come as the lines and texts they are made of.
-        QPicture recorded;
-        {
-            QPainter recorder(&recorded);
-            paintTiles(recorder, part);
-        }
-        painter.drawPicture(0, 0, recorded);
+        paintOnPrinter(painter, part);
     } else {
-        paintTiles(painter, part);
+        for (const QRect& tile : tiles(part, TileSide))
+            paintTile(painter, tile);
     }
     painter.restore();
 }

@@ -38,9 +38,9 @@ public:
     ObjectPage* page() const { return m_page; }
     // The whole page in pixels.
     QSize pageSize() const;
-    // Draws a part of the page (page pixels) with its top-left corner at the painter's origin,
-    // clipped to that part. On a printer the widgets are drawn as vectors, not as a picture of
-    // screen pixels, so text stays sharp and searchable.
+    // Draws a part of the page (page pixels) with its top-left corner at the painter's origin;
+    // what it cuts is cut at its edges. On an image or an SVG file the widgets draw themselves (in SVG their
+    // texts stay text); on a printer they come as pictures at the printer's finer scale.
     void paint(QPainter& painter, const QRect& area);
 
     // The whole page as an image; a page too large for one gives a null image and the reason.
@@ -52,11 +52,17 @@ public:
 
     // Tiles are at most this large a side (pixels): a tile's widgets are all that exist at once.
     static constexpr int TileSide = 2048;
+    // On a printer: the resolution of the pictures on paper, their finest scale (pixels per
+    // page pixel) and the largest side of one picture.
+    static constexpr double PrintDpi = 300;
+    static constexpr double MaxPrintScale = 3;
+    static constexpr int PrintTileSide = 2048;
 
 private:
-    // The tiles that cover a part of the page, row by row.
-    QList<QRect> tiles(const QRect& part) const;
-    void paintTiles(QPainter& painter, const QRect& part);
+    // The tiles of at most side pixels (or one cell) that cover a part of the page, row by row.
+    QList<QRect> tiles(const QRect& part, int side) const;
+    void paintTile(QPainter& painter, const QRect& tile);
+    void paintOnPrinter(QPainter& painter, const QRect& part);
 
     ObjectPage* m_page;
     std::unique_ptr<QWidget> m_holder; // gives the view its font, off screen
