@@ -138,6 +138,18 @@ void checkPage(const ObjectPage& page, Collector& out)
 
 } // namespace
 
+bool Problem::operator==(const Problem& other) const
+{
+    return kind == other.kind && object == other.object && text == other.text && common == other.common;
+}
+
+QString ProblemCountText(qsizetype count)
+{
+    if (count == 0)
+        return QStringLiteral("Keine Probleme");
+    return count == 1 ? QStringLiteral("1 Problem") : QStringLiteral("%1 Probleme").arg(count);
+}
+
 QString DescribePlace(const QoSObject& o)
 {
     const ObjectPage* page = o.GetObjectPage();

@@ -28,11 +28,11 @@ struct Problem
     // Only for the common page's values: the page "Allgemein" holds them.
     bool common = false;
 
-    bool operator==(const Problem& other) const
-    {
-        return kind == other.kind && object == other.object && text == other.text && common == other.common;
-    }
+    bool operator==(const Problem& other) const;
 };
+
+// "Keine Probleme", "1 Problem", "3 Probleme".
+QString ProblemCountText(qsizetype count);
 
 // "Down: Klasse "Web" in Zelle 1,0": the page, the kind of box, its caption and its cell.
 QString DescribePlace(const QoSObject& object);

@@ -7,6 +7,7 @@
 #include "base/userprompt.h"
 #include "model/objectpage.h"
 #include "pagetoolsdialog.h"
+#include "problemsdock.h"
 #include "toolicons.h"
 
 #include <QActionGroup>
@@ -207,6 +208,15 @@ void frmMain::buildTools()
          .enabled = onPage(&EditorSession::CanShowCalculator),
          .run = [this] { m_calculatorDock->setVisible(m_calculatorDock->isHidden()); },
          .given = m_calculatorDock->toggleViewAction()},
+        // The dock's own show/hide action, as the calculator's; showing it puts the focus in its list.
+        {.tool = Tool::Problems,
+         .key = "Problems",
+         .text = QStringLiteral("Prüfung"),
+         .icon = drawn(Picture::Problems),
+         .shortcuts = {QKeySequence(Qt::Key_F8)},
+         .tip = QStringLiteral("Liste der Probleme des Dokuments ein- oder ausblenden"),
+         .run = [this] { m_problemsDock->setVisible(m_problemsDock->isHidden()); },
+         .given = m_problemsDock->toggleViewAction()},
         {.tool = Tool::OptDown,
          .key = "optDown",
          .text = QStringLiteral("Down"),
@@ -275,7 +285,7 @@ void frmMain::buildMenus()
     add(page,
         {Tool::NewMainClass, Tool::NewSubClass, Tool::NewFilter, Tool::DeleteObject, Tool::DefaultClass});
     page->addSeparator();
-    add(page, {Tool::Calc, Tool::PageSize});
+    add(page, {Tool::Calc, Tool::Problems, Tool::PageSize});
     page->addSeparator();
     add(page, {Tool::OptDown, Tool::OptUp});
 
@@ -321,6 +331,7 @@ void frmMain::buildToolbars()
         m_tbrPage->addAction(m_tools->action(t));
     m_tbrPage->addSeparator();
     m_tbrPage->addAction(m_tools->action(Tool::Calc));
+    m_tbrPage->addAction(m_tools->action(Tool::Problems));
     m_tbrPage->addSeparator();
     for (Tool t : {Tool::OptDown, Tool::OptUp}) {
         m_tbrPage->addAction(m_tools->action(t));
