@@ -29,8 +29,8 @@ class frmStatus;
 // The editor's window: the pages "Allgemein", "Down" and "Up" in a tab strip, the file
 // toolbar Toolbar1 and the page toolbar tbrPage, the menus, the status bar with the modified
 // indicator and the number of problems, the class calculator as a side panel and the
-// problem list "Prüfung" as a dock. It holds the one document; what its
-// commands decide lives in EditorSession and the core, the window only forwards and shows.
+// problem list "Prüfung" as a dock. It holds the one document; what its commands decide
+// lives in EditorSession and the core, the window only forwards and shows.
 //
 // The menus and toolbars are made from one table of tools (frmmaintools.cpp): its actions
 // carry the toolbar keys as object names ("New", "Open", "Save", "NewMainClass", ...) and the
