@@ -113,20 +113,19 @@ int usageError(const QString& text)
 
 void help()
 {
-    line(stdout,
-         QStringLiteral(
-             "Aufruf: tarnwick-cli BEFEHL DATEI\n"
-             "\n"
-             "Befehle:\n"
-             "  export DATEI   liest eine qos.txt und gibt sie so aus, wie der Editor sie speichert\n"
-             "  json DATEI     gibt das gelesene Dokument als JSON aus\n"
-             "  check DATEI    nennt die Probleme des gelesenen Dokuments, wie die Prüfung im Editor\n"
-             "  render DATEI BILD.png [down|up]\n"
-             "                 zeichnet die Seite (Vorgabe down) so, wie der Editor sie zeigt\n"
-             "  --help         zeigt diese Hilfe\n"
-             "\n"
-             "Rückgabewerte: 0 in Ordnung, 1 Fehler im Dokument, 2 falscher Aufruf oder Datei "
-             "nicht lesbar."));
+    line(stdout, QStringLiteral(
+                     "Aufruf: tarnwick-cli BEFEHL DATEI\n"
+                     "\n"
+                     "Befehle:\n"
+                     "  export DATEI   liest eine qos.txt und gibt sie so aus, wie der Editor sie speichert\n"
+                     "  json DATEI     gibt das gelesene Dokument als JSON aus\n"
+                     "  check DATEI    nennt die Probleme des Dokuments wie die Prüfung im Editor\n"
+                     "  render DATEI BILD.png [down|up]\n"
+                     "                 zeichnet die Seite (Vorgabe down) so, wie der Editor sie zeigt\n"
+                     "  --help         zeigt diese Hilfe\n"
+                     "\n"
+                     "Rückgabewerte: 0 in Ordnung, 1 Fehler im Dokument, 2 falscher Aufruf oder Datei "
+                     "nicht lesbar."));
 }
 
 int exportCommand(CliSession& session)

@@ -9,9 +9,11 @@
 #include "model/qosclass.h"
 #include "model/qoscommon.h"
 #include "model/qosfilter.h"
-#include "model/validationpass.h"
 
+#include <QDir>
+#include <QProcess>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <functional>
@@ -64,10 +66,34 @@ struct Followed
     }
     void settle()
     {
-        for (int i = 0; i < 10 && (problems.Pending() || (down && down->Pending())); ++i)
+        for (int i = 0; i < 10 && (problems.Pending() || (down && (down->Pending() || up->Pending()))); ++i)
             QCoreApplication::processEvents();
     }
+    QStringList lines() const
+    {
+        QStringList out;
+        for (const Problem& p : problems.Problems())
+            out << p.text;
+        return out;
+    }
 };
+
+// tarnwick-cli check names the problems the window's list shows, in the same order, and then
+// one balance line per class with sub classes and per page.
+void checkPrintsTheSameList(const QByteArray& text, const QStringList& shown)
+{
+    QTemporaryDir dir;
+    QFile file(dir.filePath(QStringLiteral("qos.txt")));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
+    file.close();
+    QProcess cli;
+    cli.start(QStringLiteral(TARNWICK_CLI), {QStringLiteral("check"), file.fileName()});
+    QVERIFY(cli.waitForFinished(60000));
+    QCOMPARE(cli.exitCode(), shown.isEmpty() ? 0 : 1);
+    const QStringList printed = QString::fromUtf8(cli.readAllStandardOutput()).split(u'\n');
+    QCOMPARE(printed.mid(0, shown.size()), shown);
+    QVERIFY(printed.size() > shown.size() && printed.at(shown.size()).contains(u"garantiert von"));
+}
 
 } // namespace
 
@@ -75,7 +101,27 @@ class TestProblemList : public QObject
 {
     Q_OBJECT
 private slots:
-    // Every kind of problem, each alone in a document otherwise sound, named with its box.
+    // The samples and the test files as the window lists them, and as check prints them.
+    void filesAsCheckPrintsThem_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        for (const QString& folder : {QStringLiteral(TARNWICK_SAMPLES), QStringLiteral(TARNWICK_TEST_DATA)}) {
+            const QDir dir(folder);
+            for (const QString& name : dir.entryList({QStringLiteral("*.qos.txt")}, QDir::Files)) {
+                QFile file(dir.filePath(name));
+                QVERIFY(file.open(QIODevice::ReadOnly));
+                QTest::newRow(qPrintable(name)) << file.readAll();
+            }
+        }
+    }
+    void filesAsCheckPrintsThem()
+    {
+        QFETCH(QByteArray, text);
+        checkPrintsTheSameList(text, Followed(text, true).lines());
+    }
+
+    // Every kind of problem, each alone in a document otherwise sound, named with its box, and
+    // printed by check as the window lists it.
     void kinds_data()
     {
         QTest::addColumn<QByteArray>("file");
@@ -110,12 +156,9 @@ private slots:
         QFETCH(QByteArray, file);
         QFETCH(Problem::Kind, kind);
         QFETCH(QString, box);
-        ScriptedPrompt prompt;
-        Document doc(&prompt);
-        FirstStart::Apply(doc);
-        const ImportReport report = ImportQoSBytes(doc, file);
-        ValidationPass().ValidateDocument(doc);
-        const QList<Problem> problems = ListProblems(doc, report);
+        const Followed f(file, true);
+        checkPrintsTheSameList(file, f.lines());
+        const QList<Problem>& problems = f.problems.Problems();
         if (QByteArray(QTest::currentDataTag()) == "sound") {
             QCOMPARE(problems.size(), 0);
             return;
@@ -133,9 +176,9 @@ private slots:
         QCOMPARE(p.common, box == u"Allgemein");
         if (box == u"-" || box == u"Allgemein") {
             QVERIFY(!p.object);
-            QVERIFY(p.text.startsWith(box == u"-" ? report.Message() : box + QStringLiteral(": ")));
+            QVERIFY(box == u"-" || p.text.startsWith(box + QStringLiteral(": ")));
         } else {
-            QCOMPARE(p.object.data(), byCaption(doc, box.isEmpty() ? QString() : box));
+            QCOMPARE(p.object.data(), byCaption(f.doc, box));
             QVERIFY(p.text.startsWith(DescribePlace(*p.object) + QStringLiteral(": ")));
         }
     }
@@ -198,17 +241,6 @@ private slots:
         for (const Problem& p : f.problems.Problems())
             named << (p.object ? p.object->Caption() : QStringLiteral("-"));
         QCOMPARE(named, boxes);
-    }
-
-    // "Neu" forgets what the import of the last file had to tell.
-    void importReportReplaced()
-    {
-        Followed f(soundFile("QOS_FILTER_N='3'\n"), true);
-        QCOMPARE(f.problems.Problems().size(), 1);
-        f.doc.Clear();
-        f.problems.SetImportReport(ImportReport());
-        f.settle();
-        QCOMPARE(f.problems.Problems().size(), 0);
     }
 };
 
