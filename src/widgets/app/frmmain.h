@@ -9,6 +9,7 @@ class AppProperties;
 class ClassCalculator;
 class ClassCalculatorPanel;
 class Document;
+class FindBar;
 class EditorSession;
 class ObjectPage;
 class QAction;
@@ -106,6 +107,7 @@ private:
     QToolButton* m_pnlModified = nullptr;
     QDockWidget* m_calculatorDock = nullptr;
     ClassCalculatorPanel* m_calculatorPanel = nullptr;
+    FindBar* m_findBar = nullptr;
     QMenu* m_recentMenu = nullptr;
     // The tool the NewObject button runs: the one last chosen from its menu.
     Tool m_newObjectTool = Tool::NewMainClass;

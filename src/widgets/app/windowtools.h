@@ -28,6 +28,9 @@ enum class Tool {
     FileExit,
     HelpAbout,
     PageSize,
+    EditFind,
+    EditFindNext,
+    EditFindPrevious,
     // Everything from here on is a page tool, which RunPageTool runs by its key: the buttons of
     // tbrPage, then the menu of the NewObject button.
     NewObject,
