@@ -67,11 +67,9 @@ private slots:
 
         const QString none;
         QTest::newRow("caption in another case") << "Telefonie" << none << none << "TELEF" << true;
-        QTest::newRow("caption, the middle of it") << "Web und Mail" << none << none << "und m" << true;
         QTest::newRow("blanks around the text") << "Telefonie" << none << none << "  fon " << true;
         QTest::newRow("blanks only") << "Telefonie" << none << none << "   " << false;
         QTest::newRow("address, part of it") << none << "192.168.1.20" << none << "168.1" << true;
-        QTest::newRow("address with its mask") << none << "10.0.0.0/8" << none << "/8" << true;
         QTest::newRow("port, one of a list") << none << none << "21,443"
                                              << "443" << true;
         QTest::newRow("port, part of the text") << none << none << "8080"
@@ -82,14 +80,10 @@ private slots:
                                                       << "6005" << true;
         QTest::newRow("port just past a range") << none << none << "6000-6010"
                                                 << "6011" << false;
-        QTest::newRow("port just before a range") << none << none << "6000-6010"
-                                                  << "5999" << false;
         QTest::newRow("port written with a zero before it") << none << none << "21,80"
                                                             << "080" << true;
         QTest::newRow("port a list does not hold") << none << none << "21,443"
                                                    << "80" << false;
-        QTest::newRow("a number too long for a port") << none << none << "0-9"
-                                                      << "40000000000" << false;
         QTest::newRow("nothing of it") << "Telefonie"
                                        << "192.168.1.20"
                                        << "5060"
@@ -203,35 +197,6 @@ private slots:
                 QCOMPARE(hit.object->Caption(), expected);
             search.Found(hit.object);
         }
-    }
-
-    void says_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<bool>("forward");
-        QTest::addColumn<QString>("message");
-
-        QTest::newRow("no match") << " xyz "
-                                  << "" << true << "Nichts gefunden: „xyz“";
-        QTest::newRow("a match") << "web"
-                                 << "Web A" << true << "Treffer 2 von 4: „web“";
-        QTest::newRow("round to the first")
-            << "web"
-            << "Web up" << true << "Treffer 1 von 4: „web“ (wieder am Anfang)";
-        QTest::newRow("round to the last") << "web"
-                                           << "Web A" << false << "Treffer 4 von 4: „web“ (wieder am Ende)";
-    }
-    void says()
-    {
-        QFETCH(QString, text);
-        QFETCH(QString, from);
-        QFETCH(bool, forward);
-        QFETCH(QString, message);
-        Pages p;
-        ObjectSearch search(p.doc);
-        search.SetText(text);
-        QCOMPARE(ObjectSearch::Message(search.Next(p.named(from), forward), text, forward), message);
     }
 };
 
