@@ -97,6 +97,20 @@ private slots:
         QTest::newRow("siblings of one caption pair in order")
             << twoWebs << replaced(twoWebs, {{"CLASS_4_PRIO='2'", "CLASS_4_PRIO='1'"}})
             << false << 1 << QByteArray("Down: Haupt › Web [2]: Prio 2 → 1\n") << QByteArray();
+        // "Web" is no longer unique: the class cannot be followed, and goes with its filters.
+        QTest::newRow("a class of a shared caption moved")
+            << twoWebs << replaced(twoWebs, {{"QOS_CLASS_4_PARENT='1'", "QOS_CLASS_4_PARENT='3'"}}) << false << 1
+            << QByteArray("Down: Haupt › Web › Web: neu (Min 4000kbit, Max 16000kbit, Prio 2)\n"
+                          "Down: Haupt › Web › Web › Filter 1: neu (Typ client, Ports 80)\n"
+                          "Down: Haupt › Web › Web › Filter 2: neu (Typ client, Ports 443)\n"
+                          "Down: Haupt › Web [2]: entfernt (Min 4000kbit, Max 16000kbit, Prio 2)\n"
+                          "Down: Haupt › Web [2] › Filter 1: entfernt (Typ client, Ports 80)\n"
+                          "Down: Haupt › Web [2] › Filter 2: entfernt (Typ client, Ports 443)\n")
+            << QByteArray();
+        QTest::newRow("two filters swapped places")
+            << base << replaced(base, {{"QOS_FILTER_2_PORT='80'", "QOS_FILTER_2_PORT='443'"},
+                                       {"QOS_FILTER_3_PORT='443'", "QOS_FILTER_3_PORT='80'"}})
+            << false << 0 << QByteArray() << QByteArray();
         QTest::newRow("a class added, a filter removed")
             << base << replaced(base, {{"QOS_CLASS_N='8'", "QOS_CLASS_N='9'\n"
                                                            "QOS_CLASS_9_PARENT='5'\nQOS_CLASS_9_MINBANDWIDTH='100kbit'\n"
