@@ -32,12 +32,13 @@ struct Checked
             const bool up = w.value(4) == u"up";
             const QoSClass* parent = classes.value(w[1]);
             ObjectPage* page = up ? doc.Up1() : doc.Down1();
-            classes.insert(w[0], page->AddClass(parent ? QString::number(parent->ClassIdx()) : QStringLiteral("0"),
-                                                {.minBandwidth = w[2],
-                                                 .maxBandwidth = w[3],
-                                                 .direction = page->Direction(),
-                                                 .prio = QStringLiteral("0"),
-                                                 .caption = w[0]}));
+            classes.insert(w[0],
+                           page->AddClass(parent ? QString::number(parent->ClassIdx()) : QStringLiteral("0"),
+                                          {.minBandwidth = w[2],
+                                           .maxBandwidth = w[3],
+                                           .direction = page->Direction(),
+                                           .prio = QStringLiteral("0"),
+                                           .caption = w[0]}));
         }
         ValidationPass().ValidateDocument(doc);
     }
@@ -75,12 +76,15 @@ private slots:
         QTest::newRow("siblings over the parent's maximum")
             << router << "C.min=6000kbit"
             << "A.min"
-            << QStringList{"Klassen unter \"P\" übersteigen zusammen sein Maximum", "17000 kbit aus 3 Klassen",
-                           "\"A\" (diese Klasse): 1000 kbit", "\"B\": 10000 kbit", "\"C\": 6000 kbit",
-                           "Grenze: 16000 kbit", "Zu viel: 1000 kbit"};
-        QTest::newRow("valid maximum beside a red minimum")
-            << router << "C.min=6000kbit"
-            << "A.max" << QStringList{};
+            << QStringList{"Klassen unter \"P\" übersteigen zusammen sein Maximum",
+                           "17000 kbit aus 3 Klassen",
+                           "\"A\" (diese Klasse): 1000 kbit",
+                           "\"B\": 10000 kbit",
+                           "\"C\": 6000 kbit",
+                           "Grenze: 16000 kbit",
+                           "Zu viel: 1000 kbit"};
+        QTest::newRow("valid maximum beside a red minimum") << router << "C.min=6000kbit"
+                                                            << "A.max" << QStringList{};
         QTest::newRow("minimum in Mbit, sum in kbit")
             << "line 16000kbit 2400kbit; P - 1000kbit 4000kbit; A P 2Mbit 4000kbit; B P 3000kbit 4000kbit"
             << QString() << "A.min"
@@ -104,7 +108,8 @@ private slots:
             << "line 16000kbit 2400kbit; P - 8000kbit 16000kbit; Q P 3000kbit 3000kbit;"
                "X Q 2000kbit 3000kbit; Y Q 2000kbit 3000kbit"
             << QString() << "Y.min"
-            << QStringList{"unter \"Q\"", "4000 kbit aus 2 Klassen", "Grenze: 3000 kbit", "Zu viel: 1000 kbit"};
+            << QStringList{"unter \"Q\"", "4000 kbit aus 2 Klassen", "Grenze: 3000 kbit",
+                           "Zu viel: 1000 kbit"};
         QTest::newRow("many siblings: the count, not every caption")
             << "line 1000kbit 1000kbit; A - 200kbit 1000kbit; B - 200kbit 1000kbit; C - 200kbit 1000kbit;"
                "D - 200kbit 1000kbit; E - 200kbit 1000kbit; F - 250kbit 1000kbit"
@@ -127,13 +132,17 @@ private slots:
         QTest::newRow("maximum of 0") << "line 1000kbit 1000kbit; A - 100kbit 0kbit" << QString() << "A.max"
                                       << QStringList{"größer als 0", "eingetragen ist 0 kbit"};
         QTest::newRow("overflow: the sum beyond 32 bits")
-            << "line 1000kbit 1000kbit; A - 600kbit 1000kbit; B - 600kbit 1000kbit" << "B.min=2147483100kbit"
-            << "A.min" << QStringList{"2147483700 kbit", "passt nicht in 32 Bit", "Farbe ist die der letzten Prüfung"};
+            << "line 1000kbit 1000kbit; A - 600kbit 1000kbit; B - 600kbit 1000kbit"
+            << "B.min=2147483100kbit"
+            << "A.min"
+            << QStringList{"2147483700 kbit", "passt nicht in 32 Bit", "Farbe ist die der letzten Prüfung"};
         QTest::newRow("overflow: a minimum beyond 32 bits in kbit")
-            << "line 1000kbit 1000kbit; A - 600kbit 1000kbit; B - 600kbit 1000kbit" << "A.min=3000000Mbit"
+            << "line 1000kbit 1000kbit; A - 600kbit 1000kbit; B - 600kbit 1000kbit"
+            << "A.min=3000000Mbit"
             << "A.min" << QStringList{"3000000 Mbit", "3072000000 kbit", "passt nicht in 32 Bit"};
         QTest::newRow("overflow: the parent's maximum beyond 32 bits")
-            << "line 16000kbit 2400kbit; P - 1000kbit 1000kbit; A P 100kbit 2000kbit" << "P.max=3000000Mbit"
+            << "line 16000kbit 2400kbit; P - 1000kbit 1000kbit; A P 100kbit 2000kbit"
+            << "P.max=3000000Mbit"
             << "A.max" << QStringList{"Das Maximum von \"P\", 3000000 Mbit, ergibt 3072000000 kbit"};
     }
 

@@ -82,8 +82,8 @@ Limit limitOf(const QoSClass& c)
     if (const QoSClass* parent = c.ParentQoSObject()) {
         limit.owner = QStringLiteral("das Maximum von %1").arg(quoted(*parent));
         limit.shown = figure(*parent->MaxField());
-        limit.overflow = tooLargeLine(QStringLiteral("Das Maximum von %1").arg(quoted(*parent)),
-                                      *parent->MaxField());
+        limit.overflow =
+            tooLargeLine(QStringLiteral("Das Maximum von %1").arg(quoted(*parent)), *parent->MaxField());
         return limit;
     }
     // Any direction but "down" is limited by the up line, as the check reads it.
@@ -97,8 +97,7 @@ Limit limitOf(const QoSClass& c)
     if (limit.value && line.TryKbit() != limit.value)
         limit.shown = countedAs(limit.shown, QString::number(*limit.value));
     limit.overflow = QStringLiteral("Die %1 \"%2\" passt nicht in 32 Bit (höchstens %3).")
-                         .arg(name, common.LineBandwidth(c.QoSDirection()),
-                              QString::number(Int32Max));
+                         .arg(name, common.LineBandwidth(c.QoSDirection()), QString::number(Int32Max));
     return limit;
 }
 
@@ -126,14 +125,17 @@ QStringList overbooked(const QoSClass& c, const QList<QoSClass*>& group, qint64 
               << QStringLiteral("Minimum: %1").arg(figure(*c.MinField()));
     } else {
         const QoSClass* parent = c.ParentQoSObject();
-        lines << (parent ? QStringLiteral("Die Minima der Klassen unter %1 übersteigen zusammen sein Maximum.")
-                               .arg(quoted(*parent))
-                         : QStringLiteral("Die Minima der Hauptklassen übersteigen zusammen %1.").arg(limit.owner));
+        lines << (parent
+                      ? QStringLiteral("Die Minima der Klassen unter %1 übersteigen zusammen sein Maximum.")
+                            .arg(quoted(*parent))
+                      : QStringLiteral("Die Minima der Hauptklassen übersteigen zusammen %1.")
+                            .arg(limit.owner));
         lines << QStringLiteral("Summe der Minima: %1 aus %2 Klassen").arg(kbitText(sum)).arg(group.size());
         if (group.size() <= ListedClasses) {
             for (const QoSClass* member : group)
                 lines << QStringLiteral("  %1%2: %3")
-                             .arg(quoted(*member), member == &c ? QStringLiteral(" (diese Klasse)") : QString(),
+                             .arg(quoted(*member),
+                                  member == &c ? QStringLiteral(" (diese Klasse)") : QString(),
                                   figure(*member->MinField()));
         } else {
             lines << QStringLiteral("  davon diese Klasse: %1").arg(figure(*c.MinField()));
@@ -146,7 +148,8 @@ QStringList overbooked(const QoSClass& c, const QList<QoSClass*>& group, qint64 
 
 QString stale(const QString& field)
 {
-    return QStringLiteral("Nach den jetzigen Werten wäre %1 gültig;\ndie Schaltfläche ✓ prüft neu.").arg(field);
+    return QStringLiteral("Nach den jetzigen Werten wäre %1 gültig;\ndie Schaltfläche ✓ prüft neu.")
+        .arg(field);
 }
 
 QString explainMinimum(const QoSClass& c)
@@ -164,7 +167,8 @@ QString explainMinimum(const QoSClass& c)
         return cannotCheck(limit.overflow);
     QStringList lines;
     if (*ownKbit < 1)
-        lines << QStringLiteral("Das Minimum muss mindestens 1 kbit sein; eingetragen ist %1.").arg(figure(own));
+        lines << QStringLiteral("Das Minimum muss mindestens 1 kbit sein; eingetragen ist %1.")
+                     .arg(figure(own));
     if (*sum.Checked() > *limit.value)
         lines << overbooked(c, group, *sum.Checked(), limit);
     if (lines.isEmpty())
