@@ -1,4 +1,5 @@
 #include "clisession.h"
+#include "diffcommand.h"
 #include "jsonreport.h"
 
 #include "base/qoserror.h"
@@ -122,6 +123,9 @@ void help()
                      "  check DATEI    nennt die Probleme des Dokuments wie die Prüfung im Editor\n"
                      "  render DATEI BILD.png [down|up]\n"
                      "                 zeichnet die Seite (Vorgabe down) so, wie der Editor sie zeigt\n"
+                     "  diff ALT NEU [--json]\n"
+                     "                 nennt, was sich zwischen zwei Dateien geändert hat: allgemeine\n"
+                     "                 Einstellungen, Klassen und Filter (Rückgabe 0 gleich, 1 verschieden)\n"
                      "  --help         zeigt diese Hilfe\n"
                      "\n"
                      "Rückgabewerte: 0 in Ordnung, 1 Fehler im Dokument, 2 falscher Aufruf oder Datei "
@@ -189,6 +193,18 @@ int main(int argc, char* argv[])
     if (command == u"--help" || command == u"-h") {
         help();
         return finish(Ok);
+    }
+    if (command == u"diff") {
+        const DiffCommand diff(args.mid(1));
+        if (!diff.usageError().isEmpty())
+            return usageError(diff.usageError());
+        const DiffCommand::Result result = diff.Run();
+        for (const QString& text : result.errors)
+            line(stderr, text);
+        write(stdout, result.output);
+        const int code = finish(result.code);
+        std::fflush(stderr);
+        std::_Exit(code);
     }
     if (command != u"export" && command != u"json" && command != u"check" && command != u"render")
         return usageError(QStringLiteral("Fehler: unbekannter Befehl \"%1\".").arg(command));

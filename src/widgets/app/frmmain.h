@@ -9,6 +9,7 @@ class AppProperties;
 class ClassCalculator;
 class ClassCalculatorPanel;
 class Document;
+class FindBar;
 class EditorSession;
 class ObjectPage;
 class ProblemWatcher;
@@ -115,6 +116,7 @@ private:
     // The document's problems, followed from here on; the dock "Prüfung" shows them.
     std::unique_ptr<ProblemWatcher> m_problemWatcher;
     ProblemsDock* m_problemsDock = nullptr;
+    FindBar* m_findBar = nullptr;
     QMenu* m_recentMenu = nullptr;
     // The tool the NewObject button runs: the one last chosen from its menu.
     Tool m_newObjectTool = Tool::NewMainClass;

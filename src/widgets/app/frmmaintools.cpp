@@ -3,6 +3,8 @@
 
 #include "frmmain.h"
 
+#include "findbar.h"
+
 #include "app/editorsession.h"
 #include "base/userprompt.h"
 #include "model/objectpage.h"
@@ -151,6 +153,27 @@ void frmMain::buildTools()
                  if (ObjectPage* page = CurrentPage(); page && focusedFieldLetsGo())
                      page->PageSizeCommand();
              }},
+        // Finding a box: the bar asks the field that holds the focus itself, and a step that
+        // cannot leave that field stays where it is.
+        {.tool = Tool::EditFind,
+         .key = "itmEditFind",
+         .text = QStringLiteral("&Suchen..."),
+         .icon = themed("edit-find", QStyle::SP_FileDialogContentsView),
+         .shortcuts = {QKeySequence(Qt::CTRL | Qt::Key_F)},
+         .tip = QStringLiteral("Klasse oder Filter nach Beschriftung, Adresse oder Port suchen"),
+         .run = [this] { m_findBar->Open(); }},
+        {.tool = Tool::EditFindNext,
+         .key = "itmEditFindNext",
+         .text = QStringLiteral("&Weitersuchen"),
+         .shortcuts = {QKeySequence(Qt::Key_F3)},
+         .tip = QStringLiteral("Zum nächsten Treffer der letzten Suche"),
+         .run = [this] { m_findBar->FindNext(true); }},
+        {.tool = Tool::EditFindPrevious,
+         .key = "itmEditFindPrevious",
+         .text = QStringLiteral("&Rückwärts suchen"),
+         .shortcuts = {QKeySequence(Qt::SHIFT | Qt::Key_F3)},
+         .tip = QStringLiteral("Zum vorherigen Treffer der letzten Suche"),
+         .run = [this] { m_findBar->FindNext(false); }},
 
         {.tool = Tool::NewObject,
          .key = "NewObject",
@@ -281,6 +304,9 @@ void frmMain::buildMenus()
     add(file, {Tool::FileExit});
     updateRecentFiles();
 
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("&Bearbeiten"));
+    add(edit, {Tool::EditFind, Tool::EditFindNext, Tool::EditFindPrevious});
+
     QMenu* page = menuBar()->addMenu(QStringLiteral("&Seite"));
     add(page,
         {Tool::NewMainClass, Tool::NewSubClass, Tool::NewFilter, Tool::DeleteObject, Tool::DefaultClass});
@@ -339,6 +365,9 @@ void frmMain::buildToolbars()
         if (auto* b = qobject_cast<QToolButton*>(m_tbrPage->widgetForAction(m_tools->action(t))))
             b->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     }
+
+    m_findBar = new FindBar(this);
+    addToolBar(Qt::BottomToolBarArea, m_findBar);
 }
 
 void frmMain::updateTools()

@@ -29,6 +29,9 @@ enum class Tool {
     HelpAbout,
     PageSize,
     Problems,
+    EditFind,
+    EditFindNext,
+    EditFindPrevious,
     // Everything from here on is a page tool, which RunPageTool runs by its key: the buttons of
     // tbrPage, then the menu of the NewObject button.
     NewObject,
