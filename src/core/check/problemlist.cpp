@@ -22,13 +22,13 @@ class Collector
 public:
     explicit Collector(QList<Problem>& list) : m_list(list) {}
 
-    void add(Problem::Kind kind, QoSObject* object, const QString& what)
+    void add(Problem::Kind kind, QoSObject* object, const QString& what, const QString& detail = {})
     {
-        m_list.append(Problem{kind, object, DescribePlace(*object) + QStringLiteral(": ") + what});
+        m_list.append(Problem{kind, object, DescribePlace(*object) + QStringLiteral(": ") + what, detail});
     }
     void addCommon(const QString& what)
     {
-        m_list.append(Problem{Problem::Kind::Kept, nullptr, QStringLiteral("Allgemein: ") + what, true});
+        m_list.append(Problem{Problem::Kind::Kept, nullptr, QStringLiteral("Allgemein: ") + what, {}, true});
     }
 
 private:
@@ -37,6 +37,23 @@ private:
 
 // A text such as "1.5Mbit" reads as another number once split and joined again, so the field
 // keeps the text as it was read and shows a number and unit that are not quite it.
+// A bandwidth's explanation is a sentence and then one figure a line. The list and check give
+// one line a problem, so the figures follow the sentence, parted by semicolons.
+QString oneLine(const QString& explanation)
+{
+    QStringList lines = explanation.split(u'\n', Qt::SkipEmptyParts);
+    for (QString& line : lines)
+        line = line.trimmed();
+    const QString sentence = lines.isEmpty() ? QString() : lines.takeFirst();
+    return lines.isEmpty() ? sentence : sentence + u' ' + lines.join(QStringLiteral("; "));
+}
+
+void addBandwidth(QoSClass& c, BandwidthSide side, Collector& out)
+{
+    const QString explanation = ExplainBandwidth(c, side);
+    out.add(Problem::Kind::Bandwidth, &c, oneLine(explanation), explanation);
+}
+
 bool keptAsText(const BandwidthField& field)
 {
     return field.Bandwidth() != field.Value() + field.Unit();
@@ -69,9 +86,9 @@ void checkCommon(QoSCommon& common, Collector& out)
 void checkClass(QoSClass& c, Collector& out)
 {
     if (!c.MinField()->IsValid())
-        out.add(Problem::Kind::Bandwidth, &c, ExplainBandwidth(c, BandwidthSide::Minimum));
+        addBandwidth(c, BandwidthSide::Minimum, out);
     if (!c.MaxField()->IsValid())
-        out.add(Problem::Kind::Bandwidth, &c, ExplainBandwidth(c, BandwidthSide::Maximum));
+        addBandwidth(c, BandwidthSide::Maximum, out);
     if (keptAsText(*c.MinField()))
         out.add(Problem::Kind::Kept, &c, keptBandwidth(QStringLiteral("das Minimum"), *c.MinField()));
     if (keptAsText(*c.MaxField()))
@@ -140,7 +157,8 @@ void checkPage(const ObjectPage& page, Collector& out)
 
 bool Problem::operator==(const Problem& other) const
 {
-    return kind == other.kind && object == other.object && text == other.text && common == other.common;
+    return kind == other.kind && object == other.object && text == other.text && detail == other.detail &&
+           common == other.common;
 }
 
 QString ProblemCountText(qsizetype count)
@@ -164,7 +182,7 @@ QList<Problem> ListProblems(const Document& doc, const ImportReport& import)
 {
     QList<Problem> list;
     if (!import.complete)
-        list.append(Problem{Problem::Kind::Import, nullptr, import.Message()});
+        list.append(Problem{Problem::Kind::Import, nullptr, import.Message(), {}});
     Collector out(list);
     checkCommon(*doc.Common1(), out);
     checkPage(*doc.Down1(), out);

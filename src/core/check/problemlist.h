@@ -25,6 +25,9 @@ struct Problem
     QPointer<QoSObject> object;
     // The whole line: where, then what ("Down: Filter "web" in Zelle 0,4: ...").
     QString text;
+    // More to read where there is more to say (a bandwidth's figures one a line); the line
+    // above already holds it all, on one line.
+    QString detail;
     // Only for the common page's values: the page "Allgemein" holds them.
     bool common = false;
 

@@ -41,7 +41,9 @@ void ProblemsDock::refill()
     const QIcon warning = QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
     for (const Problem& problem : std::as_const(m_shown)) {
         auto* item = new QListWidgetItem(warning, problem.text, m_list);
-        item->setToolTip(problem.text);
+        const QString more = problem.detail.isEmpty() ? problem.text : problem.detail;
+        item->setToolTip(more);
+        item->setData(Qt::AccessibleDescriptionRole, more);
     }
     if (m_shown.isEmpty()) {
         // Says that the check ran, and is nothing to choose.
