@@ -1,4 +1,5 @@
 #include "clisession.h"
+#include "diffcommand.h"
 #include "jsonreport.h"
 
 #include "base/qoserror.h"
@@ -120,10 +121,13 @@ void help()
                      "Befehle:\n"
                      "  export DATEI   liest eine qos.txt und gibt sie so aus, wie der Editor sie speichert\n"
                      "  json DATEI     gibt das gelesene Dokument als JSON aus\n"
-                     "  check DATEI    prüft Bandbreiten, Adressen und Ports des gelesenen Dokuments\n"
+                     "  check DATEI    nennt die Probleme des Dokuments wie die Prüfung im Editor\n"
                      "  render DATEI BILD.svg|BILD.png [down|up]\n"
                      "                 zeichnet die Seite (Vorgabe down) so, wie der Editor sie zeigt;\n"
                      "                 die Endung wählt das Format: SVG (Texte bleiben Text) oder PNG\n"
+                     "  diff ALT NEU [--json]\n"
+                     "                 nennt, was sich zwischen zwei Dateien geändert hat: allgemeine\n"
+                     "                 Einstellungen, Klassen und Filter (Rückgabe 0 gleich, 1 verschieden)\n"
                      "  --help         zeigt diese Hilfe\n"
                      "  --version      zeigt die Version\n"
                      "\n"
@@ -196,6 +200,18 @@ int main(int argc, char* argv[])
     if (command == u"--version" || command == u"-v") {
         line(stdout, QStringLiteral("tarnwick-cli ") + TarnwickVersion());
         return finish(Ok);
+    }
+    if (command == u"diff") {
+        const DiffCommand diff(args.mid(1));
+        if (!diff.usageError().isEmpty())
+            return usageError(diff.usageError());
+        const DiffCommand::Result result = diff.Run();
+        for (const QString& text : result.errors)
+            line(stderr, text);
+        write(stdout, result.output);
+        const int code = finish(result.code);
+        std::fflush(stderr);
+        std::_Exit(code);
     }
     if (command != u"export" && command != u"json" && command != u"check" && command != u"render")
         return usageError(QStringLiteral("Fehler: unbekannter Befehl \"%1\".").arg(command));

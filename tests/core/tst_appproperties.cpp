@@ -52,7 +52,8 @@ private slots:
             "[Down]\nCols=6\nRows=5\n[Up]\nCols=9\nRows=7\n"
             "[Common]\nQoSInternetBandDown=2Mbit\nQoSInternetBandUp=128kbit\nQoSInternetDev=ppp0\n"
             "QoSLocalBand=10mbit\nQoSLocalNetDev=eth0\nQoSVersion=v0.3\n"
-            "[MainWindow]\nWindowState=2\nLeft=150\nTop=300\nWidth=12000\nHeight=9000\nCalculator=0\n"
+            "[MainWindow]\nWindowState=2\nLeft=150\nTop=300\nWidth=12000\nHeight=9000\nCalculator="
+            "0\nProblems=0\n"
             "[RecentFiles]\nFile1=/srv/a-qos.txt\nFile2=/srv/b-qos.txt");
         QCOMPARE(QString::fromUtf8(read(path)).split(u'\n', Qt::SkipEmptyParts).join(u'\n'), expected);
 

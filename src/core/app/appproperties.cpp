@@ -195,6 +195,7 @@ WindowSettings AppProperties::Load(const QList<QRect>& screens)
                              ? state
                              : int(WindowSettings::Normal);
     window.calculator = ini.integer("MainWindow", "Calculator", 1) != 0;
+    window.problems = ini.integer("MainWindow", "Problems", 0) != 0;
 
     m_recentFiles.clear();
     for (int i = 1; i <= MaxRecentFiles; ++i) {
@@ -229,6 +230,7 @@ bool AppProperties::Save(const WindowSettings& window, const QStringList& recent
     ini.set("MainWindow", "Width", twipsText(g.width()));
     ini.set("MainWindow", "Height", twipsText(g.height()));
     ini.set("MainWindow", "Calculator", window.calculator ? QStringLiteral("1") : QStringLiteral("0"));
+    ini.set("MainWindow", "Problems", window.problems ? QStringLiteral("1") : QStringLiteral("0"));
 
     ini.removeSection("RecentFiles");
     const QStringList recent = recentFiles.mid(0, MaxRecentFiles);

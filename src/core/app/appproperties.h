@@ -15,12 +15,13 @@ struct WindowSettings
     QRect normalGeometry; // the normal-state rectangle, also for a maximised window
     int windowState = Normal;
     bool calculator = true; // the "Calc" button pressed: the class calculator is shown
+    bool problems = false;  // the list of the document's problems is shown
 };
 
 // The user's working preferences between runs, in config.ini: the grid size of the two
 // pages, the last common settings (the defaults of every new document), the main window's
-// place, size and state, whether the class calculator is shown, and the recently used
-// files. Sections and keys keep their order; keys match without regard to case.
+// place, size and state, whether the class calculator and the problem list are shown, and
+// the recently used files. Sections and keys keep their order; keys match without regard to case.
 //
 // Nothing in the file can stop the editor from starting: a missing file or key gives the
 // key's default, a number that is empty or no number gives the default too, and a window

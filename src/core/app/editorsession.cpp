@@ -64,6 +64,7 @@ bool EditorSession::New()
     if (!m_document.ClearDocument())
         return false;
     setCurrentFile(QString());
+    setLastImport(ImportReport());
     m_document.SetStatusText(QStringLiteral("Neue Konfiguration begonnen."));
     return true;
 }
@@ -117,6 +118,7 @@ bool EditorSession::importFile(const QString& path, const QByteArray& bytes)
     setCurrentFile(QString());
     const QFileInfo info(path);
     const ImportReport report = ImportQoSBytes(m_document, bytes);
+    setLastImport(report);
     m_document.SetModified(false);
     setCurrentFile(info.absoluteFilePath());
     addRecentFile(path);
@@ -128,6 +130,12 @@ bool EditorSession::importFile(const QString& path, const QByteArray& bytes)
         m_document.SetStatusText(Opened);
     }
     return report.complete;
+}
+
+void EditorSession::setLastImport(const ImportReport& report)
+{
+    m_lastImport = report;
+    emit lastImportChanged(m_lastImport);
 }
 
 bool EditorSession::SaveAs()

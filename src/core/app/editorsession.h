@@ -1,5 +1,7 @@
 #pragma once
 
+#include "file/importreport.h"
+
 #include <QObject>
 #include <QStringList>
 #include <functional>
@@ -43,6 +45,8 @@ public:
     bool QueryClose();
 
     QString CurrentFile() const { return m_currentFile; }
+    // What the import of the file last opened had to tell; an empty report after "Neu".
+    const ImportReport& LastImport() const { return m_lastImport; }
     QStringList RecentFiles() const { return m_recentFiles; }
     void SetRecentFiles(const QStringList& files);
 
@@ -82,11 +86,13 @@ public:
 signals:
     void currentFileChanged(const QString& path);
     void recentFilesChanged(const QStringList& files);
+    void lastImportChanged(const ImportReport& report);
 
 private:
     bool readFile(const QString& path, QByteArray& bytes);
     bool importFile(const QString& path, const QByteArray& bytes);
     void setCurrentFile(const QString& path);
+    void setLastImport(const ImportReport& report);
     void addRecentFile(const QString& path);
     void commonChanged(const QString& property);
     void revalidate(ObjectPage* page);
@@ -94,4 +100,5 @@ private:
     Document& m_document;
     QString m_currentFile;
     QStringList m_recentFiles;
+    ImportReport m_lastImport;
 };

@@ -14,8 +14,6 @@ struct CheckReport
     QStringList summaries;
 };
 
-// Runs the check button of every main class (down page first), then names what is wrong:
-// what the import has to tell, bandwidths marked invalid (with their limit and sibling sum),
-// port lists with too many ports or a range written backwards, invalid addresses, a first
-// port outside 0..65535, and classes below the fourth level.
+// Runs the check button of every main class (down page first), then lists the document's
+// problems as the window's list does (ListProblems), one line each, and the balance lines.
 CheckReport CheckDocument(const Document& doc, const ImportReport& import);

@@ -56,8 +56,9 @@ void ValidationWatcher::propertyChanged(QoSClass* c, const QString& property)
     Place& place = m_places[c->Name()];
     if (property == u"QoSMinBandWidth") {
         markPlace(place);
-    } else if (property == u"QoSMaxBandWidth") {
-        // Its own maximum is checked against its limit; its children are limited by it.
+    } else if (property == u"QoSMaxBandWidth" || property == u"Caption") {
+        // Its own maximum is checked against its limit; its children are limited by it. The
+        // caption names the class in the explanations of its group and of its children.
         markPlace(place);
         m_dirtyParents.insert(c->Name());
         schedule();
@@ -170,9 +171,12 @@ void ValidationWatcher::checkMainClasses(const QString& direction)
         if (c && c->QoSDirection() == direction && c->QoSParent() == u"0")
             group << c;
     checkGroup(group);
+    emit groupChecked(group);
 }
 
 void ValidationWatcher::checkChildren(QoSClass* parent)
 {
-    checkGroup(SiblingSum::ChildClasses(*parent));
+    const QList<QoSClass*> group = SiblingSum::ChildClasses(*parent);
+    checkGroup(group);
+    emit groupChecked(group);
 }

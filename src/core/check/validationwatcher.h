@@ -27,12 +27,18 @@ class QoSObject;
 class ValidationWatcher : public QObject
 {
     Q_OBJECT
+    Q_MOC_INCLUDE("model/qosclass.h")
 public:
     explicit ValidationWatcher(ObjectPage* page, QObject* parent = nullptr);
 
     // Checks every marked group now.
     void Flush();
     bool Pending() const { return m_scheduled; }
+
+signals:
+    // A sibling group was checked again (also when a figure beyond 32 bits stopped the check):
+    // what a red field of its classes has to say may have changed with its colour unchanged.
+    void groupChecked(const QList<QoSClass*>& group);
 
 private:
     struct Place

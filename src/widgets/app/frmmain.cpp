@@ -5,6 +5,7 @@
 #include "aboutbox.h"
 #include "app/appproperties.h"
 #include "app/editorsession.h"
+#include "check/problemwatcher.h"
 #include "classcalculatorpanel.h"
 #include "dialogprompt.h"
 #include "document/qoscommonpage.h"
@@ -15,6 +16,7 @@
 #include "model/objectpage.h"
 #include "model/qosclass.h"
 #include "model/qosobject.h"
+#include "problemsdock.h"
 #include "statusbarline.h"
 #include "toolicons.h"
 #include "windowplacement.h"
@@ -49,7 +51,8 @@ frmMain::frmMain(UserPrompt* prompt, const QString& configPath, QWidget* parent)
 
     buildStatusBar(); // the page views tell the status line
     buildPages();
-    buildTools(); // the calculator's panel brings its own show/hide action
+    buildProblems();
+    buildTools(); // the calculator's panel and the problem dock bring their own show/hide actions
     buildMenus();
     buildToolbars();
 
@@ -82,6 +85,7 @@ frmMain::~frmMain()
     for (ObjectPage* page : {m_document->Down1(), m_document->Up1()})
         disconnect(page, nullptr, this, nullptr);
     delete m_calculatorDock;
+    delete m_problemsDock;
     delete takeCentralWidget();
     m_document->setStatusWindow(nullptr);
     m_document->setStatusLine(nullptr);
@@ -153,6 +157,8 @@ void frmMain::loadSettings()
     WindowPlacement::Restore(this, w);
     m_calculatorDock->setVisible(w.calculator);
     m_tools->action(Tool::Calc)->setChecked(w.calculator); // a hidden window sends no show event
+    m_problemsDock->setVisible(w.problems);
+    m_tools->action(Tool::Problems)->setChecked(w.problems);
     m_session->SetRecentFiles(m_properties->RecentFiles());
 }
 
@@ -168,6 +174,7 @@ void frmMain::saveSettings()
 {
     WindowSettings w = WindowPlacement::Of(this);
     w.calculator = !m_calculatorDock->isHidden();
+    w.problems = !m_problemsDock->isHidden();
     QString error;
     // Closing goes on (the settings are a convenience), but the user hears why the next start
     // will not look as this one ends.

@@ -9,8 +9,12 @@ class AppProperties;
 class ClassCalculator;
 class ClassCalculatorPanel;
 class Document;
+class FindBar;
 class EditorSession;
 class ObjectPage;
+class ProblemWatcher;
+class ProblemsDock;
+struct Problem;
 class QAction;
 class QDockWidget;
 class QoSObject;
@@ -25,8 +29,9 @@ class frmStatus;
 
 // The editor's window: the pages "Allgemein", "Down" and "Up" in a tab strip, the file
 // toolbar Toolbar1 and the page toolbar tbrPage, the menus, the status bar with the modified
-// indicator, and the class calculator as a side panel. It holds the one document; what its
-// commands decide lives in EditorSession and the core, the window only forwards and shows.
+// indicator and the number of problems, the class calculator as a side panel and the
+// problem list "Prüfung" as a dock. It holds the one document; what its commands decide
+// lives in EditorSession and the core, the window only forwards and shows.
 //
 // The menus and toolbars are made from one table of tools (frmmaintools.cpp): its actions
 // carry the toolbar keys as object names ("New", "Open", "Save", "NewMainClass", ...) and the
@@ -87,6 +92,8 @@ private:
     bool focusedFieldLetsGo() const;
     bool switchesPage(QObject* watched, QEvent* event) const;
     void showAbout();
+    void buildProblems();
+    void showProblem(const Problem& problem);
 
     std::unique_ptr<UserPrompt> m_ownPrompt;
     UserPrompt* m_prompt;
@@ -106,6 +113,10 @@ private:
     QToolButton* m_pnlModified = nullptr;
     QDockWidget* m_calculatorDock = nullptr;
     ClassCalculatorPanel* m_calculatorPanel = nullptr;
+    // The document's problems, followed from here on; the dock "Prüfung" shows them.
+    std::unique_ptr<ProblemWatcher> m_problemWatcher;
+    ProblemsDock* m_problemsDock = nullptr;
+    FindBar* m_findBar = nullptr;
     QMenu* m_recentMenu = nullptr;
     // The tool the NewObject button runs: the one last chosen from its menu.
     Tool m_newObjectTool = Tool::NewMainClass;

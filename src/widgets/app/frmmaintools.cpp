@@ -3,12 +3,15 @@
 
 #include "frmmain.h"
 
+#include "findbar.h"
+
 #include "app/editorsession.h"
 #include "base/userprompt.h"
 #include "model/objectpage.h"
 #include "page/pageprinter.h"
 #include "page/pagerenderer.h"
 #include "pagetoolsdialog.h"
+#include "problemsdock.h"
 #include "toolicons.h"
 
 #include <QActionGroup>
@@ -176,6 +179,27 @@ void frmMain::buildTools()
                  if (ObjectPage* page = CurrentPage(); page && focusedFieldLetsGo())
                      page->PageSizeCommand();
              }},
+        // Finding a box: the bar asks the field that holds the focus itself, and a step that
+        // cannot leave that field stays where it is.
+        {.tool = Tool::EditFind,
+         .key = "itmEditFind",
+         .text = QStringLiteral("&Suchen..."),
+         .icon = themed("edit-find", QStyle::SP_FileDialogContentsView),
+         .shortcuts = {QKeySequence(Qt::CTRL | Qt::Key_F)},
+         .tip = QStringLiteral("Klasse oder Filter nach Beschriftung, Adresse oder Port suchen"),
+         .run = [this] { m_findBar->Open(); }},
+        {.tool = Tool::EditFindNext,
+         .key = "itmEditFindNext",
+         .text = QStringLiteral("&Weitersuchen"),
+         .shortcuts = {QKeySequence(Qt::Key_F3)},
+         .tip = QStringLiteral("Zum nächsten Treffer der letzten Suche"),
+         .run = [this] { m_findBar->FindNext(true); }},
+        {.tool = Tool::EditFindPrevious,
+         .key = "itmEditFindPrevious",
+         .text = QStringLiteral("&Rückwärts suchen"),
+         .shortcuts = {QKeySequence(Qt::SHIFT | Qt::Key_F3)},
+         .tip = QStringLiteral("Zum vorherigen Treffer der letzten Suche"),
+         .run = [this] { m_findBar->FindNext(false); }},
 
         {.tool = Tool::NewObject,
          .key = "NewObject",
@@ -233,6 +257,15 @@ void frmMain::buildTools()
          .enabled = onPage(&EditorSession::CanShowCalculator),
          .run = [this] { m_calculatorDock->setVisible(m_calculatorDock->isHidden()); },
          .given = m_calculatorDock->toggleViewAction()},
+        // The dock's own show/hide action, as the calculator's; showing it puts the focus in its list.
+        {.tool = Tool::Problems,
+         .key = "Problems",
+         .text = QStringLiteral("Prüfung"),
+         .icon = drawn(Picture::Problems),
+         .shortcuts = {QKeySequence(Qt::Key_F8)},
+         .tip = QStringLiteral("Liste der Probleme des Dokuments ein- oder ausblenden"),
+         .run = [this] { m_problemsDock->setVisible(m_problemsDock->isHidden()); },
+         .given = m_problemsDock->toggleViewAction()},
         {.tool = Tool::OptDown,
          .key = "optDown",
          .text = QStringLiteral("Down"),
@@ -299,11 +332,14 @@ void frmMain::buildMenus()
     add(file, {Tool::FileExit});
     updateRecentFiles();
 
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("&Bearbeiten"));
+    add(edit, {Tool::EditFind, Tool::EditFindNext, Tool::EditFindPrevious});
+
     QMenu* page = menuBar()->addMenu(QStringLiteral("&Seite"));
     add(page,
         {Tool::NewMainClass, Tool::NewSubClass, Tool::NewFilter, Tool::DeleteObject, Tool::DefaultClass});
     page->addSeparator();
-    add(page, {Tool::Calc, Tool::PageSize});
+    add(page, {Tool::Calc, Tool::Problems, Tool::PageSize});
     page->addSeparator();
     add(page, {Tool::OptDown, Tool::OptUp});
 
@@ -349,6 +385,7 @@ void frmMain::buildToolbars()
         m_tbrPage->addAction(m_tools->action(t));
     m_tbrPage->addSeparator();
     m_tbrPage->addAction(m_tools->action(Tool::Calc));
+    m_tbrPage->addAction(m_tools->action(Tool::Problems));
     m_tbrPage->addSeparator();
     for (Tool t : {Tool::OptDown, Tool::OptUp}) {
         m_tbrPage->addAction(m_tools->action(t));
@@ -356,6 +393,9 @@ void frmMain::buildToolbars()
         if (auto* b = qobject_cast<QToolButton*>(m_tbrPage->widgetForAction(m_tools->action(t))))
             b->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     }
+
+    m_findBar = new FindBar(this);
+    addToolBar(Qt::BottomToolBarArea, m_findBar);
 }
 
 void frmMain::updateTools()

@@ -134,6 +134,21 @@ void draw(QPainter& p, Picture picture)
     case Picture::Up:
         arrow(p, picture == Picture::Down);
         break;
+    case Picture::Problems: {
+        box(p, QRectF(2, 3, 20, 16));
+        QPainterPath sign;
+        sign.moveTo(21, 11);
+        sign.lineTo(31, 29);
+        sign.lineTo(11, 29);
+        sign.closeSubpath();
+        p.setPen(QPen(QColor(0x8a, 0x62, 0x00), 1.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        p.setBrush(QColor(0xf5, 0xc2, 0x18));
+        p.drawPath(sign);
+        p.setPen(QPen(Outline, 2.5, Qt::SolidLine, Qt::RoundCap));
+        p.drawLine(QPointF(21, 17), QPointF(21, 23));
+        p.drawPoint(QPointF(21, 26.5));
+        break;
+    }
     case Picture::Program:
         p.setPen(QPen(Outline, 2));
         p.drawLine(QPointF(16, 10), QPointF(8, 20));

@@ -3,8 +3,8 @@
 #include <QIcon>
 
 // The editor's own drawings for the page tools and its window: class boxes with a title
-// bar, a filter funnel, a calculator, the two directions, and the program's own icon. Drawn
-// at run time, so they stay sharp at any scale.
+// bar, a filter funnel, a calculator, the two directions, a box with a warning sign, and the program's own
+// icon. Drawn at run time, so they stay sharp at any scale.
 namespace ToolIcons {
 
 enum class Picture {
@@ -16,6 +16,7 @@ enum class Picture {
     Calc,
     Down,
     Up,
+    Problems,
     Program
 };
 

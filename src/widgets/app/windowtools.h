@@ -30,6 +30,10 @@ enum class Tool {
     FileExit,
     HelpAbout,
     PageSize,
+    Problems,
+    EditFind,
+    EditFindNext,
+    EditFindPrevious,
     // Everything from here on is a page tool, which RunPageTool runs by its key: the buttons of
     // tbrPage, then the menu of the NewObject button.
     NewObject,

@@ -151,12 +151,11 @@ void InputBandwidth::edited(const QString& text)
             DialogPrompt::Tell(m_prompt, this, e.message(), UserPrompt::Icon::Warning);
             return;
         }
-        if (m_rangeNotice.isEmpty())
-            m_numberTip = m_txtMin->toolTip();
-        else
+        keepOrdinaryTip();
+        if (!m_rangeNotice.isEmpty())
             ClearNotice(m_status, this, m_rangeNotice);
         m_rangeNotice = e.message();
-        m_txtMin->setToolTip(m_rangeNotice);
+        showTip();
         ShowNotice(m_status, this, m_rangeNotice);
         return;
     }
@@ -168,8 +167,32 @@ void InputBandwidth::clearRangeNotice()
     if (m_rangeNotice.isEmpty())
         return;
     ClearNotice(m_status, this, m_rangeNotice);
-    m_txtMin->setToolTip(m_numberTip);
     m_rangeNotice.clear();
+    showTip();
+}
+
+void InputBandwidth::setExplanation(const QString& text)
+{
+    if (text == m_explanation)
+        return;
+    keepOrdinaryTip();
+    m_explanation = text;
+    m_txtMin->setAccessibleDescription(text);
+    setAccessibleDescription(text);
+    showTip();
+}
+
+void InputBandwidth::keepOrdinaryTip()
+{
+    if (m_rangeNotice.isEmpty() && m_explanation.isEmpty())
+        m_numberTip = m_txtMin->toolTip();
+}
+
+void InputBandwidth::showTip()
+{
+    m_txtMin->setToolTip(!m_rangeNotice.isEmpty()   ? m_rangeNotice
+                         : !m_explanation.isEmpty() ? m_explanation
+                                                    : m_numberTip);
 }
 
 void InputBandwidth::pasteNumber(const QString& text)

@@ -38,6 +38,10 @@ public:
     void setNumberDigits(int digits);
     // A host that has no use for the lock box hides it, whatever the field's ShowLock says.
     void setLockAllowed(bool allowed);
+    // Why the field is marked invalid, empty while it is not: the number box's tooltip and
+    // the description a screen reader gives. A number refused while typing still comes first.
+    void setExplanation(const QString& text);
+    QString explanation() const { return m_explanation; }
 
 signals:
     void Change();
@@ -57,6 +61,9 @@ private:
     void edited(const QString& text);
     void pasteNumber(const QString& text);
     void clearRangeNotice();
+    // The refusal, else the explanation, else the tooltip the number box had before either.
+    void showTip();
+    void keepOrdinaryTip();
     void convertTo(const QString& unit);
 
     BandwidthField m_own;
@@ -66,7 +73,8 @@ private:
     bool m_lockAllowed = true;
     bool m_pasting = false; // the number arrives whole, not key by key
     QString m_rangeNotice;  // the refusal the status line and the tooltip show
-    QString m_numberTip;    // the number box's tooltip before it
+    QString m_explanation;  // why the field is red
+    QString m_numberTip;    // the number box's tooltip before either of them
     QLineEdit* m_txtMin;
     QLabel* m_lblMinUnit;
     QCheckBox* m_chkLocked;

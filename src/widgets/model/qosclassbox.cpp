@@ -1,9 +1,12 @@
 #include "qosclassbox.h"
 
 #include "boxmetrics.h"
+#include "check/bandwidthexplanation.h"
+#include "check/validationwatcher.h"
 #include "inputs/inputbandwidth.h"
 #include "inputs/inputprio.h"
 #include "model/qosclass.h"
+#include "page/objectpageview.h"
 #include "page/tittlebar.h"
 #include "plugbottom.h"
 
@@ -75,6 +78,7 @@ QoSClassBox::QoSClassBox(QoSClass* qosClass, ObjectPageView* view, QWidget* pare
     connect(qosClass, &QoSObject::propertyChanged, this, &QoSClassBox::showProperty);
     showProperty(QStringLiteral("QoSDirection"));
     showProperty(QStringLiteral("DefaultClass"));
+    followExplanations();
     finishChildren();
     for (QFrame* mark : m_fraDefaultClass)
         mark->raise();
@@ -126,6 +130,31 @@ void QoSClassBox::showProperty(const QString& name)
     } else if (name == u"DefaultClass") {
         for (QFrame* mark : m_fraDefaultClass)
             mark->setVisible(c->DefaultClass());
+    }
+}
+
+void QoSClassBox::followExplanations()
+{
+    QoSClass* c = qosClass();
+    for (BandwidthField* field : {c->MinField(), c->MaxField()})
+        connect(field, &BandwidthField::validChanged, this, &QoSClassBox::showExplanations);
+    // A field stays red while a sibling, the parent or a line speed changes what it has to
+    // say; every such change has the watcher check the field's group again.
+    if (m_view && m_view->validationWatcher())
+        connect(m_view->validationWatcher(), &ValidationWatcher::groupChecked, this,
+                [this](const QList<QoSClass*>& group) {
+                    QoSClass* c = qosClass();
+                    if (c && (!c->MinField()->IsValid() || !c->MaxField()->IsValid()) && group.contains(c))
+                        showExplanations();
+                });
+    showExplanations();
+}
+
+void QoSClassBox::showExplanations()
+{
+    if (const QoSClass* c = qosClass()) {
+        m_txtMin->setExplanation(ExplainBandwidth(*c, BandwidthSide::Minimum));
+        m_txtMax->setExplanation(ExplainBandwidth(*c, BandwidthSide::Maximum));
     }
 }
 

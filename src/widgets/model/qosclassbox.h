@@ -32,6 +32,9 @@ protected:
 private:
     void showProperty(const QString& name);
     void check();
+    // The tooltips of a red minimum or maximum say why it is red.
+    void showExplanations();
+    void followExplanations();
 
     InputBandwidth* m_txtMin;
     InputBandwidth* m_txtMax;

@@ -77,6 +77,8 @@ public:
     UserPrompt* prompt() const { return m_prompt; }
     void setStatusLine(StatusLine* line);
     StatusLine* statusLine() const { return m_statusLine; }
+    // Keeps the bandwidth colours of the page's classes true as the user works.
+    ValidationWatcher* validationWatcher() const { return m_watcher; }
 
     ObjectPane* pane() const { return m_pane; }
     QScrollBar* horizontalScrollBar() const;

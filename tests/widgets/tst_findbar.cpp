@@ -1,0 +1,168 @@
+#include "app/editorsession.h"
+#include "app/frmmain.h"
+#include "base/scriptedprompt.h"
+#include "model/document.h"
+#include "model/objectpage.h"
+#include "model/qosobject.h"
+#include "model/qosobjectbox.h"
+#include "page/objectpageview.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStandardPaths>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolBar>
+
+// The find bar of the real window, driven by its keys on the offscreen platform over a small
+// router's file: a phone (192.168.1.20) with a filter on each page, web ports 80 and 443 down.
+class TestFindBar : public QObject
+{
+    Q_OBJECT
+
+    struct Editor
+    {
+        ScriptedPrompt prompt;
+        std::unique_ptr<frmMain> w;
+
+        explicit Editor(const QString& config) : w(std::make_unique<frmMain>(&prompt, config))
+        {
+            w->resize(1200, 900);
+            w->show();
+            QApplication::setActiveWindow(w.get());
+        }
+        // The status window of the import takes the activation away.
+        bool open() const
+        {
+            if (!w->session().OpenFile(QStringLiteral(TARNWICK_SAMPLES "/home-router.qos.txt")))
+                return false;
+            QApplication::setActiveWindow(w.get());
+            return QTest::qWaitForWindowActive(w.get());
+        }
+        QToolBar* bar() const { return w->findChild<QToolBar*>(QStringLiteral("tbrFind")); }
+        QLineEdit* field() const { return w->findChild<QLineEdit*>(QStringLiteral("txtFind")); }
+        QString status() const { return w->findChild<QLabel*>(QStringLiteral("pnlStatus"))->text(); }
+        QString selected() const
+        {
+            ObjectPage* page = w->CurrentPage();
+            QoSObject* o = page ? page->SelectedObject() : nullptr;
+            return o ? o->Name() : QString();
+        }
+        // Keys as a user presses them, to whatever holds the focus: "Ctrl+F", "F3", "Shift+F3",
+        // "Enter", "Shift+Enter", "Esc", or a text to type.
+        void press(const QString& keys) const
+        {
+            for (const QString& key : keys.split(u' ', Qt::SkipEmptyParts)) {
+                QWidget* to = QApplication::focusWidget() ? QApplication::focusWidget() : w.get();
+                if (key == u"Ctrl+F")
+                    QTest::keyClick(to, Qt::Key_F, Qt::ControlModifier);
+                else if (key == u"F3")
+                    QTest::keyClick(to, Qt::Key_F3);
+                else if (key == u"Shift+F3")
+                    QTest::keyClick(to, Qt::Key_F3, Qt::ShiftModifier);
+                else if (key == u"Enter")
+                    QTest::keyClick(to, Qt::Key_Return);
+                else if (key == u"Shift+Enter")
+                    QTest::keyClick(to, Qt::Key_Return, Qt::ShiftModifier);
+                else if (key == u"Esc")
+                    QTest::keyClick(to, Qt::Key_Escape);
+                else
+                    QTest::keyClicks(to, QString(key).replace(u'_', u' '));
+                QCoreApplication::processEvents();
+            }
+        }
+    };
+
+    QTemporaryDir m_dir;
+    QString config() const { return m_dir.filePath(QStringLiteral("config.ini")); }
+
+private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
+    void keys_data()
+    {
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<QString>("selected");
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<QString>("status");
+
+        const QString phone = QStringLiteral("Ctrl+F 192.168.1.20 Enter");
+        QTest::newRow("Enter finds a port") << "Ctrl+F 443 Enter"
+                                            << "QoSFilter3" << 1 << "Treffer 1 von 1: „443“";
+        QTest::newRow("Enter finds a caption on Up") << "Ctrl+F CLASS_6 Enter"
+                                                     << "QoSClass6" << 2 << "Treffer 1 von 1: „CLASS 6“";
+        QTest::newRow("F3 goes over to Up") << phone + " F3"
+                                            << "QoSFilter4" << 2 << "Treffer 2 von 2: „192.168.1.20“";
+        QTest::newRow("F3 past the last goes round")
+            << phone + " F3 F3"
+            << "QoSFilter1" << 1 << "Treffer 1 von 2: „192.168.1.20“ (wieder am Anfang)";
+        QTest::newRow("Shift+F3 before the first goes round")
+            << phone + " Shift+F3"
+            << "QoSFilter4" << 2 << "Treffer 2 von 2: „192.168.1.20“ (wieder am Ende)";
+        QTest::newRow("Shift+Enter steps back") << "Ctrl+F 192.168.1 Shift+Enter"
+                                                << "QoSFilter4" << 2 << "Treffer 2 von 2: „192.168.1“";
+        QTest::newRow("F3 with the bar closed") << phone + " Esc F3"
+                                                << "QoSFilter4" << 2 << "Treffer 2 von 2: „192.168.1.20“";
+        QTest::newRow("F3 before any search opens the bar") << "F3 80 Enter"
+                                                            << "QoSFilter2" << 1 << "Treffer 1 von 1: „80“";
+        QTest::newRow("no match") << "Ctrl+F xyz Enter"
+                                  << "" << 0 << "Nichts gefunden: „xyz“";
+    }
+    void keys()
+    {
+        QFETCH(QString, keys);
+        QFETCH(int, tab);
+        Editor e(config());
+        QVERIFY(e.open());
+        e.w->tabStrip()->setCurrentIndex(0);
+        e.press(keys);
+        QCOMPARE(e.w->tabStrip()->currentIndex(), tab);
+        QTEST(e.selected(), "selected");
+        QTEST(e.status(), "status");
+        // Typing goes on in the bar while it is open; closed, the focus is on the box found.
+        if (e.bar()->isVisible())
+            QCOMPARE(QApplication::focusWidget(), e.field());
+        else if (tab > 0)
+            QVERIFY(e.w->findChild<ObjectPageView*>(e.w->CurrentPage()->Name())
+                        ->isAncestorOf(QApplication::focusWidget()));
+    }
+
+    // A port being typed that its field refuses keeps the focus: neither the bar nor a step of
+    // the search takes it away.
+    void aRefusingFieldKeepsTheFocus_data()
+    {
+        QTest::addColumn<QString>("keys");
+        QTest::newRow("F3") << "F3";
+        QTest::newRow("Shift+F3") << "Shift+F3";
+        QTest::newRow("Ctrl+F") << "Ctrl+F";
+    }
+    void aRefusingFieldKeepsTheFocus()
+    {
+        QFETCH(QString, keys);
+        Editor e(config());
+        QVERIFY(e.open());
+        e.press(QStringLiteral("Ctrl+F class Enter Esc")); // class 1, on Down
+        QoSObject* filter = e.w->document().Object(QStringLiteral("QoSFilter3"));
+        QVERIFY(e.w->ShowObject(filter));
+        auto* view = e.w->findChild<ObjectPageView*>(e.w->CurrentPage()->Name());
+        auto* port = view->box(filter->Name())->findChild<QLineEdit*>(QStringLiteral("txtPort"));
+        QVERIFY(port);
+        port->setFocus();
+        port->selectAll();
+        QTest::keyClicks(port, QStringLiteral("70000"));
+        e.prompt.clear();
+        const QString status = e.status();
+        e.press(keys);
+        QCOMPARE(QApplication::focusWidget(), port);
+        QCOMPARE(e.status(), status); // no word of a match that is not shown
+        QCOMPARE(e.selected(), QStringLiteral("QoSFilter3"));
+        QVERIFY(!e.bar()->isVisible());
+        QCOMPARE(e.prompt.log.size(), 1);
+        QVERIFY(e.prompt.log.first().text.startsWith(QStringLiteral("Nur werte von 0 bis 65535")));
+    }
+};
+
+QTEST_MAIN(TestFindBar)
+#include "tst_findbar.moc"
