@@ -83,27 +83,14 @@ public:
 protected:
     int metric(PaintDeviceMetric metric) const override
     {
-        switch (metric) {
-        case PdmWidth:
-            return 3300; // A4 across at 300 dpi, less the margins
-        case PdmHeight:
-            return 2300;
-        case PdmDpiX:
-        case PdmDpiY:
-        case PdmPhysicalDpiX:
-        case PdmPhysicalDpiY:
-            return 300;
-        case PdmWidthMM:
-            return 279;
-        case PdmHeightMM:
-            return 195;
-        case PdmDevicePixelRatio:
-            return 1;
-        case PdmDevicePixelRatioScaled:
-            return int(devicePixelRatioFScale());
-        default:
-            return QPaintDevice::metric(metric);
-        }
+        // A4 across at 300 dpi, less the margins.
+        if (metric == PdmWidth || metric == PdmHeight)
+            return metric == PdmWidth ? 3300 : 2300;
+        if (metric == PdmWidthMM || metric == PdmHeightMM)
+            return metric == PdmWidthMM ? 279 : 195;
+        return metric == PdmDevicePixelRatio || metric == PdmDevicePixelRatioScaled
+                   ? QPaintDevice::metric(metric)
+                   : 300;
     }
 
 private:
