@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QWidget>
 
 PagePrinter::PagePrinter(ObjectPage* page, const QString& fileName, const QFont& font)
     : m_renderer(page, font), m_fileName(fileName), m_font(font)
@@ -63,6 +64,9 @@ void PagePrinter::Preview(ObjectPage* page, const QString& fileName, const QFont
         QStringLiteral("Druckvorschau: ") + SheetLayout::PageName(fileName, page->Direction());
     dialog.setWindowTitle(title);
     dialog.setAccessibleName(title);
+    // Sheets are hard to judge in a small window: the preview takes most of the main window.
+    if (QWidget* window = parent ? parent->window() : nullptr)
+        dialog.resize(window->size() * 0.9);
     QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
                      [&sheets](QPrinter* target) { sheets.print(target); });
     dialog.exec();
