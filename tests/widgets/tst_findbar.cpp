@@ -1,6 +1,7 @@
 #include "app/editorsession.h"
 #include "app/frmmain.h"
 #include "base/scriptedprompt.h"
+#include "mainwindowfixture.h"
 #include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qosobject.h"
@@ -22,17 +23,9 @@ class TestFindBar : public QObject
 {
     Q_OBJECT
 
-    struct Editor
+    struct Editor : MainWindowFixture
     {
-        ScriptedPrompt prompt;
-        std::unique_ptr<frmMain> w;
-
-        explicit Editor(const QString& config) : w(std::make_unique<frmMain>(&prompt, config))
-        {
-            w->resize(1200, 900);
-            w->show();
-            QApplication::setActiveWindow(w.get());
-        }
+        explicit Editor(const QString& config) : MainWindowFixture(config) { show(QSize(1200, 900)); }
         // The status window of the import takes the activation away.
         bool open() const
         {
@@ -43,7 +36,6 @@ class TestFindBar : public QObject
         }
         QToolBar* bar() const { return w->findChild<QToolBar*>(QStringLiteral("tbrFind")); }
         QLineEdit* field() const { return w->findChild<QLineEdit*>(QStringLiteral("txtFind")); }
-        QString status() const { return w->findChild<QLabel*>(QStringLiteral("pnlStatus"))->text(); }
         QString selected() const
         {
             ObjectPage* page = w->CurrentPage();

@@ -4,6 +4,7 @@
 #include "app/frmstatus.h"
 #include "base/scriptedprompt.h"
 #include "file/qoswriter.h"
+#include "mainwindowfixture.h"
 #include "model/classcalculator.h"
 #include "model/qoscommon.h"
 #include "model/qosconnector.h"
@@ -39,27 +40,10 @@ class TestMainWindow : public QObject
 {
     Q_OBJECT
 
-    struct Editor
+    struct Editor : MainWindowFixture
     {
-        ScriptedPrompt prompt;
-        std::unique_ptr<frmMain> w;
-
-        explicit Editor(const QString& config) : w(std::make_unique<frmMain>(&prompt, config)) {}
-        Document& doc() const { return w->document(); }
-        QAction* action(const char* key) const { return w->findChild<QAction*>(QString::fromLatin1(key)); }
-        template <typename T> T* child(const char* name) const
-        {
-            return w->findChild<T*>(QString::fromLatin1(name));
-        }
-        QString status() const { return child<QLabel>("pnlStatus")->text(); }
+        using MainWindowFixture::MainWindowFixture;
         bool markShown() const { return child<QToolButton>("pnlModified")->isVisibleTo(w.get()); }
-        bool show(const QSize& size = QSize(1200, 1000)) const
-        {
-            w->resize(size);
-            w->show();
-            QApplication::setActiveWindow(w.get());
-            return QTest::qWaitForWindowActive(w.get());
-        }
     };
 
     // Runs an action as a click on its button would; a disabled one cannot be clicked.

@@ -1,6 +1,7 @@
 #include "app/editorsession.h"
 #include "app/frmmain.h"
 #include "base/scriptedprompt.h"
+#include "mainwindowfixture.h"
 #include "model/document.h"
 #include "model/objectpage.h"
 #include "model/qosclass.h"
@@ -20,27 +21,13 @@ class TestProblemsDock : public QObject
 {
     Q_OBJECT
 
-    struct Editor
+    struct Editor : MainWindowFixture
     {
-        ScriptedPrompt prompt;
-        std::unique_ptr<frmMain> w;
-
-        explicit Editor(const QString& config) : w(std::make_unique<frmMain>(&prompt, config)) {}
-        Document& doc() const { return w->document(); }
-        template <typename T> T* child(const char* name) const
-        {
-            return w->findChild<T*>(QString::fromLatin1(name));
-        }
+        using MainWindowFixture::MainWindowFixture;
         QAction* tool() const { return child<QAction>("Problems"); }
         QListWidget* list() const { return child<QListWidget>("lstProblems"); }
         QLabel* count() const { return child<QLabel>("lblProblems"); }
-        bool show() const
-        {
-            w->resize(1200, 900);
-            w->show();
-            QApplication::setActiveWindow(w.get());
-            return QTest::qWaitForWindowActive(w.get());
-        }
+        bool show() const { return MainWindowFixture::show(QSize(1200, 900)); }
         QoSClass* cls(const QString& caption) const
         {
             for (QoSObject* o : doc().Objects())
