@@ -70,8 +70,6 @@ private slots:
         QTest::newRow("blanks around the text") << "Telefonie" << none << none << "  fon " << true;
         QTest::newRow("blanks only") << "Telefonie" << none << none << "   " << false;
         QTest::newRow("address, part of it") << none << "192.168.1.20" << none << "168.1" << true;
-        QTest::newRow("port, one of a list") << none << none << "21,443"
-                                             << "443" << true;
         QTest::newRow("port, part of the text") << none << none << "8080"
                                                 << "80" << true;
         QTest::newRow("port inside a range") << none << none << "21,6000-6010"
@@ -84,10 +82,6 @@ private slots:
                                                             << "080" << true;
         QTest::newRow("port a list does not hold") << none << none << "21,443"
                                                    << "80" << false;
-        QTest::newRow("nothing of it") << "Telefonie"
-                                       << "192.168.1.20"
-                                       << "5060"
-                                       << "xyz" << false;
     }
     void matches()
     {
@@ -130,10 +124,7 @@ private slots:
 
         QTest::newRow("nowhere yet, forward: the first") << "" << true << "Web A" << 1 << false;
         QTest::newRow("nowhere yet, back: the last") << "" << false << "Web up" << 4 << false;
-        QTest::newRow("along a row") << "Web A" << true << "Web B" << 2 << false;
         QTest::newRow("to the next row") << "Web B" << true << "Web C" << 3 << false;
-        QTest::newRow("over to the up page") << "Web C" << true << "Web up" << 4 << false;
-        QTest::newRow("back over to the down page") << "Web up" << false << "Web C" << 3 << false;
         QTest::newRow("past the last: round to the first") << "Web up" << true << "Web A" << 1 << true;
         QTest::newRow("before the first: round to the last") << "Web A" << false << "Web up" << 4 << true;
         QTest::newRow("from a box that is no match") << "Telefon" << true << "Web up" << 4 << false;
@@ -167,7 +158,6 @@ private slots:
         QTest::addColumn<QString>("expected");
 
         QTest::newRow("still there, forward") << "Web B" << false << true << "Web C";
-        QTest::newRow("still there, back") << "Web B" << false << false << "Web A";
         QTest::newRow("deleted, forward") << "Web B" << true << true << "Web C";
         QTest::newRow("deleted, back") << "Web B" << true << false << "Web A";
         QTest::newRow("deleted with its sub class") << "Web A" << true << true << "Web B";

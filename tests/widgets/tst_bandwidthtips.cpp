@@ -39,7 +39,6 @@ private slots:
         QTest::newRow("a sibling is renamed") << "Web.caption=Mail" << true;
         QTest::newRow("the parent is renamed") << "Internet.caption=Uplink" << true;
         QTest::newRow("a sibling's minimum shrinks: valid") << "Web.min=4000kbit" << false;
-        QTest::newRow("the parent's maximum grows: valid") << "Internet.max=9000kbit" << false;
     }
 
     // "VoIP" and "Web" under "Internet" guarantee 9000 of its 8000 kbit: both minimums are red.
