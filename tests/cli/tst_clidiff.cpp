@@ -80,6 +80,9 @@ private slots:
         // Without captions the reader names a class by its number, so the names change too.
         QTest::newRow("only the numbers changed, no captions")
             << sample() << renumbered(sample()) << false << 0 << QByteArray() << QByteArray();
+        QTest::newRow("a common setting changed")
+            << base << replaced(base, {{"QOS_INTERNET_BAND_UP='2400kbit'", "QOS_INTERNET_BAND_UP='3000kbit'"}})
+            << false << 1 << QByteArray("Allgemein: Bandbreite Up 2400kbit → 3000kbit\n") << QByteArray();
         QTest::newRow("the default class is another one")
             << base << replaced(base, {{"QOS_INTERNET_DEFAULT_DOWN='3'", "QOS_INTERNET_DEFAULT_DOWN='4'"}})
             << false << 1 << QByteArray("Allgemein: Standardklasse Down Haupt › Rest → Haupt › Web\n") << QByteArray();
@@ -151,10 +154,19 @@ private slots:
         QCOMPARE(p.exitCode(), exitCode);
     }
 
-    void aSecondFileIsNeeded()
+    void wrongCall_data()
     {
+        QTest::addColumn<QStringList>("args");
+        QTest::newRow("one file") << QStringList{QStringLiteral("diff"), QStringLiteral("a")};
+        QTest::newRow("three files") << QStringList{QStringLiteral("diff"), QStringLiteral("a"),
+                                                    QStringLiteral("b"), QStringLiteral("c")};
+    }
+
+    void wrongCall()
+    {
+        QFETCH(QStringList, args);
         QProcess p;
-        p.start(QStringLiteral(TARNWICK_CLI), {QStringLiteral("diff"), QStringLiteral("a")});
+        p.start(QStringLiteral(TARNWICK_CLI), args);
         QVERIFY(p.waitForFinished(60000));
         QCOMPARE(p.exitCode(), 2);
         QVERIFY(p.readAllStandardOutput().isEmpty());
