@@ -87,6 +87,8 @@ private slots:
                                                 << "QoSFilter4" << 2 << "Treffer 2 von 2: „192.168.1“";
         QTest::newRow("F3 with the bar closed") << phone + " Esc F3"
                                                 << "QoSFilter4" << 2 << "Treffer 2 von 2: „192.168.1.20“";
+        QTest::newRow("Esc stays on the box found") << phone + " F3 Esc"
+                                                    << "QoSFilter4" << 2 << "Treffer 2 von 2: „192.168.1.20“";
         QTest::newRow("F3 before any search opens the bar") << "F3 80 Enter"
                                                             << "QoSFilter2" << 1 << "Treffer 1 von 1: „80“";
         QTest::newRow("no match") << "Ctrl+F xyz Enter"
