@@ -150,7 +150,7 @@ QImage PageRenderer::image(QString* error)
         if (error)
             *error =
                 QStringLiteral("Die Seite ist mit %1 × %2 Pixeln zu groß für ein Bild (höchstens %3 Pixel je "
-                               "Seite und %4 Millionen Pixel).")
+                               "Seite und %4 Millionen Pixel). Als SVG lässt sie sich schreiben.")
                     .arg(size.width())
                     .arg(size.height())
                     .arg(MaxRenderSide)
