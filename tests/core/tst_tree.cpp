@@ -354,43 +354,49 @@ private slots:
         QTest::addColumn<QString>("message");
         QTest::addColumn<QString>("layout");
         QTest::addColumn<QString>("parents"); // QoSParent / QoSClass of every object
+        QTest::addColumn<bool>("modified");
 
         // clang-format off
         QTest::newRow("free cell moves the box")
-            << "C C" << "C2" << 4 << 2 << "move 4,2" << "" << "C1@0,0 C2@4,2" << "0 0";
+            << "C C" << "C2" << 4 << 2 << "move 4,2" << "" << "C1@0,0 C2@4,2" << "0 0" << true;
         QTest::newRow("onto itself nothing happens")
-            << "C" << "C1" << 0 << 0 << "stay" << "" << "C1@0,0" << "0";
+            << "C" << "C1" << 0 << 0 << "stay" << "" << "C1@0,0" << "0" << false;
+        // Hanging a box under the class it already hangs under changes nothing.
+        QTest::newRow("sub class onto its own parent")
+            << "C S1 S1" << "C2" << 0 << 0 << "link C1" << "" << "C1@0,0 C2@0,1 C3@1,1" << "0 1 1" << false;
+        QTest::newRow("filter onto its own class")
+            << "C F1 F1" << "F1" << 0 << 0 << "link C1" << "" << "C1@0,0 F1@0,4 F2@0,5" << "0 1 1" << false;
         QTest::newRow("filter on filter")
-            << "C F1 F1" << "F1" << 0 << 5 << "refused" << "Anhängen nicht möglich! TODO" << "C1@0,0 F1@0,4 F2@0,5" << "0 1 1";
+            << "C F1 F1" << "F1" << 0 << 5 << "refused" << "Anhängen nicht möglich! TODO" << "C1@0,0 F1@0,4 F2@0,5" << "0 1 1" << false;
         QTest::newRow("class on filter does nothing")
-            << "C C F1" << "C2" << 0 << 4 << "refused" << "" << "C1@0,0 C2@1,0 F1@0,4" << "0 0 1";
+            << "C C F1" << "C2" << 0 << 4 << "refused" << "" << "C1@0,0 C2@1,0 F1@0,4" << "0 0 1" << false;
         QTest::newRow("filter on class with sub classes")
             << "C S1 C F3" << "F1" << 0 << 0 << "refused" << "Anhängen nicht möglich! Klasse hat Unterklassen."
-            << "C1@0,0 C2@0,1 C3@1,0 F1@1,4" << "0 1 0 3";
+            << "C1@0,0 C2@0,1 C3@1,0 F1@1,4" << "0 1 0 3" << false;
         QTest::newRow("class on class with filters")
             << "C F1 C" << "C2" << 0 << 0 << "refused" << "Anhängen nicht möglich. Klasse hat untergeordnete Filter."
-            << "C1@0,0 F1@0,4 C2@1,0" << "0 1 0";
+            << "C1@0,0 F1@0,4 C2@1,0" << "0 1 0" << false;
         QTest::newRow("filter moves to another class")
-            << "C F1 C" << "F1" << 1 << 0 << "link C2" << "" << "C1@0,0 F1@0,4 C2@1,0" << "0 2 0";
+            << "C F1 C" << "F1" << 1 << 0 << "link C2" << "" << "C1@0,0 F1@0,4 C2@1,0" << "0 2 0" << true;
         QTest::newRow("class hangs under another class")
-            << "C C S2" << "C1" << 1 << 1 << "link C3" << "" << "C1@0,0 C2@1,0 C3@1,1" << "3 0 2";
+            << "C C S2" << "C1" << 1 << 1 << "link C3" << "" << "C1@0,0 C2@1,0 C3@1,1" << "3 0 2" << true;
         QTest::newRow("sub class on its own child swaps them")
-            << "C S1 S2" << "C2" << 0 << 2 << "swap C3" << "" << "C1@0,0 C2@0,1 C3@0,2" << "0 3 0";
+            << "C S1 S2" << "C2" << 0 << 2 << "swap C3" << "" << "C1@0,0 C2@0,1 C3@0,2" << "0 3 0" << true;
         // No drop makes the tree deeper than four class levels; a swap counts without the
         // branch it lifts out.
         QTest::newRow("main class with a sub class on a class of the third level")
             << "C S1 S2 C S4" << "C4" << 0 << 2 << "refused" << "Anhängen nicht möglich. Keine weitere Ebene möglich."
-            << "C1@0,0 C2@0,1 C3@0,2 C4@1,0 C5@1,1" << "0 1 2 0 4";
+            << "C1@0,0 C2@0,1 C3@0,2 C4@1,0 C5@1,1" << "0 1 2 0 4" << false;
         QTest::newRow("main class on its great-grandchild swaps them within four levels")
-            << "C S1 S2 S3" << "C1" << 0 << 3 << "swap C4" << "" << "C1@0,0 C2@0,1 C3@0,2 C4@0,3" << "4 1 2 0";
+            << "C S1 S2 S3" << "C1" << 0 << 3 << "swap C4" << "" << "C1@0,0 C2@0,1 C3@0,2 C4@0,3" << "4 1 2 0" << true;
         // A class in a filter row could not be read back from the file.
         QTest::newRow("class into a filter row")
             << "C C" << "C2" << 3 << 4 << "refused" << "Verschieben nicht möglich. Keine weitere Ebene möglich."
-            << "C1@0,0 C2@1,0" << "0 0";
+            << "C1@0,0 C2@1,0" << "0 0" << false;
         QTest::newRow("filter into a class row")
-            << "C F1" << "F1" << 2 << 1 << "move 2,1" << "" << "C1@0,0 F1@2,1" << "0 1";
+            << "C F1" << "F1" << 2 << 1 << "move 2,1" << "" << "C1@0,0 F1@2,1" << "0 1" << true;
         QTest::newRow("beyond any cell the box goes back")
-            << "C C" << "C2" << -1 << 0 << "refused" << "" << "C1@0,0 C2@1,0" << "0 0";
+            << "C C" << "C2" << -1 << 0 << "refused" << "" << "C1@0,0 C2@1,0" << "0 0" << false;
         // clang-format on
     }
     void drop()
@@ -423,6 +429,7 @@ private slots:
         QVERIFY(!doc.IsModified());
         QVERIFY(prompt.messages().isEmpty());
 
+        const int steps = doc.history()->count();
         box->MoveObject(left, top);
         QCOMPARE(prompt.messages(), message.isEmpty() ? QStringList() : QStringList{message});
         QTEST(PageScript::layout(doc.Down1()), "layout");
@@ -432,6 +439,8 @@ private slots:
                                      : qobject_cast<QoSFilter*>(o)->QoSClass());
         QTEST(parents.join(u' '), "parents");
         verifyLinks(doc);
+        QTEST(doc.IsModified(), "modified");
+        QCOMPARE(doc.history()->count(), steps);
         // Wherever it was let go, the box ends centred in its cell.
         QCOMPARE(box->Left(), box->MatrixX() * p.ColWidth + (p.ColWidth - box->Width()) / 2.0);
     }

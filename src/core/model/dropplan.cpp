@@ -103,6 +103,11 @@ DropPlan DropPlan::For(const QoSObject& dragged, double left, double top)
         // Dropping a class on one of its own descendants swaps the two: the descendant is
         // cut loose first, then takes the class below it.
         plan.swap = draggedClass && foundClass && isAtOrAbove(draggedClass, foundClass->ParentQoSObject());
+        // Dropped on the class it already hangs under: nothing to cut, nothing to refuse, even
+        // where a file left that class with a rule broken.
+        plan.alreadyLinked = foundClass && dragged.ParentQoSObject() == foundClass && dragged.LineTop();
+        if (plan.alreadyLinked)
+            return plan;
     }
 
     const Drop drop{plan, dragged, draggedClass, foundClass};

@@ -36,6 +36,9 @@ struct DropPlan
     // the tree.
     QPointer<QoSClass> parent;
     bool swap = false;
+    // For Link: the box already hangs under Parent, so the drop puts it back and changes
+    // nothing; it must not mark the document modified.
+    bool alreadyLinked = false;
     // For Refused: what the user is told; empty for a drop that is put back without a word.
     QString message;
 

@@ -247,6 +247,10 @@ QoSObject::DropResult QoSObject::MoveObject(double left, double top)
         break;
     case DropPlan::Outcome::Link:
         m_page->PlaceObject(this);
+        if (plan.alreadyLinked) {
+            result.linked = true;
+            break;
+        }
         if (plan.swap) {
             if (QoSConnector* line = plan.parent->LineTop())
                 line->EditCut();
