@@ -285,8 +285,8 @@ private slots:
     }
 
     // A selected line, chosen by a click or by its own menu, takes the keyboard; Delete, Ctrl+X
-    // or its menu cut the relation and leave both boxes. A click elsewhere deselects the line
-    // and takes its widget away.
+    // or its menu cut the relation, leave both boxes and hand the keyboard to the page. A click
+    // elsewhere deselects the line and takes its widget away.
     void deletingALine_data()
     {
         QTest::addColumn<QString>("how");
@@ -295,6 +295,8 @@ private slots:
         QTest::newRow("Ctrl+X") << "Ctrl+X" << true;
         QTest::newRow("Ctrl+Shift+X is not cut") << "Ctrl+Shift+X" << false;
         QTest::newRow("the line's own menu") << "menu" << true;
+        // On some platforms an open menu takes the window's activation away.
+        QTest::newRow("the line's own menu, the window inactive meanwhile") << "menu, inactive" << true;
     }
     void deletingALine()
     {
@@ -303,7 +305,8 @@ private slots:
         PageViewFixture f(QStringLiteral("C F1"));
         const QString name = QStringLiteral("LineTop") + f.flt(1)->Name();
         const QPoint at = f.view->lineOnPane(name).center();
-        if (how == u"menu") {
+        const bool byMenu = how.startsWith(u"menu");
+        if (byMenu) {
             QContextMenuEvent click(QContextMenuEvent::Mouse, at, f.view->pane()->mapToGlobal(at));
             QApplication::sendEvent(f.view->pane(), &click);
         } else {
@@ -312,11 +315,17 @@ private slots:
         QVERIFY(f.flt(1)->LineTop()->Selected());
         QCOMPARE(f.page->SelectedConnector(), f.flt(1)->LineTop());
         QCOMPARE(QApplication::focusWidget(), f.view->connectorView(name));
-        if (how == u"menu") {
+        if (byMenu) {
             auto* menu = f.view->findChild<QMenu*>();
             QVERIFY(menu);
-            menu->findChild<QAction*>(QStringLiteral("itmEditDelete"))->trigger();
+            QCoreApplication::processEvents();
+            if (how.endsWith(u"inactive"))
+                QApplication::setActiveWindow(nullptr);
+            // As a chosen entry does: the menu goes, then the entry runs.
             menu->close();
+            menu->findChild<QAction*>(QStringLiteral("itmEditDelete"))->trigger();
+            f.settle();
+            QApplication::setActiveWindow(f.view); // the menu gone, the window is active again
         } else {
             QTest::keySequence(QApplication::focusWidget(), QKeySequence(how));
         }
@@ -326,7 +335,7 @@ private slots:
         QCOMPARE(f.cls(1)->ChildQoSObjects().isEmpty(), deletes);
         QCOMPARE(f.view->lineOnPane(name).isNull(), deletes);
         QCOMPARE(f.view->connectorView(name) == nullptr, deletes);
-        if (deletes && how != u"menu")
+        if (deletes)
             QCOMPARE(QApplication::focusWidget(), f.view->pane());
         QTest::mouseClick(f.view->pane(), Qt::LeftButton, {}, QPoint(f.view->pane()->width() - 5, 5));
         f.settle();

@@ -287,8 +287,14 @@ void PageBoxes::drop(QWidget* widget)
     // the next box, which would select it, and a second Delete would then delete that too.
     m_pinned.remove(widget);
     if (QWidget* focus = QApplication::focusWidget();
-        focus && (focus == widget || widget->isAncestorOf(focus)))
+        focus && (focus == widget || widget->isAncestorOf(focus))) {
+        // While a menu holds the keyboard the window may be inactive: the page then only
+        // becomes where the focus returns to, and the widget, still the focus widget, would
+        // hand it along the tab chain as it hides. It lets go first.
+        if (!focus->isActiveWindow())
+            focus->clearFocus();
         m_view->pane()->setFocus(Qt::OtherFocusReason);
+    }
     widget->hide();
     widget->deleteLater();
 }
