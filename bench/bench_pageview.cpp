@@ -41,6 +41,16 @@
 
 namespace {
 
+// A main class of 1000 kbit to 100000 kbit, as every benchmark page starts.
+QoSClass* mainClass(ObjectPage* page, const QString& caption)
+{
+    return page->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("1000kbit"),
+                                                .maxBandwidth = QStringLiteral("100000kbit"),
+                                                .direction = page->Direction(),
+                                                .prio = QStringLiteral("0"),
+                                                .caption = caption});
+}
+
 // Per page 10 main classes with 49 sub classes each (500 classes), two filters under every
 // sub class and a third under the first twenty (1000 filters): 1000 classes and 2000 filters.
 QByteArray largeRouterFile()
@@ -51,12 +61,7 @@ QByteArray largeRouterFile()
         for (ObjectPage* page : {doc.Down1(), doc.Up1()}) {
             int leaves = 0;
             for (int m = 0; m < 10; ++m) {
-                QoSClass* house =
-                    page->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("1000kbit"),
-                                                         .maxBandwidth = QStringLiteral("100000kbit"),
-                                                         .direction = page->Direction(),
-                                                         .prio = QStringLiteral("0"),
-                                                         .caption = QStringLiteral("Haus %1").arg(m)});
+                QoSClass* house = mainClass(page, QStringLiteral("Haus %1").arg(m));
                 for (int s = 0; s < 49; ++s) {
                     QoSClass* host = page->AddClass(house, {.minBandwidth = QStringLiteral("20kbit"),
                                                             .maxBandwidth = QStringLiteral("2000kbit"),
@@ -83,11 +88,7 @@ QByteArray fanFile(int filters)
     ScriptedPrompt prompt;
     Document doc(&prompt);
     ObjectPage* page = doc.Down1();
-    QoSClass* all = page->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("1000kbit"),
-                                                         .maxBandwidth = QStringLiteral("100000kbit"),
-                                                         .direction = page->Direction(),
-                                                         .prio = QStringLiteral("0"),
-                                                         .caption = QStringLiteral("Alle")});
+    QoSClass* all = mainClass(page, QStringLiteral("Alle"));
     for (int f = 0; f < filters; ++f) {
         page->AddFilter(all, {.ip = QStringLiteral("10.%1.%2.1").arg(f / 250 % 250).arg(f % 250),
                               .port = QStringLiteral("80"),
@@ -107,12 +108,7 @@ QByteArray wideMainClassesFile()
         Document doc(&prompt);
         ObjectPage* page = doc.Down1();
         for (int m = 0; m < 40; ++m) {
-            QoSClass* house =
-                page->AddClass(QStringLiteral("0"), {.minBandwidth = QStringLiteral("1000kbit"),
-                                                     .maxBandwidth = QStringLiteral("100000kbit"),
-                                                     .direction = page->Direction(),
-                                                     .prio = QStringLiteral("0"),
-                                                     .caption = QStringLiteral("Haus %1").arg(m)});
+            QoSClass* house = mainClass(page, QStringLiteral("Haus %1").arg(m));
             for (int s = 0; s < 399; ++s) {
                 page->AddClass(house, {.minBandwidth = QStringLiteral("20kbit"),
                                        .maxBandwidth = QStringLiteral("2000kbit"),
