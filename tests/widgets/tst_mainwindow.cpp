@@ -445,6 +445,7 @@ private slots:
         QTest::addColumn<QString>("pasted");
         QTest::addColumn<bool>("taken");
         // clang-format off
+        QTest::newRow("device") << "txtQoSLocalNetDev" << "eth1" << true;
         QTest::newRow("device with a quote") << "txtQoSInternetDev" << "ppp'0" << false;
         QTest::newRow("description with lines and quotes") << "txtDescription" << "Büro's\nNetz" << true;
         QTest::newRow("description outside the code page") << "txtDescription" << "Netz → LAN" << false;
@@ -461,7 +462,9 @@ private slots:
         edit->setFocus();
         const QoSCommon* common = e.doc().Common1();
         const auto value = [&] {
-            return box == u"txtDescription" ? common->QoSDescription() : common->QoSInternetDev();
+            return box == u"txtDescription"      ? common->QoSDescription()
+                   : box == u"txtQoSLocalNetDev" ? common->QoSLocalNetDev()
+                                                 : common->QoSInternetDev();
         };
         const QString before = value();
         QApplication::clipboard()->setText(pasted);
@@ -526,6 +529,9 @@ private slots:
         for (const auto& [key, can] : asked)
             QVERIFY2(e.action(key)->isEnabled() == can, key);
         QTEST(e.action("NewObject")->isEnabled(), "newObject");
+        for (const char* key : {"New", "Open", "itmFileNew", "itmFileOpen", "itmFileSaveAs", "itmFileExit",
+                                "itmHelpAbout", "optDown", "optUp", "Config"})
+            QVERIFY2(e.action(key)->isEnabled(), key);
         e.prompt.yesNoCancel << UserPrompt::Answer::No;
     }
 
