@@ -112,17 +112,6 @@ private slots:
         }
     }
 
-    // A sum beyond 32 bits cannot be judged: the flags stay as they were.
-    void validationOverflowLeavesFlags()
-    {
-        Document doc;
-        QoSClass* a = addClass(doc.Down1(), u"0", u"2000000000kbit", u"1kbit");
-        addClass(doc.Down1(), u"0", u"2000000000kbit", u"1kbit");
-        a->MinField()->SetIsValid(true);
-        QVERIFY_THROWS_EXCEPTION(QoSError, a->Validate(true));
-        QVERIFY(a->MinField()->IsValid());
-    }
-
     void subClassDefaults()
     {
         Document doc;
@@ -606,6 +595,12 @@ private slots:
         QTest::newRow("emptied ports clear the type, not the counter") << "step step port=80 port= step" << "";
         QTest::newRow("leaving an empty type with ports") << "port=80 step step step left" << "client";
         QTest::newRow("read as a file is read") << "import:type=server step" << "client";
+        // Leaving the field empty with ports gives "client", unless the focus only went to the
+        // type's menu or to another window.
+        QTest::newRow("left by a click") << "port=80 type= left:mouse" << "client";
+        QTest::newRow("left for the type menu") << "port=80 type= left:popup" << "";
+        QTest::newRow("left for another window") << "port=80 type= left:window" << "";
+        QTest::newRow("left without ports") << "type= left" << "";
         // clang-format on
     }
     void theTypeStepsFromItsOwnCounter()
@@ -622,8 +617,11 @@ private slots:
                 scope.emplace(doc);
             if (a == u"step")
                 f->TypeInput()->Step();
-            else if (a == u"left")
-                f->TypeFieldLeft(Qt::TabFocusReason);
+            else if (a.startsWith(u"left"))
+                f->TypeFieldLeft(a.endsWith(u"popup")    ? Qt::PopupFocusReason
+                                 : a.endsWith(u"window") ? Qt::ActiveWindowFocusReason
+                                 : a.endsWith(u"mouse")  ? Qt::MouseFocusReason
+                                                         : Qt::TabFocusReason);
             else if (a.startsWith(u"port="))
                 f->SetQoSPort(a.mid(5));
             else
@@ -631,35 +629,6 @@ private slots:
         }
         QTEST(f->QoSType(), "type");
         QTEST(f->TypeInput()->Text(), "type");
-    }
-
-    // Leaving the type field empty with ports gives "client", unless the focus only went to a
-    // popup (the type's menu) or to another window.
-    void leavingTheTypeField_data()
-    {
-        QTest::addColumn<QString>("port");
-        QTest::addColumn<int>("reason");
-        QTest::addColumn<QString>("type");
-        // clang-format off
-        QTest::newRow("Tab") << "80" << int(Qt::TabFocusReason) << "client";
-        QTest::newRow("a click elsewhere") << "80" << int(Qt::MouseFocusReason) << "client";
-        QTest::newRow("any other way") << "80" << int(Qt::OtherFocusReason) << "client";
-        QTest::newRow("the type menu opens") << "80" << int(Qt::PopupFocusReason) << "";
-        QTest::newRow("another window") << "80" << int(Qt::ActiveWindowFocusReason) << "";
-        QTest::newRow("no ports") << "" << int(Qt::TabFocusReason) << "";
-        // clang-format on
-    }
-    void leavingTheTypeField()
-    {
-        QFETCH(QString, port);
-        QFETCH(int, reason);
-        Document doc;
-        PageScript::run(doc.Down1(), QStringLiteral("C F1"));
-        QoSFilter* f = flt(doc, 1);
-        f->SetQoSPort(port);
-        f->SetQoSType(QString());
-        f->TypeFieldLeft(Qt::FocusReason(reason));
-        QTEST(f->QoSType(), "type");
     }
 };
 
