@@ -245,6 +245,8 @@ private slots:
                                         .arg(m == 1 ? ports : QStringLiteral("ignore"));
             QCOMPARE(text.contains(portExt), n > 1);
         }
+        // Split without a caption, the filter is written as the router has always seen it.
+        QCOMPARE(text.contains(QStringLiteral("#QOS_FILTER_1_CAPTION")), n == 1);
         // The next filter's number follows the entries.
         QVERIFY(text.contains(QStringLiteral("#QOS_FILTER_%1_CAPTION='SSH'\r\n").arg(n + 1)));
         Fixture again;
@@ -373,6 +375,8 @@ private slots:
         QTest::newRow("comment after quote") << QByteArray("QOS_INTERNET_DEV='eth1' # 'x'\n") << "eth1";
         QTest::newRow("first wins") << QByteArray("QOS_INTERNET_DEV='eth1'\nQOS_INTERNET_DEV='eth2'\n")
                                     << "eth1";
+        QTest::newRow("commented twin not seen")
+            << QByteArray("#QOS_INTERNET_DEV='x'\nQOS_INTERNET_DEV='y'\n") << "y";
         QTest::newRow("longer name first wins")
             << QByteArray("QOS_INTERNET_DEVICE='z'\nQOS_INTERNET_DEV='y'\n") << "z";
         QTest::newRow("first line without quotes is not skipped")
@@ -484,6 +488,7 @@ private slots:
         const QByteArray layout = "#QOS_FILEVERSION='Tarnwick 1.1'\n";
         // clang-format off
         QTest::newRow("complete") << two + "QOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='2'\n" << 2 << 1 << "" << "" << "2/2 1/1";
+        QTest::newRow("class number with a fraction") << two + "QOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='2.4'\n" << 2 << 1 << "" << "" << "2/2 1/1";
         QTest::newRow("missing quotes") << two + "QOS_CLASS_2_PARENT=1\n" << 1 << 0 << "Klasse 2" << "Anführungszeichen" << "1/2 0/0";
         QTest::newRow("missing =") << two + "QOS_CLASS_2_PRIO '1'\n" << 1 << 0 << "Klasse 2" << "Zeile 5" << "1/2 0/0";
         QTest::newRow("one quote") << two + "QOS_CLASS_2_PRIO='1\n" << 1 << 0 << "Klasse 2" << "Anführungszeichen" << "1/2 0/0";
