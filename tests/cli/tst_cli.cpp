@@ -76,11 +76,13 @@ private slots:
             << QByteArray(R"({"caption":"Class 4","default":false,"direction":"down","max":"16000kbit","maxValid":true,)"
                           R"("min":"4000kbit","minValid":true,"name":"QoSClass4","parent":"QoSClass1","prio":"2",)"
                           R"("type":"class","x":2,"y":1})");
+        QTest::newRow("the default class") << home << "pages/down/objects/2/default" << QByteArray("true");
         QTest::newRow("a filter") << home << "pages/down/objects/5"
             << QByteArray(R"({"caption":"","count":1,"filterType":"client","ip":"","name":"QoSFilter2","option":"",)"
                           R"("parent":"QoSClass4","port":"80","type":"filter","x":2,"y":4})");
         QTest::newRow("no message boxes") << home << "messages" << QByteArray("[]");
         QTest::newRow("an overbooked minimum") << overbooked << "pages/down/objects/0/minValid" << QByteArray("false");
+        QTest::newRow("a maximum above the parent's") << overbooked << "pages/down/objects/2/maxValid" << QByteArray("false");
         // clang-format on
     }
     void json()
@@ -110,6 +112,7 @@ private slots:
         QTest::newRow("export writer fails") << QStringList{exportCommand, data("absurd-ports.qos.txt")} << 1 << true;
         QTest::newRow("unknown command") << QStringList{QStringLiteral("print"), data("overbooked.qos.txt")} << 2 << true;
         QTest::newRow("missing file") << QStringList{QStringLiteral("json")} << 2 << true;
+        QTest::newRow("no command") << QStringList{} << 2 << true;
         QTest::newRow("help") << QStringList{QStringLiteral("--help")} << 0 << false;
         // clang-format on
     }

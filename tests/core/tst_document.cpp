@@ -153,6 +153,7 @@ private slots:
         QTest::newRow("three parts ask again") << QStringList{"1,2,3", ""} << 2 << "6x5";
         QTest::newRow("small becomes three") << QStringList{"1, 2"} << 1 << "3x3";
         QTest::newRow("zero keeps the columns") << QStringList{"0, 7"} << 1 << "6x7";
+        QTest::newRow("negative keeps both") << QStringList{"-4, -1"} << 1 << "6x5";
         QTest::newRow("empty answer cancels") << QStringList{""} << 1 << "6x5";
         QTest::newRow("absurd number keeps") << QStringList{"99999999999, 4"} << 1 << "6x4";
         // clang-format on
