@@ -205,8 +205,12 @@ private slots:
         QVERIFY(!PageScript::flt(doc, 1)->Selected());
         QCOMPARE(doc.Down1()->SelectedObject(), nullptr);
         QCOMPARE(doc.Down1()->SelectedConnector(), line);
-        PageScript::cls(doc, 1)->SetSelected(true);
+        PageScript::run(doc.Down1(), QStringLiteral("F1"));
+        QoSConnector* other = PageScript::flt(doc, 2)->LineTop();
+        other->SetSelected(true);
         QVERIFY(!line->Selected());
+        PageScript::cls(doc, 1)->SetSelected(true);
+        QVERIFY(!other->Selected());
         QCOMPARE(doc.Down1()->SelectedConnector(), nullptr);
         PageScript::cls(doc, 1)->SetSelected(false);
         PageScript::flt(doc, 1)->SetSelected(true);
