@@ -22,9 +22,7 @@ private slots:
         QTest::newRow("no exponent") << "1.5e3kbit" << 1.5;
         QTest::newRow("blank after sign") << "- 5" << 0.0;
         QTest::newRow("negative") << "-7" << -7.0;
-        QTest::newRow("plus") << "+3" << 3.0;
         QTest::newRow("point first") << ".5" << 0.5;
-        QTest::newRow("trailing point") << "5." << 5.0;
         QTest::newRow("lone point") << "." << 0.0;
     }
     void leadingValue()
@@ -97,7 +95,6 @@ private slots:
         QTest::addColumn<double>("value");
         QTest::addColumn<QString>("text");
         QTest::newRow("whole") << 10240.0 << "10240";
-        QTest::newRow("zero") << 0.0 << "0";
         QTest::newRow("fraction") << 0.9765625 << "0.9765625";
         QTest::newRow("fifteen digits") << 1.0 / 3 << "0.333333333333333";
         QTest::newRow("large") << 1e20 << "1E+20";

@@ -154,20 +154,6 @@ private slots:
         QCOMPARE(lines[30], QStringLiteral("#QOS_PAGESIZE='6,5'"));
     }
 
-    void emptyDocumentAndEveryLineEndsWithCrLf()
-    {
-        Fixture f;
-        const QByteArray bytes = ExportQoSBytes(f.doc);
-        QVERIFY(bytes.endsWith("#QOS_DESCRIPTION='0' #Zeilen\r\n\r\n"));
-        QVERIFY(bytes.contains("\r\nQOS_CLASS_N='0'\r\n\r\nQOS_FILTER_N='0'\r\n\r\n#QOS_DESCRIPTION"));
-        QCOMPARE(bytes.count('\n'), bytes.count("\r\n"));
-        QCOMPARE(bytes.count('\r'), bytes.count("\r\n"));
-        // The comments are single bytes of the code page: ü is 0xFC.
-        QVERIFY(bytes.contains("# Standardklasse f\xfcr Down"));
-        QVERIFY(bytes.contains("QOS_INTERNET_DEFAULT_DOWN=''      # Standardklasse f\xfcr Down\r\n"));
-        QVERIFY(bytes.contains("QOS_INTERNET_DEFAULT_UP=''        # Standardklasse f\xfcr Up\r\n"));
-    }
-
     void description_data()
     {
         QTest::addColumn<QString>("description");
@@ -193,38 +179,30 @@ private slots:
         QCOMPARE(text.mid(text.indexOf(QStringLiteral("#QOS_DESCRIPTION"))), block);
     }
 
-    void multiPortFilterExpandsIntoEntries_data()
-    {
-        QTest::addColumn<QString>("caption");
-        QTest::addColumn<QString>("captionLine");
-        QTest::newRow("without caption") << QString() << QString();
-        QTest::newRow("caption on the first entry only")
-            << QStringLiteral("Webserver") << QStringLiteral("#QOS_FILTER_1_CAPTION='Webserver'\r\n");
-    }
+    // The caption stands on the first entry only, so that the entries read back as one filter.
     void multiPortFilterExpandsIntoEntries()
     {
-        QFETCH(QString, caption);
-        QFETCH(QString, captionLine);
+        const QString caption = QStringLiteral("Webserver");
         Fixture f;
         QoSClass* c = addClass(f.doc.Down1(), QStringLiteral("0"), QStringLiteral("Web"));
         QoSFilter* web = addFilter(c, QStringLiteral("80,443,8080"), caption);
         QoSFilter* ssh = addFilter(c, QStringLiteral("22"), QStringLiteral("SSH"));
         const QString text = ExportQoSText(f.doc);
-        QCOMPARE(section(text, QStringLiteral("QOS_FILTER_N"), QStringLiteral("#QOS_DESCRIPTION")),
-                 QStringLiteral("QOS_FILTER_N='4'\r\n\r\n") + captionLine +
-                     QStringLiteral(
-                         "#QOS_FILTER_1_CELLPOS='0,4'\r\nQOS_FILTER_1_CLASS='1'\r\nQOS_FILTER_1_IP=''\r\n"
-                         "#QOS_FILTER_1_PORTEXT='80,443,8080'\r\nQOS_FILTER_1_PORT='80'\r\n"
-                         "QOS_FILTER_1_TYPE='client'\r\nQOS_FILTER_1_OPTION=''\r\n\r\n"
-                         "#QOS_FILTER_2_CELLPOS='0,4'\r\nQOS_FILTER_2_CLASS='1'\r\nQOS_FILTER_2_IP=''\r\n"
-                         "#QOS_FILTER_2_PORTEXT='ignore'\r\nQOS_FILTER_2_PORT='443'\r\n"
-                         "QOS_FILTER_2_TYPE='client'\r\nQOS_FILTER_2_OPTION=''\r\n\r\n"
-                         "#QOS_FILTER_3_CELLPOS='0,4'\r\nQOS_FILTER_3_CLASS='1'\r\nQOS_FILTER_3_IP=''\r\n"
-                         "#QOS_FILTER_3_PORTEXT='ignore'\r\nQOS_FILTER_3_PORT='8080'\r\n"
-                         "QOS_FILTER_3_TYPE='client'\r\nQOS_FILTER_3_OPTION=''\r\n\r\n"
-                         "#QOS_FILTER_4_CAPTION='SSH'\r\n#QOS_FILTER_4_CELLPOS='0,5'\r\n"
-                         "QOS_FILTER_4_CLASS='1'\r\nQOS_FILTER_4_IP=''\r\nQOS_FILTER_4_PORT='22'\r\n"
-                         "QOS_FILTER_4_TYPE='client'\r\nQOS_FILTER_4_OPTION=''\r\n\r\n"));
+        QCOMPARE(
+            section(text, QStringLiteral("QOS_FILTER_N"), QStringLiteral("#QOS_DESCRIPTION")),
+            QStringLiteral("QOS_FILTER_N='4'\r\n\r\n#QOS_FILTER_1_CAPTION='Webserver'\r\n"
+                           "#QOS_FILTER_1_CELLPOS='0,4'\r\nQOS_FILTER_1_CLASS='1'\r\nQOS_FILTER_1_IP=''\r\n"
+                           "#QOS_FILTER_1_PORTEXT='80,443,8080'\r\nQOS_FILTER_1_PORT='80'\r\n"
+                           "QOS_FILTER_1_TYPE='client'\r\nQOS_FILTER_1_OPTION=''\r\n\r\n"
+                           "#QOS_FILTER_2_CELLPOS='0,4'\r\nQOS_FILTER_2_CLASS='1'\r\nQOS_FILTER_2_IP=''\r\n"
+                           "#QOS_FILTER_2_PORTEXT='ignore'\r\nQOS_FILTER_2_PORT='443'\r\n"
+                           "QOS_FILTER_2_TYPE='client'\r\nQOS_FILTER_2_OPTION=''\r\n\r\n"
+                           "#QOS_FILTER_3_CELLPOS='0,4'\r\nQOS_FILTER_3_CLASS='1'\r\nQOS_FILTER_3_IP=''\r\n"
+                           "#QOS_FILTER_3_PORTEXT='ignore'\r\nQOS_FILTER_3_PORT='8080'\r\n"
+                           "QOS_FILTER_3_TYPE='client'\r\nQOS_FILTER_3_OPTION=''\r\n\r\n"
+                           "#QOS_FILTER_4_CAPTION='SSH'\r\n#QOS_FILTER_4_CELLPOS='0,5'\r\n"
+                           "QOS_FILTER_4_CLASS='1'\r\nQOS_FILTER_4_IP=''\r\nQOS_FILTER_4_PORT='22'\r\n"
+                           "QOS_FILTER_4_TYPE='client'\r\nQOS_FILTER_4_OPTION=''\r\n\r\n"));
         QCOMPARE(web->FilterIdx(), qint16(1));
         QCOMPARE(ssh->FilterIdx(), qint16(4));
         Fixture again;
@@ -242,14 +220,10 @@ private slots:
         QTest::newRow("forward range") << "80-82" << QStringList{"80", "81", "82"};
         QTest::newRow("reversed range")
             << "90-80" << QStringList{"90", "89", "88", "87", "86", "85", "84", "83", "82"};
-        QTest::newRow("reversed range after a port")
-            << "443,90-80" << QStringList{"443", "90", "89", "88", "87", "86", "85", "84", "83", "82"};
         QTest::newRow("reversed range before a port")
             << "90-80,443" << QStringList{"90", "89", "88", "87", "86", "85", "84", "83", "82", "81"};
-        QTest::newRow("reversed by three") << "83-80" << QStringList{"83", "82"};
         QTest::newRow("reversed by two counts one") << "82-80" << QStringList{"82-80"};
         QTest::newRow("reversed by one counts none, written as one") << "81-80" << QStringList{"81-80"};
-        QTest::newRow("range of one port") << "80-80" << QStringList{"80-80"};
     }
     void portListEntries()
     {
@@ -271,6 +245,8 @@ private slots:
                                         .arg(m == 1 ? ports : QStringLiteral("ignore"));
             QCOMPARE(text.contains(portExt), n > 1);
         }
+        // Split without a caption, the filter is written as the router has always seen it.
+        QCOMPARE(text.contains(QStringLiteral("#QOS_FILTER_1_CAPTION")), n == 1);
         // The next filter's number follows the entries.
         QVERIFY(text.contains(QStringLiteral("#QOS_FILTER_%1_CAPTION='SSH'\r\n").arg(n + 1)));
         Fixture again;
@@ -395,18 +371,14 @@ private slots:
         QTest::addColumn<QString>("dev");
         QTest::newRow("missing gives default") << QByteArray("OPT_QOS='yes'\n") << "ppp0";
         QTest::newRow("tabs and blanks") << QByteArray("\t QOS_INTERNET_DEV\t=\t'eth1'\t# DSL\n") << "eth1";
-        QTest::newRow("blanks around =") << QByteArray("QOS_INTERNET_DEV = 'eth1'\n") << "eth1";
         QTest::newRow("tab inside quotes") << QByteArray("QOS_INTERNET_DEV='a\tb'\n") << "a b";
         QTest::newRow("comment after quote") << QByteArray("QOS_INTERNET_DEV='eth1' # 'x'\n") << "eth1";
         QTest::newRow("first wins") << QByteArray("QOS_INTERNET_DEV='eth1'\nQOS_INTERNET_DEV='eth2'\n")
                                     << "eth1";
         QTest::newRow("commented twin not seen")
             << QByteArray("#QOS_INTERNET_DEV='x'\nQOS_INTERNET_DEV='y'\n") << "y";
-        QTest::newRow("prefix of a longer name") << QByteArray("QOS_INTERNET_DEVICE='z'\n") << "z";
         QTest::newRow("longer name first wins")
             << QByteArray("QOS_INTERNET_DEVICE='z'\nQOS_INTERNET_DEV='y'\n") << "z";
-        QTest::newRow("exact name first wins")
-            << QByteArray("QOS_INTERNET_DEV='y'\nQOS_INTERNET_DEVICE='z'\n") << "y";
         QTest::newRow("first line without quotes is not skipped")
             << QByteArray("QOS_INTERNET_DEV=eth1\nQOS_INTERNET_DEV='eth2'\n") << "ppp0";
         QTest::newRow("CR line ends") << QByteArray("OPT_QOS='yes'\rQOS_INTERNET_DEV='cr'\r") << "cr";
@@ -443,8 +415,6 @@ private slots:
         QTest::newRow("a longer name first is taken") << two + "QOS_CLASS_2_PARENTX='0'\nQOS_CLASS_2_PARENT='1'\n" << "Class 1<-, Class 2<-";
         QTest::newRow("caption in the description first") << two + "#QOS_DESCRIPTION='1'\n#QOS_CLASS_2_CAPTION='Text'\n#QOS_CLASS_2_CAPTION='Zwei'\nQOS_CLASS_2_PARENT='1'\n" << "Class 1<-, Zwei<Class 1";
         QTest::newRow("active caption first") << two + "QOS_CLASS_2_CAPTION='aktiv'\n#QOS_CLASS_2_CAPTION='Zwei'\n" << "Class 1<-, Zwei<-";
-        QTest::newRow("filter entry 11 first") << filter + "QOS_FILTER_1_CLASS='1'\nQOS_FILTER_11_PORT='22'\nQOS_FILTER_1_PORT='80'\n" << "Class 1<-, [80]";
-        QTest::newRow("commented class first") << filter + "#QOS_FILTER_1_CLASS='9'\nQOS_FILTER_1_CLASS='1'\nQOS_FILTER_1_PORT='80'\n" << "Class 1<-, [80]";
         QTest::newRow("commented port list first") << filter + "QOS_FILTER_1_CLASS='1'\n#QOS_FILTER_1_PORTEXT=''\nQOS_FILTER_1_PORT='80'\n" << "Class 1<-, [80]";
         QTest::newRow("uncommented port list first is taken") << filter + "QOS_FILTER_1_CLASS='1'\nQOS_FILTER_1_PORTEXT='22'\nQOS_FILTER_1_PORT='80'\n" << "Class 1<-, [22]";
         QTest::newRow("port list in the description first") << filter + "#QOS_DESCRIPTION='1'\n#QOS_FILTER_1_PORTEXT='ignore'\nQOS_FILTER_1_CLASS='1'\nQOS_FILTER_1_PORT='80'\n" << "Class 1<-, [80]";
@@ -503,39 +473,6 @@ private slots:
         QCOMPARE(f.doc.Common1()->QoSVersion(), version);
     }
 
-    // A direction in another case is the page's own name from the moment it is read: the
-    // class can be its direction's default class, and it is written with the page's name.
-    void directionInAnotherCase_data()
-    {
-        QTest::addColumn<QByteArray>("direction");
-        QTest::addColumn<bool>("up");
-        QTest::newRow("Up") << QByteArray("Up") << true;
-        QTest::newRow("DOWN") << QByteArray("DOWN") << false;
-        QTest::newRow("uP") << QByteArray("uP") << true;
-    }
-    void directionInAnotherCase()
-    {
-        QFETCH(QByteArray, direction);
-        QFETCH(bool, up);
-        Fixture f;
-        QVERIFY(ImportQoSBytes(f.doc,
-                               "QOS_INTERNET_DEFAULT_UP='1'\nQOS_INTERNET_DEFAULT_DOWN='1'\nQOS_CLASS_N='1'\n"
-                               "QOS_CLASS_1_DIRECTION='" +
-                                   direction + "'\n")
-                    .complete);
-        ObjectPage* page = up ? f.doc.Up1() : f.doc.Down1();
-        QCOMPARE(page->ClassCount(), 1);
-        auto* c = qobject_cast<QoSClass*>(page->ContainedObjects().first());
-        QCOMPARE(c->QoSDirection(), page->Direction());
-        QVERIFY(c->DefaultClass());
-        const QString text = ExportQoSText(f.doc);
-        QVERIFY(text.contains(QStringLiteral("QOS_CLASS_1_DIRECTION='%1'\r\n").arg(page->Direction())));
-        QVERIFY(text.contains(up ? QStringLiteral("QOS_INTERNET_DEFAULT_UP='1'")
-                                 : QStringLiteral("QOS_INTERNET_DEFAULT_DOWN='1'")));
-        QVERIFY(text.contains(up ? QStringLiteral("QOS_INTERNET_DEFAULT_DOWN=''")
-                                 : QStringLiteral("QOS_INTERNET_DEFAULT_UP=''")));
-    }
-
     void errorEndsImportKeepingWhatWasMade_data()
     {
         // What was made, and the report: where it stopped, a word of the reason, and classes
@@ -551,17 +488,15 @@ private slots:
         const QByteArray layout = "#QOS_FILEVERSION='Tarnwick 1.1'\n";
         // clang-format off
         QTest::newRow("complete") << two + "QOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='2'\n" << 2 << 1 << "" << "" << "2/2 1/1";
+        QTest::newRow("class number with a fraction") << two + "QOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='2.4'\n" << 2 << 1 << "" << "" << "2/2 1/1";
         QTest::newRow("missing quotes") << two + "QOS_CLASS_2_PARENT=1\n" << 1 << 0 << "Klasse 2" << "Anführungszeichen" << "1/2 0/0";
         QTest::newRow("missing =") << two + "QOS_CLASS_2_PRIO '1'\n" << 1 << 0 << "Klasse 2" << "Zeile 5" << "1/2 0/0";
-        QTest::newRow("one quote") << two + "QOS_CLASS_2_PRIO='1\n" << 1 << 0 << "Klasse 2" << "Anführungszeichen" << "1/2 0/0";
-        QTest::newRow("class count not a number") << QByteArray("QOS_CLASS_N='abc'\nQOS_FILTER_N='0'\n") << 0 << 0 << "Kopfteil" << "keine ganze Zahl" << "0/0 0/0";
         QTest::newRow("filter count not a number") << two + "QOS_FILTER_N='1x'\n" << 0 << 0 << "Kopfteil" << "QOS_FILTER_N='1x'" << "0/2 0/0";
         QTest::newRow("direction sideways") << two + "QOS_CLASS_2_DIRECTION='sideways'\n" << 1 << 0 << "Klasse 2" << "Richtung 'sideways'" << "1/2 0/0";
         QTest::newRow("direction with blank") << two + "QOS_CLASS_2_DIRECTION='down '\n" << 1 << 0 << "Klasse 2" << "Richtung 'down '" << "1/2 0/0";
         QTest::newRow("filter names no class") << two + "QOS_FILTER_N='2'\nQOS_FILTER_1_CLASS='7'\nQOS_FILTER_2_CLASS='1'\n" << 2 << 0 << "Filtereintrag 1" << "Klasse '7'" << "2/2 0/2";
         QTest::newRow("ignore entry names no class") << two + "QOS_FILTER_N='2'\nQOS_FILTER_1_CLASS='2'\n#QOS_FILTER_2_PORTEXT='ignore'\n" << 2 << 1 << "Filtereintrag 2" << "Klasse ''" << "2/2 1/2";
         QTest::newRow("class count above 100000") << QByteArray("QOS_CLASS_N='100001'\n") << 0 << 0 << "Kopfteil" << "100000" << "0/0 0/0";
-        QTest::newRow("filter count above 100000") << two + "QOS_FILTER_N='100001'\n" << 0 << 0 << "Kopfteil" << "100000" << "0/2 0/0";
         QTest::newRow("bad cell") << layout + two + "#QOS_CLASS_2_CELLPOS='1;1'\n" << 1 << 0 << "Klasse 2" << "Zellposition '1;1'" << "1/2 0/0";
         QTest::newRow("cell with blanks and sign") << layout + two + "#QOS_CLASS_2_CELLPOS=' +1 , 2.5 '\n" << 2 << 0 << "" << "" << "2/2 0/0";
         QTest::newRow("cell beyond 16 bits") << layout + two + "#QOS_CLASS_2_CELLPOS='40000,0'\n" << 1 << 0 << "Klasse 2" << "40000,0" << "1/2 0/0";
@@ -727,13 +662,6 @@ private slots:
         const QByteArray oneFilter =
             "QOS_CLASS_N='1'\nQOS_CLASS_1_PRIO='0'\nQOS_FILTER_N='1'\nQOS_FILTER_1_CLASS='1'\n"
             "QOS_FILTER_1_PORT='80'\n";
-        QTest::newRow("settings in the description")
-            << "#QOS_DESCRIPTION='2' "
-               "#Zeilen\n#QOS_CLASS_1_CAPTION='fremd'\n#QOS_FILTER_1_PORTEXT='ignore'\n" +
-                   oneFilter
-            << "QOS_CLASS_1_CAPTION='fremd'\r\nQOS_FILTER_1_PORTEXT='ignore'"
-            << "Class 1"
-            << "ppp0" << 1;
         QTest::newRow("a line without # under a count too large stays a setting")
             << "#QOS_DESCRIPTION='3'\n#a\nQOS_INTERNET_DEV='eth7'\n" + oneFilter
             << "a\r\nOS_INTERNET_DEV='eth7'\r\nOS_CLASS_N='1'"
@@ -773,7 +701,7 @@ private slots:
         QCOMPARE(PageScript::size(f.doc.Up1()), QStringLiteral("21x5"));
     }
 
-    void filesAboveTheLimitAreRefused()
+    void filesTooLargeOrUnreadableCreateNothing()
     {
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("huge.qos.txt"));
@@ -793,16 +721,10 @@ private slots:
         QString error;
         QVERIFY(!ReadQoSFile(path, bytes, error));
         QVERIFY(bytes.isEmpty());
-    }
-
-    void unreadableFileCreatesNothing()
-    {
-        Fixture f;
-        RecordingStatus status;
-        f.doc.setStatusWindow(&status);
-        ImportQoSText(f.doc, QStringLiteral(TARNWICK_TEST_DATA "/does-not-exist.txt"));
+        // A file that cannot be read at all ends the same way.
+        ImportQoSText(f.doc, dir.filePath(QStringLiteral("does-not-exist.txt")));
         QCOMPARE(f.classes(), 0);
-        QCOMPARE(status.closed, 1);
+        QCOMPARE(status.closed, 2);
     }
 
     void layoutDataOnlyFromOwnFiles_data()
@@ -837,25 +759,6 @@ private slots:
         const QList<QoSObject*> objects = f.doc.Down1()->ContainedObjects();
         QCOMPARE(objects.size(), 2);
         QCOMPARE(int(objects[1]->MatrixY()), filterRow);
-    }
-
-    void expandedFilterReadsBackAsOne()
-    {
-        Fixture f;
-        ImportQoSBytes(f.doc,
-                       "QOS_CLASS_N='1'\nQOS_FILTER_N='3'\n"
-                       "QOS_FILTER_1_CLASS='1'\n#QOS_FILTER_1_PORTEXT='80,443,8080'\nQOS_FILTER_1_PORT='80'\n"
-                       "QOS_FILTER_2_CLASS='1'\n#QOS_FILTER_2_PORTEXT='ignore'\nQOS_FILTER_2_PORT='443'\n"
-                       "QOS_FILTER_3_CLASS='1.4'\n#QOS_FILTER_3_CAPTION='Rest'\nQOS_FILTER_3_PORT='22'\n");
-        const QList<QoSObject*> objects = f.doc.Down1()->ContainedObjects();
-        QCOMPARE(objects.size(), 3);
-        auto* web = qobject_cast<QoSFilter*>(objects[1]);
-        auto* rest = qobject_cast<QoSFilter*>(objects[2]);
-        QCOMPARE(web->QoSPort(), QStringLiteral("80,443,8080"));
-        QCOMPARE(web->Caption(), QString());
-        QCOMPARE(rest->QoSPort(), QStringLiteral("22"));
-        QCOMPARE(rest->Caption(), QStringLiteral("Rest"));
-        QCOMPARE(rest->ParentQoSObject(), objects[0]);
     }
 
     void progressAndRefusals()

@@ -235,37 +235,6 @@ private slots:
         QCOMPARE(picture(reopened.Up1()), picture(original.Up1()));
         QCOMPARE(ExportQoSBytes(reopened), saved);
     }
-
-    // The documents above are only worth as much as the cases they contain.
-    void generatedDocumentsHoldTheHardCases()
-    {
-        int aboveParent = 0, sharedCell = 0, upBelowDown = 0, multiPort = 0, captionedMultiPort = 0,
-            plainMultiPort = 0;
-        for (quint32 seed = 1; seed <= 40; ++seed) {
-            Document doc;
-            Generator(doc, seed).run();
-            for (ObjectPage* page : {doc.Down1(), doc.Up1()}) {
-                for (QoSObject* o : page->ContainedObjects()) {
-                    if (const QoSClass* p = o->ParentQoSObject(); p && p->MatrixY() >= o->MatrixY())
-                        ++aboveParent;
-                    if (page->ObjectAt(o->MatrixX(), o->MatrixY()) != o)
-                        ++sharedCell;
-                    if (page == doc.Up1() && o->MatrixY() >= doc.Down1()->prop().Rows)
-                        ++upBelowDown;
-                    if (auto* f = qobject_cast<QoSFilter*>(o); f && f->FilterCount() != u"1") {
-                        ++multiPort;
-                        ++(f->Caption().isEmpty() ? plainMultiPort : captionedMultiPort);
-                    }
-                }
-            }
-        }
-        QVERIFY(aboveParent > 10);
-        QVERIFY(sharedCell > 10);
-        QVERIFY(upBelowDown > 10);
-        QVERIFY(multiPort > 10);
-        QVERIFY(captionedMultiPort > 10);
-        QVERIFY(plainMultiPort > 3);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestRoundTrip)
